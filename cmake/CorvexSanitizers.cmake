@@ -1,0 +1,13 @@
+# Sanitizers cover the whole build: half-instrumented programs miss faults and report false ones.
+if(CORVEX_SANITIZE)
+    add_compile_options(-fsanitize=${CORVEX_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${CORVEX_SANITIZE})
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+if(CORVEX_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "CORVEX_FUZZ needs clang: libFuzzer is part of it")
+    endif()
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
