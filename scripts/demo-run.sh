@@ -1,0 +1,61 @@
+#!/bin/sh
+# demo-run.sh [DIRECTORY]: transcodes a made-up clip with two presets and prints what came out of it.
+# Leaves the clip and the results in DIRECTORY (default build/demo).
+set -eu
+root=$(cd "$(dirname "$0")/.." && pwd)
+tool=$root/build/release/bin/corvex
+out=${1:-$root/build/demo}
+mkdir -p "$out"
+
+# Ten seconds of camera-like material: full HD, 25 frames a second, moving patterns, stereo sound, high-quality H.264.
+clip=$out/clip.mov
+seconds=10
+if [ ! -s "$clip" ]; then
+    echo "Making a $seconds-second clip: $clip"
+    ffmpeg -v error -nostdin -y \
+        -f lavfi -i "testsrc2=size=1920x1080:rate=25:duration=$seconds" \
+        -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=$seconds" \
+        -c:v libx264 -preset veryfast -crf 12 -pix_fmt yuv420p -g 25 -timecode 10:00:00:00 \
+        -c:a pcm_s16le -ac 2 "$clip.part.mov"
+    mv "$clip.part.mov" "$clip"
+fi
+
+# probe STREAM ENTRY FILE: one value of the stream or, for STREAM "format", of the file.
+probe() {
+    if [ "$1" = format ]; then
+        ffprobe -v error -show_entries "format=$2" -of default=nw=1:nk=1 "$3"
+    else
+        ffprobe -v error -select_streams "$1" -count_packets -show_entries "stream=$2" -of default=nw=1:nk=1 "$3"
+    fi | head -n 1
+}
+row() { printf '%-16s %-10s %-6s %-10s %7s %9s %12s %8s %9s\n' "$@"; }
+# describe LABEL FILE MILLISECONDS
+describe() {
+    audio=$(probe a:0 codec_name "$2")
+    duration=$(probe format duration "$2")
+    if [ "$3" -gt 0 ]; then
+        wall=$(awk "BEGIN { printf \"%.1f s\", $3 / 1000 }")
+        speed=$(awk "BEGIN { printf \"%.2f x\", $duration * 1000 / $3 }")
+    else
+        wall=- speed=-
+    fi
+    row "$1" "$(probe v:0 codec_name "$2")" "${audio:--}" "$(probe v:0 width "$2")x$(probe v:0 height "$2")" \
+        "$(probe v:0 nb_read_packets "$2")" "$(awk "BEGIN { printf \"%.2f s\", $duration }")" \
+        "$(wc -c <"$2")" "$wall" "$speed"
+}
+
+table=$out/summary.txt
+{
+    row what video audio raster frames duration bytes "wall time" speed
+    describe clip "$clip" 0
+} >"$table"
+for preset in orvane_cloud orvane_4444xq; do
+    target=$out/$preset.mov
+    echo "corvex transcode -in $clip -out $target -preset $preset -overwrite"
+    began=$(date +%s%N)
+    "$tool" transcode -in "$clip" -out "$target" -preset "$preset" -overwrite
+    ended=$(date +%s%N)
+    describe "$preset" "$target" $(((ended - began) / 1000000)) >>"$table"
+done
+echo
+cat "$table"
