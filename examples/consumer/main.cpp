@@ -1,0 +1,7 @@
+#include <Corvex/platform/Version.h>
+
+#include <iostream>
+
+int main() {
+    std::cout << "Corvex " << corvex::versionString << '\n';
+}
