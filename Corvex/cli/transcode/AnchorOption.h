@@ -1,0 +1,74 @@
+#pragma once
+
+#include <utility>
+
+#include <Corvex/exported/CliFlag.h>
+#include <Corvex/exported/OAVTranscodeArgumentOverlayAnchorValue.h>
+#include <Corvex/exported/OAVTranscodeTimecodeArgumentFlag.h>
+#include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
+#include <Corvex/exported/OAVTranscodeWatermarkFileArgumentFlag.h>
+
+namespace corvex::inline v0 {
+
+/// An anchor together with the flag under which it is written. A plain value.
+template <class Option>
+class AnchorOption {
+public:
+    constexpr explicit AnchorOption(OAVTranscodeArgumentOverlayAnchorValue anchor) noexcept
+        : anchorArgument_(std::move(anchor)) {}
+
+    [[nodiscard]] constexpr const OAVTranscodeArgumentOverlayAnchorValue& anchorArgument() const noexcept {
+        return anchorArgument_;
+    }
+    constexpr void setAnchorArgument(OAVTranscodeArgumentOverlayAnchorValue anchor) noexcept {
+        anchorArgument_ = std::move(anchor);
+    }
+    /// The anchor's text.
+    [[nodiscard]] constexpr std::string_view rawValue() const noexcept { return anchorArgument_.rawValue(); }
+
+    friend constexpr bool operator==(const Option& a, const Option& b) noexcept {
+        return a.anchorArgument() == b.anchorArgument();
+    }
+
+private:
+    OAVTranscodeArgumentOverlayAnchorValue anchorArgument_;
+};
+
+/// The part of the picture that stays when it is cropped.
+class VideoCropAnchor : public AnchorOption<VideoCropAnchor> {
+public:
+    using AnchorOption::AnchorOption;
+    [[nodiscard]] static constexpr OAVTranscodeVideoArgumentFlag videoFlag() noexcept {
+        return OAVVideoAspectCropAnchorFlag;
+    }
+    [[nodiscard]] constexpr std::string_view cliFlag() const noexcept {
+        return OAVVideoAspectCropAnchorFlag.rawValue();
+    }
+};
+
+/// Where the timecode is burnt in.
+class TimecodeBurnAnchor : public AnchorOption<TimecodeBurnAnchor> {
+public:
+    using AnchorOption::AnchorOption;
+    [[nodiscard]] static constexpr OAVTranscodeTimecodeArgumentFlag tcFlag() noexcept {
+        return OAVTimecodeBurnAnchorFlag;
+    }
+    [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return OAVTimecodeBurnAnchorFlag.rawValue(); }
+};
+
+/// Where the image watermark is burnt in. The typed getter is called `tcFlag` for all burnt-in things.
+class WatermarkBurnAnchor : public AnchorOption<WatermarkBurnAnchor> {
+public:
+    using AnchorOption::AnchorOption;
+    [[nodiscard]] static constexpr OAVTranscodeWatermarkFileArgumentFlag tcFlag() noexcept {
+        return OAVWatermarkFileBurnAnchorFlag;
+    }
+    [[nodiscard]] constexpr std::string_view cliFlag() const noexcept {
+        return OAVWatermarkFileBurnAnchorFlag.rawValue();
+    }
+};
+
+static_assert(CLIArgumentOption<VideoCropAnchor> && CLIArgumentOption<TimecodeBurnAnchor> &&
+              CLIArgumentOption<WatermarkBurnAnchor>);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,128 @@
+#include <Corvex/cli/transcode/KnownTranscodeFlags.h>
+
+#include <algorithm>
+#include <array>
+
+#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
+#include <Corvex/exported/TranscodeVocabulary.h>
+#include <Corvex/platform/Text.h>
+
+namespace corvex::inline v0 {
+namespace {
+
+constexpr std::size_t flagCount =
+    OAVTranscodeCliCommand::allCases().size() + OAVTranscodeArgumentFlag::allCases().size() +
+    OAVTranscodeVideoArgumentFlag::allCases().size() + OAVTranscodeAudioArgumentFlag::allCases().size() +
+    OAVTranscodeTimecodeArgumentFlag::allCases().size() + OAVTranscodeWatermarkFileArgumentFlag::allCases().size() +
+    OAVTranscodeWatermarkTextArgumentFlag::allCases().size() + OAVTranscodeArriLookArgumentFlag::allCases().size() +
+    caseTable<TranscodeCLIFlag>.size();
+
+constexpr auto knownFlags = [] {
+    std::array<std::string_view, flagCount> flags{};
+    std::size_t count = 0;
+    const auto append = [&](const auto& family) {
+        for (const auto& flag : family) flags[count++] = flag.cliFlag();
+    };
+    append(OAVTranscodeCliCommand::allCases());
+    append(OAVTranscodeArgumentFlag::allCases());
+    append(OAVTranscodeVideoArgumentFlag::allCases());
+    append(OAVTranscodeAudioArgumentFlag::allCases());
+    append(OAVTranscodeTimecodeArgumentFlag::allCases());
+    append(OAVTranscodeWatermarkFileArgumentFlag::allCases());
+    append(OAVTranscodeWatermarkTextArgumentFlag::allCases());
+    append(OAVTranscodeArriLookArgumentFlag::allCases());
+    for (const auto& row : caseTable<TranscodeCLIFlag>) flags[count++] = row.cliFlag;
+    return flags;
+}();
+
+constexpr std::array caseKeepingFlags{
+    OAVColorLutFileFlag.rawValue(),          OAVOutputFileFlag.rawValue(),
+    OAVProgressFileFlag.rawValue(),          OAVWorkDirectoryFlag.rawValue(),
+    OAVWatermarkTextBurnTextFlag.rawValue(), OAVVideoAdditionalDecodeOptionsFlag.rawValue(),
+};
+
+constexpr RecognizedKey factsOf(std::string_view key, bool isKnown) noexcept {
+    RecognizedKey facts;
+    facts.isKnown = isKnown;
+    facts.isInput = key.starts_with(OAVInputPrefixFlag.rawValue());
+    facts.isPreset = key.starts_with(OAVPresetFlag.rawValue());
+    facts.keepsCaseOfValue =
+        facts.isInput || std::find(caseKeepingFlags.begin(), caseKeepingFlags.end(), key) != caseKeepingFlags.end();
+    return facts;
+}
+
+/// An open-addressed table, filled by the compiler: a key that is a known flag is found in one or two comparisons.
+class ExactFlags {
+public:
+    constexpr ExactFlags() noexcept {
+        for (const std::string_view flag : knownFlags) {
+            std::size_t slot = slotOf(flag);
+            while (!slots_[slot].flag.empty()) slot = (slot + 1) % slots_.size();
+            slots_[slot] = {flag, factsOf(flag, true)};
+        }
+    }
+    [[nodiscard]] constexpr const RecognizedKey* find(std::string_view key) const noexcept {
+        for (std::size_t slot = slotOf(key); !slots_[slot].flag.empty(); slot = (slot + 1) % slots_.size()) {
+            if (slots_[slot].flag == key) return &slots_[slot].facts;
+        }
+        return nullptr;
+    }
+
+private:
+    struct Slot {
+        std::string_view flag;
+        RecognizedKey facts;
+    };
+    /// FNV-1a (draft-eastlake-fnv).
+    static constexpr std::size_t slotOf(std::string_view key) noexcept {
+        std::uint32_t hash = 2166136261U;
+        for (const char character : key) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
+        return (hash ^ (hash >> 15U)) % slotCount;
+    }
+    static constexpr std::size_t slotCount = 512;
+    static_assert(flagCount * 4 <= slotCount);
+    std::array<Slot, slotCount> slots_{};
+};
+constexpr ExactFlags exactFlags;
+
+/// The known flags that no other known flag occurs in, sorted: whether one of these occurs decides for all.
+constexpr auto shortestFlags = [] {
+    std::array<std::string_view, flagCount> flags{};
+    std::size_t count = 0;
+    for (const std::string_view flag : knownFlags) {
+        const bool isImplied = std::any_of(knownFlags.begin(), knownFlags.end(), [&](std::string_view other) {
+            return other != flag && flag.find(other) != std::string_view::npos;
+        });
+        if (!isImplied) flags[count++] = flag;
+    }
+    std::sort(flags.begin(), flags.begin() + count);
+    return std::pair(flags, count);
+}();
+
+/// Whether a known flag begins at the front of `text`, which begins with "-": no two of the shortest flags begin with
+/// each other, so the one that could is the last that is not above the text.
+bool beginsWithKnownFlag(std::string_view text) noexcept {
+    const auto begin = shortestFlags.first.begin();
+    const auto end = begin + shortestFlags.second;
+    const auto above = std::upper_bound(begin, end, text);
+    return above != begin && text.starts_with(*(above - 1));
+}
+
+bool holdsKnownFlag(std::string_view folded) noexcept {
+    for (std::size_t at = folded.find('-'); at != std::string_view::npos; at = folded.find('-', at + 1)) {
+        if (beginsWithKnownFlag(folded.substr(at))) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+std::span<const std::string_view> knownTranscodeFlags() noexcept { return knownFlags; }
+
+RecognizedKey recognizeTranscodeKey(std::string_view testForm) {
+    if (const RecognizedKey* exact = exactFlags.find(testForm)) return *exact;
+    const bool isKnown = isAscii(testForm) ? holdsKnownFlag(testForm) : holdsKnownFlag(caseFolded(testForm));
+    return factsOf(testForm, isKnown);
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,116 @@
+#include <Corvex/cli/transcode/TranscodeArgumentParser.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/cli/transcode/TranscodeCliPreset.h>
+#include <Corvex/platform/Text.h>
+
+namespace corvex::inline v0 {
+namespace {
+
+/// Lower-casing makes and removes neither white space nor "-", so trimming alone tells.
+bool isFlag(std::string_view word) noexcept { return trimmed(word).starts_with('-'); }
+
+std::string testFormOf(std::string_view word) {
+    std::string testForm(trimmed(word));
+    makeLowercase(testForm);
+    return testForm;
+}
+
+/// `value` cleaned where it stands: copies nothing when there is nothing to trim.
+void sanitizeInPlace(std::string& value, CLISanitizationOptions options) {
+    const std::string_view rest = trimmed(value);
+    if (rest.size() != value.size()) {
+        const auto start = static_cast<std::size_t>(rest.data() - value.data());
+        const std::size_t size = rest.size();
+        value.erase(start + size);
+        value.erase(0, start);
+    }
+    if (options.contains(CLISanitizationOptions::lowercase)) makeLowercase(value);
+}
+
+}  // namespace
+
+void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string testForm, std::string_view givenKey,
+                                    std::string value) {
+    if (!facts.isKnown) {
+        unknown_.insert_or_assign(std::string(givenKey), std::move(value));
+        return;
+    }
+    auto& target = facts.isPreset ? presetValues_ : arguments_.flagValueLookup_;
+    const auto place = target.lower_bound(testForm);
+    if (place != target.end() && place->first == testForm) {
+        place->second = std::move(value);
+        return;
+    }
+    if (keepsOrder_) wordOrder_.push_back(testForm);
+    target.emplace_hint(place, std::move(testForm), std::move(value));
+}
+
+void TranscodeArgumentParser::parseWords(std::span<const std::string> words, bool maintainOriginalOrdering) {
+    keepsOrder_ = maintainOriginalOrdering;
+    std::size_t i = 0;
+    while (i < words.size() && !isFlag(words[i])) ++i;  // stray text is dropped
+    while (i < words.size()) {
+        std::string key = testFormOf(words[i]);
+        std::string value;
+        const std::size_t first = ++i;
+        for (; i < words.size() && !isFlag(words[i]); ++i) {
+            if (i != first) value += ' ';
+            value += words[i];
+        }
+        const RecognizedKey facts = recognizeTranscodeKey(key);
+        sanitizeInPlace(value, facts.valueOptions());
+        const std::string givenKey = facts.isKnown ? std::string() : key;  // a parsed key is in test form already
+        store(facts, std::move(key), givenKey, std::move(value));
+    }
+    finish();
+}
+
+void TranscodeArgumentParser::parseLookup(const ArgumentLookup& lookup) {
+    for (const auto& [key, given] : lookup) {
+        std::string testForm = testFormOf(key);
+        const RecognizedKey facts = testForm.starts_with('-') ? recognizeTranscodeKey(testForm) : RecognizedKey{};
+        if (facts.isKnown && testForm != key && lookup.contains(testForm)) continue;  // that one wins
+        std::string value = given;
+        if (facts.isKnown) sanitizeInPlace(value, facts.valueOptions());
+        store(facts, std::move(testForm), key, std::move(value));
+    }
+    finish();
+}
+
+void TranscodeArgumentParser::expand(std::string_view presetValue) {
+    auto& lookup = arguments_.flagValueLookup_;
+    const auto preset = fromRawValue<TranscodeCliPreset>(presetValue);
+    if (!preset) {
+        const auto [entry, isNew] =
+            lookup.insert_or_assign(std::string(OAVPresetFlag.rawValue()), std::string(presetValue));
+        if (isNew) presetKeys_.push_back(entry->first);
+        return;
+    }
+    for (const auto& [flag, value] : orderedArguments(*preset)) {
+        if (lookup.contains(flag)) continue;
+        presetKeys_.emplace_back(flag);
+        lookup.emplace(flag, value);
+    }
+}
+
+void TranscodeArgumentParser::finish() {
+    for (const auto& [key, value] : presetValues_) expand(value);
+    if (!unknown_.empty()) arguments_.invalidKeyValueLookup_ = std::move(unknown_);
+    if (!keepsOrder_) return;
+
+    // A preset's own key has a place only if it is stored after all; what presets brought in follows, by key.
+    std::erase_if(wordOrder_, [&](const std::string& key) { return !arguments_.flagValueLookup_.contains(key); });
+    std::sort(presetKeys_.begin(), presetKeys_.end());
+    for (std::string& key : presetKeys_) {
+        if (std::find(wordOrder_.begin(), wordOrder_.end(), key) == wordOrder_.end()) {
+            wordOrder_.push_back(std::move(key));
+        }
+    }
+    if (!wordOrder_.empty()) arguments_.orderedFlags_ = std::move(wordOrder_);
+}
+
+}  // namespace corvex::inline v0

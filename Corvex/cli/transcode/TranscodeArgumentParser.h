@@ -1,0 +1,37 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Corvex/cli/ArgumentLookup.h>
+#include <Corvex/cli/transcode/KnownTranscodeFlags.h>
+
+namespace corvex::inline v0 {
+
+class TranscodeCliArguments;
+
+/// Sorts entries into known flags, presets and unknown ones, then expands the presets. Used once, then thrown away.
+class TranscodeArgumentParser {
+public:
+    explicit TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept : arguments_(arguments) {}
+
+    void parseWords(std::span<const std::string> words, bool maintainOriginalOrdering);
+    void parseLookup(const ArgumentLookup& lookup);
+
+private:
+    /// `testForm` is what a known key is stored under, `givenKey` what an unknown one is kept under.
+    void store(const RecognizedKey& facts, std::string testForm, std::string_view givenKey, std::string value);
+    void finish();
+    void expand(std::string_view presetValue);
+
+    TranscodeCliArguments& arguments_;
+    ArgumentLookup presetValues_;  ///< By key: that is the order in which they are expanded.
+    ArgumentLookup unknown_;
+    std::vector<std::string> wordOrder_;   ///< Keys in the order of their first words, if that is wanted.
+    std::vector<std::string> presetKeys_;  ///< Keys that presets brought in.
+    bool keepsOrder_ = false;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,153 @@
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <nlohmann/json.hpp>
+
+#include <Corvex/cli/transcode/KnownTranscodeFlags.h>
+#include <Corvex/cli/transcode/TranscodeArgumentParser.h>
+#include <Corvex/cli/transcode/TranscodeCliPreset.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Text.h>
+
+namespace corvex::inline v0 {
+namespace {
+
+template <class Value>
+Value decoded(const Json& json, std::string_view key) {
+    try {
+        return json.get<Value>();
+    } catch (const Json::exception&) {
+        throw DecodingError(std::string(key), "has a value of another kind: " + jsonText(json));
+    }
+}
+
+}  // namespace
+
+std::span<const std::string_view> TranscodeCliArguments::allKnownCommandFlags() noexcept {
+    return knownTranscodeFlags();
+}
+
+const ArgumentLookup& TranscodeCliArguments::orvaneCloudPresetArguments() {
+    return presetArguments(TranscodeCliPreset::cloud);
+}
+
+const ArgumentLookup& TranscodeCliArguments::orvaneProRes4444XQPresetArguments() {
+    return presetArguments(TranscodeCliPreset::proRes4444XQ);
+}
+
+TranscodeCliArguments::TranscodeCliArguments(std::span<const std::string> cliArgs, bool maintainOriginalOrdering) {
+    TranscodeArgumentParser(*this).parseWords(cliArgs, maintainOriginalOrdering);
+}
+
+TranscodeCliArguments::TranscodeCliArguments(const ArgumentLookup& argumentLookup) {
+    TranscodeArgumentParser(*this).parseLookup(argumentLookup);
+}
+
+std::optional<std::string_view> TranscodeCliArguments::argumentFlagValue(std::string_view flag) const {
+    const auto found = flagValueLookup_.find(trimmed(flag));
+    return found == flagValueLookup_.end() ? std::nullopt : std::optional<std::string_view>(found->second);
+}
+
+void TranscodeCliArguments::setArgumentFlagValue(std::optional<std::string_view> value, std::string_view flag) {
+    const auto place = flagValueLookup_.lower_bound(flag);
+    const bool isPresent = place != flagValueLookup_.end() && place->first == flag;
+    if (!value) {
+        if (isPresent) flagValueLookup_.erase(place);
+    } else if (isPresent) {
+        place->second = std::string(*value);  // a copy first: the value may be part of the one that it replaces
+    } else {
+        flagValueLookup_.emplace_hint(place, flag, *value);
+    }
+}
+
+bool TranscodeCliArguments::hasArgumentFlag(std::string_view flag) const { return argumentFlagValue(flag).has_value(); }
+
+bool TranscodeCliArguments::hasVideoArgumentFlag(const OAVTranscodeVideoArgumentFlag& flag) const {
+    return hasArgumentFlag(flag.cliFlag());
+}
+
+std::optional<std::vector<std::string>> TranscodeCliArguments::unknownFlags() const {
+    if (allFlagsAreValid()) return std::nullopt;
+    std::vector<std::string> keys;
+    keys.reserve(invalidKeyValueLookup_->size());
+    for (const auto& [key, value] : *invalidKeyValueLookup_) keys.push_back(key);
+    return keys;
+}
+
+bool TranscodeCliArguments::allFlagsAreValid() const noexcept {
+    return !invalidKeyValueLookup_ || invalidKeyValueLookup_->empty();
+}
+
+std::vector<std::string> TranscodeCliArguments::commandLineArguments() const {
+    if (!orderedFlags_) return renderArguments(flagValueLookup_);
+    // Entries are told apart by their addresses, so that no text is compared again.
+    std::vector<const ArgumentLookup::value_type*> entries;
+    entries.reserve(flagValueLookup_.size());
+    for (const auto& entry : flagValueLookup_) entries.push_back(&entry);
+    std::sort(entries.begin(), entries.end());
+
+    std::vector<std::string> words;
+    words.reserve(entries.size() * 2);
+    std::vector<bool> isRendered(entries.size());
+    const auto renderOnce = [&](const ArgumentLookup::value_type& entry) {
+        const auto index = std::lower_bound(entries.begin(), entries.end(), &entry) - entries.begin();
+        if (isRendered[static_cast<std::size_t>(index)]) return;
+        isRendered[static_cast<std::size_t>(index)] = true;
+        words.push_back(entry.first);
+        words.push_back(entry.second);
+    };
+    for (const std::string& flag : *orderedFlags_) {
+        const auto found = flagValueLookup_.find(flag);
+        if (found != flagValueLookup_.end()) renderOnce(*found);
+    }
+    if (words.size() < entries.size() * 2) {
+        for (const auto& entry : flagValueLookup_) renderOnce(entry);
+    }
+    return words;
+}
+
+std::string TranscodeCliArguments::description() const {
+    std::string text = "TranscodeCliArguments:";
+    for (const std::string& word : commandLineArguments()) {
+        text += ' ';
+        text += word.empty() ? "\"\"" : word;
+    }
+    return text;
+}
+
+bool TranscodeCliArguments::isEqual(const Object& other) const {
+    const auto* arguments = dynamic_cast<const TranscodeCliArguments*>(&other);
+    return arguments != nullptr && *this == *arguments;
+}
+
+std::size_t TranscodeCliArguments::hash() const {
+    std::size_t seed = flagValueLookup_.size();
+    for (const auto& [flag, value] : flagValueLookup_) {
+        seed = combinedHash(seed, std::hash<std::string>{}(flag));
+        seed = combinedHash(seed, std::hash<std::string>{}(value));
+    }
+    return seed;
+}
+
+void to_json(Json& json, const TranscodeCliArguments& arguments) {
+    json = Json::object();
+    json["flagValueLookup"] = arguments.flagValueLookup_;
+    if (arguments.orderedFlags_) json["orderedFlags"] = *arguments.orderedFlags_;
+    if (arguments.invalidKeyValueLookup_) json["invalidKeyValueLookup"] = *arguments.invalidKeyValueLookup_;
+}
+
+void from_json(const Json& json, TranscodeCliArguments& arguments) {
+    TranscodeCliArguments result;
+    result.flagValueLookup_ = decoded<ArgumentLookup>(requireMember(json, "flagValueLookup"), "flagValueLookup");
+    if (const Json* ordered = findMember(json, "orderedFlags")) {
+        result.orderedFlags_ = decoded<std::vector<std::string>>(*ordered, "orderedFlags");
+    }
+    if (const Json* invalid = findMember(json, "invalidKeyValueLookup")) {
+        result.invalidKeyValueLookup_ = decoded<ArgumentLookup>(*invalid, "invalidKeyValueLookup");
+    }
+    arguments = std::move(result);
+}
+
+}  // namespace corvex::inline v0

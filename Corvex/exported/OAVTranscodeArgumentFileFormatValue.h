@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+
+#include <Corvex/exported/FileExtension.h>
+#include <Corvex/exported/OAVTranscodeArgumentFlag.h>
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/TypedString.h>
+
+namespace corvex::inline v0 {
+
+/// The file format that a transcode writes. Any text is legal; unknown ones have no extensions.
+class OAVTranscodeArgumentFileFormatValue : public TypedString<OAVTranscodeArgumentFileFormatValue> {
+public:
+    using TypedString::TypedString;
+
+    /// The known values in their fixed order.
+    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentFileFormatValue> allCases() noexcept;
+
+    [[nodiscard]] static constexpr OAVTranscodeArgumentFlag fileFlag() noexcept { return OAVFileFormatFlag; }
+    [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return OAVFileFormatFlag.rawValue(); }
+
+    /// The extensions that a file of this format may have, the format's own first; empty for an unknown format.
+    [[nodiscard]] CORVEX_EXPORT std::span<const FileExtension> validExtensions() const noexcept;
+    /// The first of them, or none.
+    [[nodiscard]] CORVEX_EXPORT std::optional<FileExtension> preferredExtension() const noexcept;
+};
+
+inline constexpr OAVTranscodeArgumentFileFormatValue OAVQuickTimeFileFormat{"qt"};
+inline constexpr OAVTranscodeArgumentFileFormatValue OAVMp4Format{"mp4"};
+inline constexpr OAVTranscodeArgumentFileFormatValue OAVWaveFileFormat{"wav"};
+
+inline constexpr std::array allTranscodeArgumentFileFormatValues{
+    OAVQuickTimeFileFormat,
+    OAVMp4Format,
+    OAVWaveFileFormat,
+};
+
+constexpr std::span<const OAVTranscodeArgumentFileFormatValue>
+OAVTranscodeArgumentFileFormatValue::allCases() noexcept {
+    return allTranscodeArgumentFileFormatValues;
+}
+
+static_assert(CLIArgumentOption<OAVTranscodeArgumentFileFormatValue>);
+
+}  // namespace corvex::inline v0

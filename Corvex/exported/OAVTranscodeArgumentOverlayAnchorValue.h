@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <span>
+
+#include <Corvex/platform/TypedString.h>
+
+namespace corvex::inline v0 {
+
+/// One of nine places in a picture: top, centre or bottom, then left, centre or right. For the crop, timecode burn-in
+/// and watermark anchors. Any text is legal.
+class OAVTranscodeArgumentOverlayAnchorValue : public TypedString<OAVTranscodeArgumentOverlayAnchorValue> {
+public:
+    using TypedString::TypedString;
+
+    /// The known values in their fixed order.
+    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue> allCases() noexcept;
+};
+
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopLeft{"tl"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopCenter{"tc"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopRight{"tr"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenterLeft{"cl"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenter{"c"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenterRight{"cr"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomLeft{"bl"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomCenter{"bc"};
+inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomRight{"br"};
+
+inline constexpr std::array allTranscodeArgumentOverlayAnchorValues{
+    OAVAnchorTopLeft,     OAVAnchorTopCenter,  OAVAnchorTopRight,     OAVAnchorCenterLeft,  OAVAnchorCenter,
+    OAVAnchorCenterRight, OAVAnchorBottomLeft, OAVAnchorBottomCenter, OAVAnchorBottomRight,
+};
+
+constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue>
+OAVTranscodeArgumentOverlayAnchorValue::allCases() noexcept {
+    return allTranscodeArgumentOverlayAnchorValues;
+}
+
+}  // namespace corvex::inline v0

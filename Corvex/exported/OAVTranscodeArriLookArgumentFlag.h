@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <span>
+
+#include <Corvex/exported/CliFlag.h>
+#include <Corvex/platform/TypedString.h>
+
+namespace corvex::inline v0 {
+
+/// Flags of the ARRI look that a transcode renders.
+class OAVTranscodeArriLookArgumentFlag : public TypedString<OAVTranscodeArriLookArgumentFlag> {
+public:
+    using TypedString::TypedString;
+
+    /// The known flags in their fixed order.
+    [[nodiscard]] static constexpr std::span<const OAVTranscodeArriLookArgumentFlag> allCases() noexcept;
+    [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
+    /// Always true: every flag of the family takes a value.
+    [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
+};
+
+inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpacePrimaryFlag{"-arri_cs"};
+inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpaceWhitePointFlag{"-arri_wp"};
+inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpaceCurveFlag{"-arri_curve"};
+inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookInvalidLookResolutionFlag{"-arri_inv_res"};
+
+inline constexpr std::array allTranscodeArriLookArgumentFlags{
+    OAVArriLookColorSpacePrimaryFlag,
+    OAVArriLookColorSpaceWhitePointFlag,
+    OAVArriLookColorSpaceCurveFlag,
+    OAVArriLookInvalidLookResolutionFlag,
+};
+
+constexpr std::span<const OAVTranscodeArriLookArgumentFlag> OAVTranscodeArriLookArgumentFlag::allCases() noexcept {
+    return allTranscodeArriLookArgumentFlags;
+}
+
+constexpr bool OAVTranscodeArriLookArgumentFlag::acceptsArguments() const noexcept { return true; }
+
+static_assert(CliFlag<OAVTranscodeArriLookArgumentFlag>);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+
+#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Error.h>
+
+namespace corvex::inline v0 {
+
+/// One row of a closed enumeration's table: the enumerator, its raw value (text or integer) and its description.
+/// An enumeration that says more about its cases (equivalents, flags) derives its own row type from this one.
+template <class Enumeration, class Raw = std::string_view>
+struct Case {
+    Enumeration value;
+    Raw rawValue;
+    std::string_view description;
+};
+
+/// The table of a closed enumeration: specialised beside it with a constexpr std::array of rows, in case order.
+/// From it alone come allCases, rawValue, fromRawValue, description and the coding to JSON.
+template <class Enumeration>
+inline constexpr auto caseTable = nullptr;
+
+template <class Enumeration>
+concept ClosedEnumeration =
+    std::is_enum_v<Enumeration> && !std::same_as<std::remove_cvref_t<decltype(caseTable<Enumeration>)>, std::nullptr_t>;
+
+/// Whether `value` is declared in its enumeration; g++ and clang spell an undeclared one as a cast, "(Type)3".
+template <auto value>
+consteval bool isEnumerator() {
+    const std::string_view text = __PRETTY_FUNCTION__;
+    return text[text.find("value = ") + 8] != '(';
+}
+
+/// Whether the rows name each enumerator once, in order from 0, with raw values that differ, and none is left out.
+template <class Enumeration, class Rows>
+consteval bool isComplete(const Rows& rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].value != static_cast<Enumeration>(i)) return false;
+        for (std::size_t j = 0; j < i; ++j) {
+            if (rows[j].rawValue == rows[i].rawValue) return false;
+        }
+    }
+    return !isEnumerator<static_cast<Enumeration>(std::tuple_size_v<Rows>)>();
+}
+
+/// All cases in their declared order.
+template <ClosedEnumeration Enumeration>
+inline constexpr auto allCases =
+    std::apply([](const auto&... rows) { return std::array{rows.value...}; }, caseTable<Enumeration>);
+
+/// The row of a case. A value outside the enumeration is a programming error and stops the process.
+template <ClosedEnumeration Enumeration>
+[[nodiscard]] constexpr const auto& caseOf(Enumeration value) noexcept {
+    const auto index = static_cast<std::size_t>(value);
+    require(index < caseTable<Enumeration>.size(), "unexpected enumeration case");
+    return caseTable<Enumeration>[index];
+}
+
+template <ClosedEnumeration Enumeration>
+[[nodiscard]] constexpr auto rawValue(Enumeration value) noexcept {
+    return caseOf(value).rawValue;
+}
+
+template <ClosedEnumeration Enumeration>
+[[nodiscard]] constexpr std::string_view description(Enumeration value) noexcept {
+    return caseOf(value).description;
+}
+
+/// The case with exactly this raw value (texts letter for letter), or none.
+template <ClosedEnumeration Enumeration, class Raw>
+[[nodiscard]] constexpr std::optional<Enumeration> fromRawValue(const Raw& raw) noexcept {
+    for (const auto& row : caseTable<Enumeration>) {
+        if (row.rawValue == raw) return row.value;
+    }
+    return std::nullopt;
+}
+
+/// Codes a case as its raw value. Decoding an unknown one throws DecodingError.
+template <class Json, ClosedEnumeration Enumeration>
+void to_json(Json& json, Enumeration value) {
+    if constexpr (std::integral<decltype(rawValue(value))>) {
+        json = rawValue(value);
+    } else {
+        json = std::string(rawValue(value));
+    }
+}
+
+template <class Json, ClosedEnumeration Enumeration>
+void from_json(const Json& json, Enumeration& value) {
+    using Raw = decltype(rawValue(value));
+    using Coded = std::conditional_t<std::integral<Raw>, Raw, std::string>;
+    const auto coded = json.template get<Coded>();
+    const auto found = fromRawValue<Enumeration>(Raw(coded));
+    if (!found) throw DecodingError(json.dump(), "is no raw value of the enumeration");
+    value = *found;
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <concepts>
+#include <source_location>
+#include <string_view>
+#include <utility>
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// Stops the process because of a programming error: one line with the message and the place in the source goes to the
+/// log at level `fault`, then abort. Never for bad input, which is an error that a caller can answer.
+[[noreturn]] CORVEX_EXPORT void fatalError(
+    std::string_view message, const std::source_location& where = std::source_location::current()) noexcept;
+
+/// Stops the process with `reason` unless `holds`; while the compiler evaluates the call, stops the build.
+constexpr void require(bool holds, std::string_view reason,
+                       const std::source_location& where = std::source_location::current()) noexcept {
+    if (!holds) [[unlikely]]
+        fatalError(reason, where);
+}
+
+/// a + b, a - b, a * b in the operands' own type. Overflow stops the process, or the build where it is evaluated there.
+template <std::integral T>
+[[nodiscard]] constexpr T checkedAdd(T a, T b,
+                                     const std::source_location& where = std::source_location::current()) noexcept {
+    T sum{};
+    if (__builtin_add_overflow(a, b, &sum)) [[unlikely]]
+        fatalError("addition overflowed", where);
+    return sum;
+}
+
+template <std::integral T>
+[[nodiscard]] constexpr T checkedSubtract(
+    T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
+    T difference{};
+    if (__builtin_sub_overflow(a, b, &difference)) [[unlikely]]
+        fatalError("subtraction overflowed", where);
+    return difference;
+}
+
+template <std::integral T>
+[[nodiscard]] constexpr T checkedMultiply(
+    T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
+    T product{};
+    if (__builtin_mul_overflow(a, b, &product)) [[unlikely]]
+        fatalError("multiplication overflowed", where);
+    return product;
+}
+
+/// -a and |a|. The lowest value of a signed type has neither and stops the process.
+template <std::signed_integral T>
+[[nodiscard]] constexpr T checkedNegate(T a,
+                                        const std::source_location& where = std::source_location::current()) noexcept {
+    return checkedSubtract(T{0}, a, where);
+}
+
+template <std::signed_integral T>
+[[nodiscard]] constexpr T checkedMagnitude(
+    T a, const std::source_location& where = std::source_location::current()) noexcept {
+    return a < 0 ? checkedNegate(a, where) : a;
+}
+
+/// a / b and a % b, rounding towards zero. A zero divisor, or the lowest value over -1, stops the process.
+template <std::integral T>
+[[nodiscard]] constexpr T checkedDivide(T a, T b,
+                                        const std::source_location& where = std::source_location::current()) noexcept {
+    if (b == 0) [[unlikely]]
+        fatalError("division by zero", where);
+    if constexpr (std::signed_integral<T>) {
+        if (b == -1) return checkedNegate(a, where);
+    }
+    return static_cast<T>(a / b);
+}
+
+template <std::integral T>
+[[nodiscard]] constexpr T checkedRemainder(
+    T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
+    if (b == 0) [[unlikely]]
+        fatalError("division by zero", where);
+    if constexpr (std::signed_integral<T>) {
+        if (b == -1) return 0;  // the machine's division traps for the lowest value, although the remainder exists
+    }
+    return static_cast<T>(a % b);
+}
+
+/// `value` as a `To`. A value that `To` cannot hold stops the process.
+template <std::integral To, std::integral From>
+[[nodiscard]] constexpr To checkedCast(From value,
+                                       const std::source_location& where = std::source_location::current()) noexcept {
+    if (!std::in_range<To>(value)) [[unlikely]]
+        fatalError("integer conversion lost the value", where);
+    return static_cast<To>(value);
+}
+
+}  // namespace corvex::inline v0

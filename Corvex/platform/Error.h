@@ -1,0 +1,45 @@
+#pragma once
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// What every error that Corvex throws derives from. `what()` is one line: the offending value and what was expected.
+class CORVEX_EXPORT Error : public std::exception {
+public:
+    explicit Error(const std::string& message) : message_(message) {}
+    ~Error() override;
+    Error(const Error&) = default;
+    Error& operator=(const Error&) = default;
+
+    [[nodiscard]] const char* what() const noexcept override { return message_.what(); }
+
+private:
+    std::runtime_error message_;  // shares its text: copying an exception must not throw
+};
+
+/// Coded data that lacks a key, or holds a value of another type under it.
+class CORVEX_EXPORT DecodingError : public Error {
+public:
+    DecodingError(const std::string& key, const std::string& problem);
+    ~DecodingError() override;
+    DecodingError(const DecodingError&) = default;
+    DecodingError& operator=(const DecodingError&) = default;
+
+    /// The key at fault, as the coded form spells it.
+    [[nodiscard]] const char* key() const noexcept { return key_.what(); }
+
+    friend bool operator==(const DecodingError& a, const DecodingError& b) noexcept {
+        return std::string_view(a.key()) == b.key() && std::string_view(a.what()) == b.what();
+    }
+
+private:
+    std::runtime_error key_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace corvex::inline v0 {
+
+/// A value that the whole process shares and a host may replace: made on first use, copied out and in under one mutex.
+/// Meant for namespace scope: construction is constant, so there is no order of initialisation to mind.
+template <class Value>
+class ProcessWide {
+public:
+    /// `initial` makes the value when it is first read; it runs at most once and not at all if a host sets one before.
+    constexpr explicit ProcessWide(Value (*initial)()) noexcept : initial_(initial) {}
+
+    [[nodiscard]] Value get() const {
+        const std::lock_guard lock(mutex_);
+        if (!value_) value_.emplace(initial_());
+        return *value_;
+    }
+
+    void set(Value value) {
+        std::optional<Value> replacement(std::move(value));  // outlives the lock, and with it the old value
+        const std::lock_guard lock(mutex_);
+        value_.swap(replacement);
+    }
+
+private:
+    mutable std::mutex mutex_;
+    mutable std::optional<Value> value_;
+    Value (*initial_)();
+};
+
+}  // namespace corvex::inline v0

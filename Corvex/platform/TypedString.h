@@ -1,0 +1,94 @@
+#pragma once
+
+#include <algorithm>
+#include <compare>
+#include <concepts>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// A text that is part of the program and lives as long as it: made from literals only, which the compiler checks.
+class LiteralText {
+public:
+    // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions): a literal is one
+    consteval LiteralText(const char* literal) noexcept : text_(literal) {}
+    [[nodiscard]] constexpr std::string_view text() const noexcept { return text_; }
+
+private:
+    std::string_view text_;
+};
+
+/// A text of one family of words: any spelling is legal, families never mix, the known ones are constants.
+/// A family derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
+/// Made from a literal it is a compile-time constant that refers to the literal; made from any other text it owns a
+/// copy. Copies of a constant cost nothing; a moved-from text is empty. Equality, order and hash are those of the bytes.
+/// Codes to JSON as one string. Threads: as std::string.
+template <class Family>
+class TypedString {
+public:
+    constexpr TypedString() noexcept = default;
+
+    constexpr explicit TypedString(LiteralText literal) noexcept : text_(literal.text()) {}
+
+    template <class Text>
+        requires std::same_as<Text, std::string> || std::same_as<Text, std::string_view>
+    constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
+
+    constexpr TypedString(const TypedString& other)
+        : text_(other.isOwner_ ? own(other.text_) : other.text_), isOwner_(other.isOwner_) {}
+    constexpr TypedString(TypedString&& other) noexcept
+        : text_(std::exchange(other.text_, {})), isOwner_(std::exchange(other.isOwner_, false)) {}
+    constexpr TypedString& operator=(TypedString other) noexcept {
+        std::swap(text_, other.text_);
+        std::swap(isOwner_, other.isOwner_);
+        return *this;
+    }
+    constexpr ~TypedString() {
+        if (isOwner_) delete[] text_.data();
+    }
+
+    /// The text. Valid while this object lives and is not assigned to.
+    [[nodiscard]] constexpr std::string_view rawValue() const noexcept { return text_; }
+
+    friend constexpr bool operator==(const Family& a, const Family& b) noexcept { return a.rawValue() == b.rawValue(); }
+    friend constexpr std::strong_ordering operator<=>(const Family& a, const Family& b) noexcept {
+        return a.rawValue() <=> b.rawValue();
+    }
+
+    template <class Json>
+    friend void to_json(Json& json, const Family& value) {
+        json = std::string(value.rawValue());
+    }
+    template <class Json>
+    friend void from_json(const Json& json, Family& value) {
+        value = Family(json.template get<std::string>());
+    }
+
+private:
+    static constexpr std::string_view own(std::string_view text) {
+        if (text.empty()) return {};
+        char* copy = new char[text.size()];
+        std::copy(text.begin(), text.end(), copy);
+        return {copy, text.size()};
+    }
+
+    std::string_view text_;
+    bool isOwner_ = false;
+};
+
+template <class T>
+concept TypedStringFamily = std::derived_from<T, TypedString<T>>;
+
+}  // namespace corvex::inline v0
+
+template <corvex::TypedStringFamily Family>
+struct std::hash<Family> {
+    std::size_t operator()(const Family& value) const noexcept {
+        return std::hash<std::string_view>{}(value.rawValue());
+    }
+};
