@@ -28,7 +28,7 @@ probe() {
         ffprobe -v error -select_streams "$1" -count_packets -show_entries "stream=$2" -of default=nw=1:nk=1 "$3"
     fi | head -n 1
 }
-row() { printf '%-16s %-10s %-6s %-10s %7s %9s %12s %8s %9s\n' "$@"; }
+row() { printf '%-14s %-8s %-10s %-10s %7s %9s %12s %8s %9s\n' "$@"; }
 # describe LABEL FILE MILLISECONDS
 describe() {
     audio=$(probe a:0 codec_name "$2")
