@@ -10,9 +10,7 @@ case $kind in
     *) echo "usage: $0 shared|static" >&2; exit 2 ;;
 esac
 cd "$root"
-if [ "$kind" = static ] || [ ! -e build/release/lib/libcorvex.so ]; then
-    ./scripts/build.sh "$preset"
-fi
+./scripts/build.sh "$preset"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "build/$preset" --prefix "$work/first" >"$work/install.log" || { cat "$work/install.log" >&2; exit 1; }
@@ -23,14 +21,22 @@ libraries=$(dirname "$(find "$prefix" -name 'libcorvex.*' | head -n 1)")
 cmake -S examples/consumer -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >"$work/cmake.log" ||
     { cat "$work/cmake.log" >&2; exit 1; }
 cmake --build "$work/cmake"
-"$work/cmake/consumer" -in /media/A001C003.mov -out /proxies/A001C003.mov
+# The same words come back, one a line: the library was not only linked but does its work.
+words="-in /media/A001C003.mov -out /proxies/A001C003.mov"
+expect() {
+    # shellcheck disable=SC2086  # words are what is wanted
+    printed=$("$@" $words | sed 1d | sort | tr '\n' ' ')
+    wanted=$(printf '%s\n' $words | sort | tr '\n' ' ')
+    [ "$printed" = "$wanted" ] || { echo "$*: printed '$printed', not '$wanted'" >&2; exit 1; }
+}
+expect "$work/cmake/consumer"
 
 option=
 [ "$kind" = shared ] || option=--static
 export PKG_CONFIG_PATH="$libraries/pkgconfig"
 # shellcheck disable=SC2046  # words are what is wanted
 c++ -std=c++20 -o "$work/consumer" examples/consumer/main.cpp $(pkg-config $option --cflags --libs corvex)
-LD_LIBRARY_PATH=$libraries "$work/consumer" -in /media/A001C003.mov -out /proxies/A001C003.mov
+expect env "LD_LIBRARY_PATH=$libraries" "$work/consumer"
 
 if [ -x "$prefix/bin/corvex" ]; then
     "$prefix/bin/corvex" --version
