@@ -1,0 +1,51 @@
+#include <Corvex/platform/Localization.h>
+
+#if __has_include(<libintl.h>) && defined(CORVEX_LOCALE_DIRECTORY)
+#include <libintl.h>
+#define CORVEX_HAS_GETTEXT 1
+#else
+#define CORVEX_HAS_GETTEXT 0
+#endif
+
+namespace corvex::inline v0 {
+
+#if CORVEX_HAS_GETTEXT
+
+namespace {
+
+constexpr const char* domain = "corvex";
+
+/// Binds the domain once. UTF-8 whatever the character set of the locale, as everywhere in the library.
+void bind(const char* directory) {
+    bindtextdomain(domain, directory);
+    bind_textdomain_codeset(domain, "UTF-8");
+}
+
+void bindInstalledCatalogues() {
+    static const bool isBound = [] {
+        bind(CORVEX_LOCALE_DIRECTORY);
+        return true;
+    }();
+    static_cast<void>(isBound);
+}
+
+}  // namespace
+
+std::string localizedText(const char* english) {
+    bindInstalledCatalogues();
+    return dgettext(domain, english);
+}
+
+void setLocalizationDirectory(const std::filesystem::path& directory) {
+    bindInstalledCatalogues();  // first, or the next text would undo this choice
+    bind(directory.c_str());
+}
+
+#else
+
+std::string localizedText(const char* english) { return english; }
+void setLocalizationDirectory(const std::filesystem::path& /*directory*/) {}
+
+#endif
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corvex/platform/Checked.h>
+
+namespace corvex::inline v0 {
+
+// Roundings of doubles that also work while compiling. A number that is not finite passes through unchanged.
+// Pure; any thread.
+
+/// Without its fraction. Magnitudes of 2^52 and more have none.
+[[nodiscard]] constexpr double roundedTowardZero(double value) noexcept {
+    constexpr double allWhole = 4503599627370496.0;  // 2^52
+    return value > -allWhole && value < allWhole ? static_cast<double>(static_cast<std::int64_t>(value)) : value;
+}
+
+[[nodiscard]] constexpr double roundedDown(double value) noexcept {
+    const double whole = roundedTowardZero(value);
+    return whole > value ? whole - 1.0 : whole;
+}
+
+[[nodiscard]] constexpr double roundedUp(double value) noexcept {
+    const double whole = roundedTowardZero(value);
+    return whole < value ? whole + 1.0 : whole;
+}
+
+/// To the nearest whole number, halves away from zero.
+[[nodiscard]] constexpr double roundedHalfAway(double value) noexcept {
+    const double whole = roundedTowardZero(value);
+    const double fraction = value - whole;  // exact: both have the same exponent range
+    if (fraction >= 0.5) return whole + 1.0;
+    return fraction <= -0.5 ? whole - 1.0 : whole;
+}
+
+/// `value` without its fraction. A number that is not finite or is beyond 64 bits stops the process.
+[[nodiscard]] constexpr std::int64_t checkedInt64(
+    double value, const std::source_location& where = std::source_location::current()) noexcept {
+    constexpr double limit = 9223372036854775808.0;  // 2^63
+    require(value >= -limit && value < limit, "a number does not fit into 64 bits", where);
+    return static_cast<std::int64_t>(value);
+}
+
+}  // namespace corvex::inline v0

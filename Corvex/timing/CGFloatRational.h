@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+
+#include <Corvex/timing/RatioRepresentable.h>
+
+namespace corvex::inline v0 {
+
+/// A ratio of two lengths in floating point; never reduced. Pure value; any thread.
+class CGFloatRational {
+public:
+    constexpr CGFloatRational(double numerator, double denominator) noexcept
+        : numerator_(numerator), denominator_(denominator) {}
+
+    [[nodiscard]] constexpr double numerator() const noexcept { return numerator_; }
+    [[nodiscard]] constexpr double denominator() const noexcept { return denominator_; }
+
+    /// This ratio divided by `rhs`; none when the divisor's product is exactly 0.
+    [[nodiscard]] constexpr std::optional<double> safeQuotient(const CGFloatRational& rhs) const noexcept {
+        const double divisor = rhs.numerator_ * denominator_;
+        if (divisor == 0) return std::nullopt;
+        return rhs.denominator_ * numerator_ / divisor;
+    }
+
+    friend constexpr CGFloatRational operator*(const CGFloatRational& a, const CGFloatRational& b) noexcept {
+        return {a.numerator_ * b.numerator_, a.denominator_ * b.denominator_};
+    }
+    friend constexpr CGFloatRational operator/(const CGFloatRational& a, const CGFloatRational& b) noexcept {
+        return {a.numerator_ * b.denominator_, a.denominator_ * b.numerator_};
+    }
+
+private:
+    double numerator_;
+    double denominator_;
+};
+static_assert(RatioRepresentable<CGFloatRational>);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <numeric>
+
+#include <Corvex/platform/Checked.h>
+
+namespace corvex::inline v0 {
+
+/// All values from `lower` to `upper`, both included. A range that ends before it begins stops the process.
+template <std::totally_ordered T>
+class ClosedRange {
+public:
+    constexpr ClosedRange(T lower, T upper) : lower_(lower), upper_(upper) {
+        require(lower <= upper, "a range must not end before it begins");
+    }
+
+    [[nodiscard]] constexpr const T& lower() const noexcept { return lower_; }
+    [[nodiscard]] constexpr const T& upper() const noexcept { return upper_; }
+
+    friend constexpr bool operator==(const ClosedRange&, const ClosedRange&) = default;
+
+private:
+    T lower_;
+    T upper_;
+};
+
+/// The value of the range that is nearest to `value`.
+template <std::totally_ordered T>
+[[nodiscard]] constexpr T clamped(const T& value, const ClosedRange<T>& to) {
+    if (value < to.lower()) return to.lower();
+    return to.upper() < value ? to.upper() : value;
+}
+
+/// The same for integers: as a result, and in place.
+[[nodiscard]] constexpr std::int64_t clippedTo(std::int64_t value, const ClosedRange<std::int64_t>& range) noexcept {
+    return clamped(value, range);
+}
+constexpr void clipTo(std::int64_t& value, const ClosedRange<std::int64_t>& range) noexcept {
+    value = clamped(value, range);
+}
+
+/// The mean of the bounds.
+[[nodiscard]] constexpr double middle(const ClosedRange<double>& range) noexcept {
+    return std::midpoint(range.lower(), range.upper());
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/timing/MediaRational.h>
+
+namespace corvex::inline v0 {
+
+/// An older list of frame rates, kept to read stored settings; new code uses VideoFrameRate.
+/// Raw values of the `ntsc…` cases follow the process-wide `ntscTimeScale`. Equal by case and, for `custom`, by value.
+/// Codes to JSON as an object with the case's name as its one key: {"p24": {}}, {"custom": 12.0}. Any thread.
+class DeprecatedVideoFrameRate {
+public:
+    enum class Choice : std::uint8_t {
+        ntsc24p,
+        p24,
+        pal25p,
+        ntsc30p,
+        p30,
+        p48,
+        p50,
+        ntsc60p,
+        p60,
+        p72,
+        ntsc120p,
+        p120,
+        p300,
+        p600,
+        custom
+    };
+
+    /// A fixed case. `Choice::custom` needs a rate, and stops the process here.
+    explicit constexpr DeprecatedVideoFrameRate(Choice choice) noexcept : choice_(choice) {
+        require(choice != Choice::custom, "a custom frame rate needs its value");
+    }
+    [[nodiscard]] static constexpr DeprecatedVideoFrameRate custom(const MediaRational& rate) noexcept {
+        DeprecatedVideoFrameRate result(Choice::ntsc24p);
+        result.choice_ = Choice::custom;
+        result.custom_ = rate;
+        return result;
+    }
+
+    /// The first fixed case whose raw value equals `rate`, else `custom`.
+    [[nodiscard]] CORVEX_EXPORT static DeprecatedVideoFrameRate fromRawValue(const MediaRational& rate) noexcept;
+
+    [[nodiscard]] constexpr Choice choice() const noexcept { return choice_; }
+
+    /// Frames per second.
+    [[nodiscard]] CORVEX_EXPORT MediaRational rawValue() const noexcept;
+
+    /// Whether the rate is over the NTSC time scale: always for the `ntsc…` cases; for `custom` when its scale equals
+    /// the current `ntscTimeScale`; never for the others.
+    [[nodiscard]] CORVEX_EXPORT bool hasNTSCTimeBase() const noexcept;
+
+    /// The four `ntsc…` cases.
+    [[nodiscard]] CORVEX_EXPORT static std::span<const DeprecatedVideoFrameRate> definedNTSCRates() noexcept;
+
+    /// "29.97", "25".
+    [[nodiscard]] CORVEX_EXPORT std::string formattedString() const;
+
+    /// The denominator of the `ntsc…` cases, at first 1001. Process-wide, any thread; setting 0 stops the process.
+    [[nodiscard]] CORVEX_EXPORT static std::int64_t ntscTimeScale() noexcept;
+    CORVEX_EXPORT static void setNtscTimeScale(std::int64_t timeScale) noexcept;
+
+    friend constexpr bool operator==(const DeprecatedVideoFrameRate& a, const DeprecatedVideoFrameRate& b) noexcept {
+        return a.choice_ == b.choice_ && a.custom_ == b.custom_;
+    }
+
+private:
+    Choice choice_;
+    MediaRational custom_;  // 0/1 for the fixed cases
+};
+
+CORVEX_EXPORT void to_json(Json& json, const DeprecatedVideoFrameRate& value);
+CORVEX_EXPORT void from_json(const Json& json, DeprecatedVideoFrameRate& value);
+
+}  // namespace corvex::inline v0
+
+template <>
+struct std::hash<corvex::DeprecatedVideoFrameRate> {
+    CORVEX_EXPORT std::size_t operator()(const corvex::DeprecatedVideoFrameRate& rate) const noexcept;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Json.h>
+
+namespace corvex::inline v0 {
+
+/// Whether timecode skips labels to follow the clock at an NTSC rate (SMPTE ST 12-1).
+/// Codes to JSON as an object with the case's name as its one key: {"drop": {}}.
+enum class DropFrameState : std::uint8_t { unknown, nonDrop, drop };
+
+template <>
+inline constexpr auto caseTable<DropFrameState> = std::to_array<Case<DropFrameState>>({
+    {DropFrameState::unknown, "unknown", "unknown"},
+    {DropFrameState::nonDrop, "nonDrop", "non-drop frame"},
+    {DropFrameState::drop, "drop", "drop frame"},
+});
+static_assert(isComplete<DropFrameState>(caseTable<DropFrameState>));
+
+CORVEX_EXPORT void to_json(Json& json, DropFrameState value);
+CORVEX_EXPORT void from_json(const Json& json, DropFrameState& value);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <variant>
+
+#include <Corvex/platform/Error.h>
+
+namespace corvex::inline v0 {
+
+/// A number or a pair of numbers that is no frame rate. Equal by case and payload.
+class CORVEX_EXPORT FrameRateError : public Error {
+public:
+    struct InvalidNumericFrameRate {
+        double value;
+        friend bool operator==(const InvalidNumericFrameRate&, const InvalidNumericFrameRate&) = default;
+    };
+    struct InvalidRationalComponents {
+        std::int64_t timeValue, timeScale;
+        friend bool operator==(const InvalidRationalComponents&, const InvalidRationalComponents&) = default;
+    };
+    struct ApproximationFailure {
+        double frameRate, tolerance;
+        friend bool operator==(const ApproximationFailure&, const ApproximationFailure&) = default;
+    };
+    using Case = std::variant<InvalidNumericFrameRate, InvalidRationalComponents, ApproximationFailure>;
+
+    explicit FrameRateError(const Case& which);
+    ~FrameRateError() override;
+    FrameRateError(const FrameRateError&) = default;
+    FrameRateError& operator=(const FrameRateError&) = default;
+
+    [[nodiscard]] static FrameRateError invalidNumericFrameRate(double value);
+    [[nodiscard]] static FrameRateError invalidRationalComponents(std::int64_t timeValue, std::int64_t timeScale);
+    [[nodiscard]] static FrameRateError approximationFailure(double frameRate, double tolerance);
+
+    /// The case with its payload.
+    [[nodiscard]] const Case& which() const noexcept { return case_; }
+
+    friend bool operator==(const FrameRateError& a, const FrameRateError& b) noexcept { return a.case_ == b.case_; }
+
+private:
+    Case case_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/FourCharacterCode.h>
+
+namespace corvex::inline v0 {
+
+/// How a media sample carries timecode: a label or a plain counter, in 32 or 64 bits. Raw value: the format's code in
+/// a QuickTime sample description.
+enum class TimecodeFormatType : std::uint8_t { timecode32, timecode64, counter32, counter64 };
+
+template <>
+inline constexpr auto caseTable<TimecodeFormatType> = std::to_array<Case<TimecodeFormatType, FourCharacterCode>>({
+    {TimecodeFormatType::timecode32, fourCharacterCode("tmcd"), "32-bit timecode"},
+    {TimecodeFormatType::timecode64, fourCharacterCode("tc64"), "64-bit timecode"},
+    {TimecodeFormatType::counter32, fourCharacterCode("cn32"), "32-bit counter"},
+    {TimecodeFormatType::counter64, fourCharacterCode("cn64"), "64-bit counter"},
+});
+static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
+
+/// How a timecode counts and in which form a media sample carries it.
+struct TimecodeFormatOptions {
+    bool ensureValidDropFrameRates = true;  ///< Only rates that are NTSC drop-frame compliant drop frames.
+    bool enforceBroadcastTimecode = true;
+    TimecodeFormatType formatType = TimecodeFormatType::timecode32;
+    bool permitNegativeTimes = false;
+
+    friend constexpr bool operator==(const TimecodeFormatOptions&, const TimecodeFormatOptions&) noexcept = default;
+};
+
+}  // namespace corvex::inline v0

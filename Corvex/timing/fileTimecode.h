@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include <Corvex/timing/TimecodeComponents.h>
+
+namespace corvex::inline v0 {
+
+/// The local time of day at which a file was created or last modified, as timecode with 0 frames in state `nonDrop`.
+/// None when there is no such file, or when its file system keeps no creation date. Any thread.
+[[nodiscard]] CORVEX_EXPORT std::optional<TimecodeComponents> creationDateTimecodeComponents(
+    const std::filesystem::path& file);
+[[nodiscard]] CORVEX_EXPORT std::optional<TimecodeComponents> modificationDateTimecodeComponents(
+    const std::filesystem::path& file);
+
+}  // namespace corvex::inline v0

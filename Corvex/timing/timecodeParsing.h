@@ -1,0 +1,107 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <Corvex/platform/NumberText.h>
+#include <Corvex/timing/DropFrameState.h>
+#include <Corvex/timing/timecodeCounting.h>
+
+namespace corvex::inline v0 {
+
+/// What a text must hold beyond four fields of digits.
+struct TimecodeFormChecks {
+    bool forceProperComponentLength = false;  ///< Every field has at least two characters.
+    bool forceComponentBounds = false;        ///< Minutes and seconds are at most 60; 60 itself passes, on purpose.
+};
+
+/// The fields that a text has, as far as they can be read.
+struct DecomposedTimecode {
+    std::optional<std::int64_t> hours, minutes, seconds, frames;
+    DropFrameState dropFrameState = DropFrameState::nonDrop;
+    friend constexpr bool operator==(const DecomposedTimecode&, const DecomposedTimecode&) noexcept = default;
+};
+
+struct ProperTimecode {
+    TimecodeFields fields;
+    DropFrameState dropFrameState;
+};
+
+/// The first four fields of a text, how many there are in all, and what the separators say.
+struct SplitTimecode {
+    std::array<std::string_view, 4> fields;
+    std::size_t count = 0;
+    DropFrameState dropFrameState = DropFrameState::nonDrop;
+};
+
+[[nodiscard]] constexpr SplitTimecode splitTimecode(std::string_view text) noexcept {
+    SplitTimecode result;
+    std::size_t start = 0;
+    for (std::size_t at = 0; at <= text.size(); ++at) {
+        const bool isEnd = at == text.size();
+        if (!isEnd && text[at] != ':' && text[at] != ';') continue;
+        if (!isEnd && text[at] == ';') result.dropFrameState = DropFrameState::drop;
+        if (result.count < result.fields.size()) result.fields[result.count] = text.substr(start, at - start);
+        ++result.count;
+        start = at + 1;
+    }
+    return result;
+}
+
+[[nodiscard]] constexpr DecomposedTimecode decomposeTimecode(std::string_view text) noexcept {
+    const SplitTimecode split = splitTimecode(text);
+    return {parseInteger<std::int64_t>(split.fields[0]), parseInteger<std::int64_t>(split.fields[1]),
+            parseInteger<std::int64_t>(split.fields[2]), parseInteger<std::int64_t>(split.fields[3]),
+            split.dropFrameState};
+}
+
+/// The form that nearly every timecode has: two digits four times, HH:MM:SS:FF. None for any other text.
+[[nodiscard]] constexpr std::optional<ProperTimecode> usualTimecode(std::string_view text) noexcept {
+    if (text.size() != 11) return std::nullopt;
+    std::array<std::uint32_t, 4> numbers{};
+    std::uint32_t worst = 0;  // the highest bit of a digit that is none is found at the end, without branches before
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::uint32_t tens = static_cast<unsigned char>(text[3 * i]) - std::uint32_t{'0'};
+        const std::uint32_t ones = static_cast<unsigned char>(text[3 * i + 1]) - std::uint32_t{'0'};
+        numbers[i] = tens * 10 + ones;
+        worst |= (9U - tens) | (9U - ones) | tens | ones;
+    }
+    bool isDrop = false;
+    for (const std::size_t at : {2U, 5U, 8U}) {
+        const std::uint32_t separator = static_cast<unsigned char>(text[at]) - std::uint32_t{':'};
+        worst |= 1U - separator;  // ":" and ";" follow each other in ASCII
+        worst |= separator;
+        isDrop = isDrop || separator == 1;
+    }
+    if ((worst >> 31U) != 0) return std::nullopt;
+    return ProperTimecode{{numbers[0], numbers[1], numbers[2], numbers[3]},
+                          isDrop ? DropFrameState::drop : DropFrameState::nonDrop};
+}
+
+/// The components of a text that is four fields of digits under the checks, or none.
+[[nodiscard]] constexpr std::optional<ProperTimecode> properTimecode(std::string_view text,
+                                                                     TimecodeFormChecks checks) noexcept {
+    auto result = usualTimecode(text);
+    if (!result) {
+        const SplitTimecode split = splitTimecode(text);
+        if (split.count != split.fields.size()) return std::nullopt;
+        std::array<std::int64_t, 4> numbers{};
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            const std::string_view field = split.fields[i];
+            const auto number = parseInteger<std::int64_t>(field);
+            if (!number || field.front() < '0') return std::nullopt;  // no signs here
+            if (checks.forceProperComponentLength && field.size() < 2) return std::nullopt;
+            numbers[i] = *number;
+        }
+        result = ProperTimecode{{numbers[0], numbers[1], numbers[2], numbers[3]}, split.dropFrameState};
+    }
+    if (checks.forceComponentBounds && (result->fields.minutes > 60 || result->fields.seconds > 60)) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+}  // namespace corvex::inline v0
