@@ -13,6 +13,7 @@
 namespace corvex::inline v0 {
 
 /// A command-line model: it can be rendered as the words of a command line, or as one text that identifies it.
+/// The characters of the list prefix and separator are ASCII.
 template <class Store>
 concept CliArgumentStore = requires(const Store& store) {
     { store.argumentLookup() } -> std::convertible_to<const ArgumentLookup&>;

@@ -3,14 +3,15 @@
 #include <array>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
 
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
 
 namespace corvex::inline v0 {
 
@@ -83,24 +84,27 @@ template <ClosedEnumeration Enumeration, class Raw>
     return std::nullopt;
 }
 
-/// Codes a case as its raw value. Decoding an unknown one throws DecodingError.
-template <class Json, ClosedEnumeration Enumeration>
+/// Codes a case as its raw value. Decoding anything else throws DecodingError. Templates of the enumeration alone: one
+/// of the JSON type too would be ambiguous with the JSON library's own, which codes an enumerator as its number.
+template <ClosedEnumeration Enumeration>
 void to_json(Json& json, Enumeration value) {
     if constexpr (std::integral<decltype(rawValue(value))>) {
-        json = rawValue(value);
+        setJson(json, static_cast<std::int64_t>(rawValue(value)));
     } else {
-        json = std::string(rawValue(value));
+        setJson(json, rawValue(value));
     }
 }
 
-template <class Json, ClosedEnumeration Enumeration>
+template <ClosedEnumeration Enumeration>
 void from_json(const Json& json, Enumeration& value) {
-    using Raw = decltype(rawValue(value));
-    using Coded = std::conditional_t<std::integral<Raw>, Raw, std::string>;
-    const auto coded = json.template get<Coded>();
-    const auto found = fromRawValue<Enumeration>(Raw(coded));
-    if (!found) throw DecodingError(json.dump(), "is no raw value of the enumeration");
-    value = *found;
+    std::optional<Enumeration> decoded;
+    if constexpr (std::integral<decltype(rawValue(value))>) {
+        if (const auto number = wholeNumberOf(json)) decoded = fromRawValue<Enumeration>(*number);
+    } else {
+        if (const auto text = textOf(json)) decoded = fromRawValue<Enumeration>(*text);
+    }
+    if (!decoded) throw DecodingError("rawValue", "no case has " + jsonText(json));
+    value = *decoded;
 }
 
 }  // namespace corvex::inline v0

@@ -50,7 +50,11 @@ LogLevel minimumLogLevel() noexcept { return minimumLevel.load(std::memory_order
 void setMinimumLogLevel(LogLevel level) noexcept { minimumLevel.store(level, std::memory_order_relaxed); }
 
 void log(LogLevel level, std::string_view line) noexcept {
-    if (level < minimumLogLevel() || isInsideSink) return;
+    if (level < minimumLogLevel()) return;
+    if (isInsideSink) {
+        if (level == LogLevel::fault) writeToStandardError(line);  // a process never stops without a word
+        return;
+    }
     isInsideSink = true;
     try {
         LogState& state = logState();

@@ -22,7 +22,8 @@ CORVEX_EXPORT void setLogSink(LogSink sink);
 [[nodiscard]] CORVEX_EXPORT LogLevel minimumLogLevel() noexcept;
 CORVEX_EXPORT void setMinimumLogLevel(LogLevel level) noexcept;
 
-/// Hands one line to the sink. Any thread. A sink that logs is not called again for the line that it logs.
+/// Hands one line to the sink. Any thread. What a sink itself logs is dropped, but for a fault, which goes to standard
+/// error.
 CORVEX_EXPORT void log(LogLevel level, std::string_view line) noexcept;
 
 inline void logDebug(std::string_view line) noexcept { log(LogLevel::debug, line); }

@@ -157,8 +157,8 @@ bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix) {
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
     if (isAscii(text) && isAscii(part)) {
-        return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                           [](char x, char y) { return asciiLower(x) == asciiLower(y); }) != text.end();
+        const auto isSame = [](char x, char y) { return asciiLower(x) == asciiLower(y); };
+        return part.empty() || std::search(text.begin(), text.end(), part.begin(), part.end(), isSame) != text.end();
     }
     return caseFolded(text).find(caseFolded(part)) != std::string::npos;
 }

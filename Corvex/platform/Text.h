@@ -7,7 +7,7 @@
 
 namespace corvex::inline v0 {
 
-// Texts are UTF-8. Bytes that are no UTF-8 pass through every function unchanged and match only themselves.
+// Texts are UTF-8. Bytes that are no UTF-8 pass through every function unchanged and are compared as they are.
 // No function depends on the process's locale; all are pure and may run on any thread.
 // Source: the Unicode Standard, chapters 3.13 (case) and 4.5 (general category), by utf8proc.
 

@@ -8,7 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include <Corvex/platform/Export.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
 
 namespace corvex::inline v0 {
 
@@ -27,7 +28,7 @@ private:
 /// A family derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
 /// Made from a literal it is a compile-time constant that refers to the literal; made from any other text it owns a
 /// copy. Copies of a constant cost nothing; a moved-from text is empty. Equality, order and hash are those of the bytes.
-/// Codes to JSON as one string. Threads: as std::string.
+/// Codes to JSON as one string; decoding anything else throws DecodingError. Threads: as std::string.
 template <class Family>
 class TypedString {
 public:
@@ -60,13 +61,11 @@ public:
         return a.rawValue() <=> b.rawValue();
     }
 
-    template <class Json>
-    friend void to_json(Json& json, const Family& value) {
-        json = std::string(value.rawValue());
-    }
-    template <class Json>
+    friend void to_json(Json& json, const Family& value) { setJson(json, value.rawValue()); }
     friend void from_json(const Json& json, Family& value) {
-        value = Family(json.template get<std::string>());
+        const auto text = textOf(json);
+        if (!text) throw DecodingError("rawValue", "expected a text, not " + jsonText(json));
+        value = Family(*text);
     }
 
 private:
