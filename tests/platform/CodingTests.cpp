@@ -1,0 +1,120 @@
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/platform/TypedString.h>
+
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace corvex {
+
+enum class Beam : std::uint8_t { low, high };
+template <>
+inline constexpr auto caseTable<Beam> =
+    std::to_array<Case<Beam>>({{Beam::low, "lo", "Low"}, {Beam::high, "hi", "High"}});
+
+enum class Gear : std::uint8_t { first, second };
+template <>
+inline constexpr auto caseTable<Gear> =
+    std::to_array<Case<Gear, std::uint8_t>>({{Gear::first, 1, "First"}, {Gear::second, 2, "Second"}});
+
+class Word : public TypedString<Word> {
+public:
+    using TypedString::TypedString;
+};
+
+namespace {
+
+TEST(CaseTable, completenessSeesEveryKindOfMistake) {
+    static_assert(isComplete<Beam>(caseTable<Beam>) && isComplete<Gear>(caseTable<Gear>));
+    static_assert(!isComplete<Beam>(std::to_array<Case<Beam>>({{Beam::low, "lo", ""}})));
+    static_assert(!isComplete<Beam>(std::to_array<Case<Beam>>({{Beam::high, "hi", ""}, {Beam::low, "lo", ""}})));
+    static_assert(!isComplete<Beam>(std::to_array<Case<Beam>>({{Beam::low, "lo", ""}, {Beam::high, "lo", ""}})));
+    EXPECT_EQ(fromRawValue<Beam>("Lo"), std::nullopt);
+    EXPECT_EQ(fromRawValue<Beam>(std::string("hi")), Beam::high);
+    EXPECT_DEATH(static_cast<void>(description(static_cast<Beam>(2))), "unexpected enumeration case");
+}
+
+template <class Value>
+std::string whatDecodingSays(const Json& json) {
+    try {
+        return "decoded as " + jsonText(Json(json.get<Value>()));
+    } catch (const DecodingError& error) {
+        return error.what();
+    }
+}
+
+TEST(CaseTable, codingTakesRawValuesOnly) {
+    struct Row {
+        Json coded;
+        std::string beam, gear;
+    };
+    const std::string none = "key 'rawValue': no case has ";
+    const Row rows[] = {
+        {"hi", "decoded as \"hi\"", none + "\"hi\""},
+        {"Hi", none + "\"Hi\"", none + "\"Hi\""},
+        {2, none + "2", "decoded as 2"},
+        {258, none + "258", none + "258"},
+        {-254, none + "-254", none + "-254"},
+        {2.5, none + "2.5", none + "2.5"},
+        {true, none + "true", none + "true"},
+        {nullptr, none + "null", none + "null"},
+        {"\xFF", none + "\"\uFFFD\"", none + "\"\uFFFD\""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(whatDecodingSays<Beam>(row.coded), row.beam);
+        EXPECT_EQ(whatDecodingSays<Gear>(row.coded), row.gear);
+    }
+}
+
+TEST(TypedString, ownsWhatIsNoLiteral) {
+    std::string source = "borrowed and long enough to live on the heap";
+    const Word expected("borrowed and long enough to live on the heap");
+    Word word{source};
+    source.assign(source.size(), '#');
+    Word copy = word;
+    word = Word("other");
+    const Word moved = std::move(copy);
+    copy = moved;
+    copy = *&copy;
+    EXPECT_EQ(moved, expected);
+    EXPECT_EQ(copy, expected);
+    EXPECT_EQ(word, Word(std::string("other")));
+    EXPECT_EQ(Word(std::string()).rawValue(), "");
+}
+
+TEST(TypedString, comparesAndHashesByBytes) {
+    static_assert(Word("a") < Word("b") && Word("A") < Word("a") && Word("") == Word());
+    const std::unordered_set<Word> words{Word("a"), Word(std::string("a")), Word("A")};
+    EXPECT_EQ(words.size(), 2U);
+}
+
+TEST(TypedString, codesAsOneText) {
+    EXPECT_EQ(Json(Word("sRGB")), Json("sRGB"));
+    EXPECT_EQ(whatDecodingSays<Word>("any"), "decoded as \"any\"");
+    EXPECT_EQ(whatDecodingSays<Word>(Json{{"a", 1}}), "key 'rawValue': expected a text, not {\"a\":1}");
+}
+
+TEST(Json, membersAreFoundOrNamed) {
+    const Json object = {{"a", 1}};
+    EXPECT_EQ(requireMember(object, "a"), 1);
+    EXPECT_EQ(findMember(object, "b"), nullptr);
+    try {
+        static_cast<void>(requireMember(object, "b"));
+        ADD_FAILURE() << "a missing member was found";
+    } catch (const DecodingError& error) {
+        EXPECT_EQ(error, DecodingError("b", "is missing"));
+        EXPECT_STREQ(error.key(), "b");
+    }
+    EXPECT_THROW(static_cast<void>(findMember(Json::array(), "a")), DecodingError);
+}
+
+TEST(Json, textReplacesWhatIsNoUtf8) { EXPECT_EQ(jsonText(Json("a\xFF")), "\"a\uFFFD\""); }
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,147 @@
+#include <Corvex/platform/Text.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+using namespace std::string_view_literals;
+
+namespace corvex {
+namespace {
+
+struct MappingRow {
+    const char* name;
+    std::string_view text, expected;
+};
+
+constexpr MappingRow lowercaseRows[] = {
+    {"empty", "", ""},
+    {"asciiOnly", "-VCodec_[@Z`{09]", "-vcodec_[@z`{09]"},
+    {"latinAndGreek", "ÄÉÑΩ", "äéñω"},
+    {"capitalSigmaNeedsNoContext", "ΑΣ", "ασ"},
+    {"dottedCapitalIHasTwo", "İN", "i\u0307n"},
+    {"kelvinSignIsK", "\u212A", "k"},
+    {"fourByteCharacters", "\U00010400", "\U00010428"},
+    {"titleCaseLetter", "ǅ", "ǆ"},
+    {"strayBytesStay", "A\xFF\xC3(B\xE2\x82", "a\xFF\xC3(b\xE2\x82"},
+    {"nulIsACharacter", "A\0B"sv, "a\0b"sv},
+    {"longerThanAWordOfTheScan", "ABCDEFGHIJKLMNÖP", "abcdefghijklmnöp"},
+};
+
+TEST(Text, lowercaseMapsEachCharacter) {
+    for (const auto& row : lowercaseRows) {
+        std::string inPlace(row.text);
+        makeLowercase(inPlace);
+        EXPECT_EQ(inPlace, row.expected) << row.name;
+        EXPECT_EQ(lowercased(row.text), row.expected) << row.name;
+    }
+}
+
+constexpr MappingRow trimmedRows[] = {
+    {"empty", "", ""},
+    {"onlySpace", " \t\r\n\u00A0\u3000", ""},
+    {"asciiControls", "\t\n\v\f\r x y \n", "x y"},
+    {"informationSeparatorsStay", "\x1C\x1Fx\x1E", "\x1C\x1Fx\x1E"},
+    {"spacesBeyondAscii", "\u0085\u00A0\u2003\u3000x\u2028\u2029\u202F", "x"},
+    {"zeroWidthSpaceStays", "\u200Bx\uFEFF", "\u200Bx\uFEFF"},
+    {"nulStays", "\0 "sv, "\0"sv},
+    {"cutSpaceIsNone", " x\xE3\x80 ", "x\xE3\x80"},
+    {"strayContinuation", " \xA0x\x85 ", "\xA0x\x85"},
+    {"continuationAfterSpace", "x\u3000\x80", "x\u3000\x80"},
+};
+
+TEST(Text, trimmedRemovesWhiteSpaceAndNewlinesOnly) {
+    for (const auto& row : trimmedRows) EXPECT_EQ(trimmed(row.text), row.expected) << row.name;
+}
+
+struct CompareRow {
+    const char* name;
+    std::string_view text, part;
+    bool equals, hasPrefix, contains;
+};
+
+constexpr CompareRow compareRows[] = {
+    {"bothEmpty", "", "", true, true, true},
+    {"emptyPart", "x", "", false, true, true},
+    {"partIsLonger", "-i", "-in", false, false, false},
+    {"ascii", "-VN", "-vn", true, true, true},
+    {"inFront", "-IN_0_1", "-in", false, true, true},
+    {"within", "x-Tc_Burn-y", "-tc_burN", false, false, true},
+    {"atTheEnd", "ab-VN", "-vn", false, false, true},
+    {"caseBitAloneIsNotCase", "[", "{", false, false, false},
+    {"sharpSIsTwoS", "STRASSE", "straße", true, true, true},
+    {"longSIsS", "-preſets", "-PRESET", false, true, true},
+    {"greek", "ΣΊΣΥΦΟΣ", "σίσυφος", true, true, true},
+    {"accentsCount", "resume", "résumé", false, false, false},
+    {"strayByteEqualsItself", "\xFFx", "\xFFX", true, true, true},
+    {"strayByteIsNoCharacter", "ÿ", "\xFF", false, false, false},
+};
+
+TEST(Text, comparisonsIgnoreCase) {
+    for (const auto& row : compareRows) {
+        EXPECT_EQ(equalsIgnoringCase(row.text, row.part), row.equals) << row.name;
+        EXPECT_EQ(hasPrefixIgnoringCase(row.text, row.part), row.hasPrefix) << row.name;
+        EXPECT_EQ(containsIgnoringCase(row.text, row.part), row.contains) << row.name;
+    }
+}
+
+TEST(Text, newlinesAreAClassOfTheirOwn) {
+    const std::u32string newlines = U"\u000A\u000B\u000C\u000D\u0085\u2028\u2029";
+    for (char32_t character = 0; character < 0x3001; ++character) {
+        const bool expected = newlines.find(character) != std::u32string::npos;
+        ASSERT_EQ(isNewline(character), expected) << std::hex << std::uint32_t{character};
+        ASSERT_TRUE(!expected || isWhitespaceOrNewline(character)) << std::hex << std::uint32_t{character};
+    }
+}
+
+struct DecodeRow {
+    const char* name;
+    std::string_view text;
+    char32_t codePoint;
+    int byteCount;
+    bool isValid;
+};
+
+constexpr DecodeRow decodeRows[] = {
+    {"ascii", "a\xFF", U'a', 1, true},
+    {"longest", "\U0010FFFF.", 0x10FFFF, 4, true},
+    {"aboveTheLongest", "\xF4\x90\x80\x80", 0, 1, false},
+    {"surrogate", "\xED\xA0\x80", 0, 1, false},
+    {"overlong", "\xC0\xAF", 0, 1, false},
+    {"cut", "\xE2\x82", 0, 1, false},
+};
+
+TEST(Text, firstCharacterAcceptsUtf8Only) {
+    for (const auto& row : decodeRows) {
+        const auto found = firstCharacter(row.text);
+        EXPECT_EQ(found.isValid, row.isValid) << row.name;
+        EXPECT_EQ(found.byteCount, row.byteCount) << row.name;
+        EXPECT_EQ(found.codePoint, row.codePoint) << row.name;
+    }
+}
+
+struct PiecesRow {
+    std::string_view text, separators;
+    std::vector<std::string_view> expected;
+};
+
+TEST(Text, piecesKeepEmptyOnes) {
+    const PiecesRow rows[] = {
+        {"", " ", {""}},
+        {"a", " ", {"a"}},
+        {" ", " ", {"", ""}},
+        {"a,b c", ", ", {"a", "b", "c"}},
+        {"_a__", "_", {"", "a", "", ""}},
+        {"a b", "", {"a b"}},
+    };
+    for (const auto& row : rows) {
+        std::vector<std::string_view> pieces;
+        forEachPiece(row.text, row.separators, [&](std::string_view piece) { pieces.push_back(piece); });
+        EXPECT_EQ(pieces, row.expected) << '"' << row.text << '"';
+    }
+}
+
+}  // namespace
+}  // namespace corvex
