@@ -36,12 +36,15 @@ public:
         custom
     };
 
+    /// The first case, as a place to decode into.
+    constexpr DeprecatedVideoFrameRate() noexcept = default;
+
     /// A fixed case. `Choice::custom` needs a rate, and stops the process here.
     explicit constexpr DeprecatedVideoFrameRate(Choice choice) noexcept : choice_(choice) {
         require(choice != Choice::custom, "a custom frame rate needs its value");
     }
     [[nodiscard]] static constexpr DeprecatedVideoFrameRate custom(const MediaRational& rate) noexcept {
-        DeprecatedVideoFrameRate result(Choice::ntsc24p);
+        DeprecatedVideoFrameRate result;
         result.choice_ = Choice::custom;
         result.custom_ = rate;
         return result;
@@ -74,7 +77,7 @@ public:
     }
 
 private:
-    Choice choice_;
+    Choice choice_ = Choice::ntsc24p;
     MediaRational custom_;  // 0/1 for the fixed cases
 };
 

@@ -1,0 +1,208 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <type_traits>
+#include <vector>
+
+#include <Corvex/platform/Localization.h>
+#include <Corvex/platform/Log.h>
+#include <Corvex/timing/DeprecatedVideoFrameRate.h>
+#include <Corvex/timing/FrameRate.h>
+#include <Corvex/timing/FrameRateError.h>
+#include <Corvex/timing/VideoFrameRate.h>
+
+namespace corvex {
+namespace {
+
+using Common = CommonVideoFrameRate;
+
+static_assert(std::is_trivially_copyable_v<VideoFrameRate> && std::is_trivially_copyable_v<FrameRate> &&
+              std::is_trivially_copyable_v<DeprecatedVideoFrameRate>);
+
+TEST(CommonVideoFrameRate, isFoundByItsExactValue) {
+    struct Row {
+        std::int64_t timeValue, timeScale;
+        std::optional<Common> expected;
+    };
+    const Row rows[] = {
+        {48, 2, Common::fps24},
+        {2400000, 100100, Common::fps23_976},
+        {-25, -1, Common::fps25},
+        {960000, 1001, Common::fps959_04},
+        {1000, 1, Common::fps1000},
+        {24001, 1001, std::nullopt},
+        {1001, 1, std::nullopt},
+        {1, 1, std::nullopt},
+        {-24, 1, std::nullopt},
+        {0, 1, std::nullopt},
+        {3LL << 60U, 1LL << 57U, Common::fps24},
+        {24 * ((1LL << 58U) + 1), (1LL << 58U) + 1, Common::fps24}  // equal only once reduced
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(definedFrameRate({row.timeValue, row.timeScale}), row.expected)
+            << row.timeValue << "/" << row.timeScale;
+    }
+    for (const Common rate : allCases<Common>) EXPECT_EQ(definedFrameRate(rational(rate)), rate) << rawValue(rate);
+}
+
+TEST(CommonVideoFrameRate, closestPrefersTheEarlierOfTwo) {
+    struct Row {
+        double value, tolerance;
+        std::optional<Common> expected;
+    };
+    const Row rows[] = {{29.97, 0.01, Common::fps29_97},
+                        {29.985, 1, Common::fps29_97},
+                        {24.5, 1, Common::fps24},
+                        {24.5, 0.4, std::nullopt},
+                        {25, 0, Common::fps25},
+                        {1e-3, 30, Common::fps23_976},
+                        {2000, 1000, Common::fps1000},
+                        {1e300, 1e301, Common::fps23_976},  // all distances round to the same double
+                        {0, 1, std::nullopt},
+                        {-24, 100, std::nullopt},
+                        {24, -1, std::nullopt},
+                        {24, std::nan(""), std::nullopt},
+                        {std::nan(""), 1, std::nullopt},
+                        {std::numeric_limits<double>::infinity(), 1, std::nullopt}};
+    for (const auto& row : rows) EXPECT_EQ(closestFrameRate(row.value, row.tolerance), row.expected) << row.value;
+}
+
+TEST(CommonVideoFrameRate, closestAgreesWithAWalkOverTheTable) {
+    for (double value = 0.125; value < 1100; value += 0.125) {
+        std::optional<Common> best;
+        for (const Common rate : allCases<Common>) {
+            const double distance = std::abs(rational(rate).rawValue() - value);
+            if (!best || distance < std::abs(rational(*best).rawValue() - value)) best = rate;
+        }
+        ASSERT_EQ(closestFrameRate(value, 2000), best) << value;
+    }
+}
+
+TEST(CommonVideoFrameRate, ntscRatesAreEightUntilTheHostSetsOthers) {
+    const auto initial = ntscFrameRates();
+    EXPECT_EQ(initial, (std::set{Common::fps23_976, Common::fps29_97, Common::fps47_952, Common::fps59_94,
+                                 Common::fps119_88, Common::fps239_76, Common::fps479_52, Common::fps959_04}));
+    setNtscFrameRates({Common::fps24});
+    EXPECT_EQ(ntscFrameRates(), std::set{Common::fps24});
+    setNtscFrameRates(initial);
+}
+
+TEST(VideoFrameRate, remembersItsCommonRateAndItsOwnPair) {
+    const VideoFrameRate rate(48000, 2002);
+    EXPECT_EQ(rate.commonValue(), Common::fps23_976);
+    EXPECT_EQ(rate.rational().timeScale(), 2002);
+    EXPECT_EQ(rate, VideoFrameRate(Common::fps23_976));
+    EXPECT_EQ(std::hash<VideoFrameRate>{}(rate), std::hash<VideoFrameRate>{}(VideoFrameRate(24000, 1001)));
+    EXPECT_EQ(std::hash<VideoFrameRate>{}(VideoFrameRate(0, 1)), std::hash<VideoFrameRate>{}(VideoFrameRate(0, -1)));
+    EXPECT_FALSE(VideoFrameRate(24001, 1001).isCommon());
+    EXPECT_EQ(rate.quanta(), 24);
+    EXPECT_EQ(VideoFrameRate(59, 2).nominalFrameRate(), 30);
+    EXPECT_FALSE(rate.isNTSCStyle() || VideoFrameRate(24024, 1001).isNTSCStyle());
+    EXPECT_TRUE(VideoFrameRate(24000, 1001).isNTSCStyle());
+}
+
+TEST(VideoFrameRate, refusesAZeroScaleWithTheOffendingPair) {
+    try {
+        static_cast<void>(VideoFrameRate(24, 0));
+        FAIL() << "no error";
+    } catch (const FrameRateError& error) {
+        EXPECT_EQ(error, FrameRateError::invalidRationalComponents(24, 0));
+        EXPECT_NE(error, FrameRateError::invalidRationalComponents(25, 0));
+        EXPECT_NE(error, FrameRateError::invalidNumericFrameRate(24));
+        EXPECT_STREQ(error.what(), "no frame rate: 24/0");
+    }
+    EXPECT_STREQ(FrameRateError::approximationFailure(0.1, 1e-9).what(), "no ratio within 1e-09 of the frame rate 0.1");
+}
+
+TEST(FrameRate, comesFromItsRawValueOrIsLoggedAsNone) {
+    struct Row {
+        double value;
+        std::optional<FrameRate> expected;
+    };
+    const Row rows[] = {{0, FrameRate::match},
+                        {-0.0, FrameRate::match},
+                        {0.5, FrameRate::halfstep},
+                        {23.967, FrameRate::fps23_98},
+                        {23.976, FrameRate::custom(23.976)},
+                        {60, FrameRate::fps60},
+                        {-1, std::nullopt},
+                        {std::nan(""), std::nullopt}};
+    std::vector<std::string> lines;
+    setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
+    for (const auto& row : rows) EXPECT_EQ(FrameRate::fromRawValue(row.value), row.expected) << row.value;
+    setLogSink({});
+    EXPECT_EQ(lines, (std::vector<std::string>{"Could not convert raw value to frame rate: -1.0",
+                                               "Could not convert raw value to frame rate: nan"}));
+    EXPECT_NE(FrameRate::custom(24), FrameRate::fps24);
+    EXPECT_EQ(FrameRate::fps23_98.frameRateForProto(), 23.967);
+}
+
+TEST(FrameRate, listsItsCasesInOrder) {
+    const auto all = FrameRate::allowed(fourCharacterCode("apcn"));
+    ASSERT_EQ(all.size(), 11U);
+    EXPECT_EQ(all.back(), FrameRate::custom(0.0));
+    EXPECT_EQ(FrameRate::wellDefinedCases().size(), 10U);
+    for (std::size_t i = 0; i < all.size(); ++i) EXPECT_EQ(static_cast<std::size_t>(all[i].choice()), i);
+}
+
+TEST(FrameRate, describesItselfInTheLanguageOfTheProcess) {
+    struct Row {
+        FrameRate rate;
+        const char *description, *picker, *tag, *german;
+    };
+    const Row rows[] = {{FrameRate::fps23_98, "23.97 fps", "23.97 fps", "23.97", "23.97 fps"},
+                        {FrameRate::fps24, "24 fps", "24 fps", "24", "24 fps"},
+                        {FrameRate::match, "Match Source", "Match Source", "Match Source", "Wie Quelle"},
+                        {FrameRate::halfstep, "Half Step", "Half Step", "Half Step", "Halbe Bildrate"},
+                        {FrameRate::custom(12.5), "Custom: 12.5 fps", "Custom", "Custom: 12.5", "Eigene: 12.5 fps"},
+                        {FrameRate::custom(0), "Custom", "Custom", "Custom", "Eigene"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.rate.description(), row.description);
+        EXPECT_EQ(row.rate.pickerDescription(), row.picker) << row.description;
+        EXPECT_EQ(row.rate.tag(), row.tag) << row.description;
+    }
+#ifdef CORVEX_TEST_LOCALE
+    setLocalizationDirectory(CORVEX_TEST_LOCALE);
+    setenv("LANGUAGE", "de", 1);
+    ASSERT_NE(std::setlocale(LC_MESSAGES, "C.UTF-8"), nullptr);
+    for (const auto& row : rows) EXPECT_EQ(row.rate.description(), row.german);
+    unsetenv("LANGUAGE");
+    std::setlocale(LC_MESSAGES, "C");
+#endif
+}
+
+TEST(DeprecatedVideoFrameRate, followsTheNtscTimeScale) {
+    using Choice = DeprecatedVideoFrameRate::Choice;
+    const DeprecatedVideoFrameRate ntsc(Choice::ntsc30p);
+    const auto custom = DeprecatedVideoFrameRate::custom({25000, 1000});
+    EXPECT_EQ(ntsc.rawValue(), MediaRational(30000, 1001));
+    EXPECT_FALSE(custom.hasNTSCTimeBase());
+    DeprecatedVideoFrameRate::setNtscTimeScale(1000);
+    EXPECT_EQ(ntsc.rawValue(), MediaRational(30, 1));
+    EXPECT_TRUE(ntsc.hasNTSCTimeBase() && custom.hasNTSCTimeBase());
+    EXPECT_FALSE(DeprecatedVideoFrameRate(Choice::p24).hasNTSCTimeBase());
+    DeprecatedVideoFrameRate::setNtscTimeScale(1001);
+    EXPECT_EQ(DeprecatedVideoFrameRate::fromRawValue({60000, 1001}), DeprecatedVideoFrameRate(Choice::ntsc60p));
+    EXPECT_EQ(DeprecatedVideoFrameRate::fromRawValue({12, 1}), DeprecatedVideoFrameRate::custom({24, 2}));
+    for (const auto& rate : DeprecatedVideoFrameRate::definedNTSCRates()) EXPECT_TRUE(rate.hasNTSCTimeBase());
+    EXPECT_EQ(ntsc.formattedString() + DeprecatedVideoFrameRate(Choice::pal25p).formattedString(), "29.9725");
+    EXPECT_DEATH(DeprecatedVideoFrameRate::setNtscTimeScale(0), "must not be 0");
+}
+
+TEST(DeprecatedVideoFrameRate, codesUnderItsOwnName) {
+    using Choice = DeprecatedVideoFrameRate::Choice;
+    EXPECT_EQ(Json(DeprecatedVideoFrameRate(Choice::ntsc24p)).dump(), R"({"ntsc24p":{}})");
+    EXPECT_EQ(Json(DeprecatedVideoFrameRate::custom({12, 1})).dump(), R"({"custom":12.0})");
+    EXPECT_EQ(Json::parse(R"({"p600":{}})").get<DeprecatedVideoFrameRate>(), DeprecatedVideoFrameRate(Choice::p600));
+    EXPECT_EQ(Json::parse(R"({"custom":12.5})").get<DeprecatedVideoFrameRate>().rawValue(), MediaRational(13000, 1001));
+    for (const char* text : {R"({"p23":{}})", R"({"custom":0})", "{}", R"("p24")", R"({"p24":{},"p25":{}})"}) {
+        EXPECT_THROW(static_cast<void>(Json::parse(text).get<DeprecatedVideoFrameRate>()), DecodingError) << text;
+    }
+}
+
+}  // namespace
+}  // namespace corvex
