@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <tools/corvex/ToolError.h>
+
+namespace CLI {
+class App;
+}
+
+namespace corvex::tool {
+
+/// What a subcommand works on.
+struct Invocation {
+    std::vector<std::string> words;  ///< The words after "--", as given: another program's language, not the tool's.
+    bool hasWords = false;           ///< Whether there was a "--" at all.
+};
+
+/// The work of the subcommand that the user chose; set by its parse callback and run after parsing.
+using Action = std::function<ExitStatus()>;
+
+/// Each file that holds subcommands defines one such function and is named in main.cpp: it adds its subcommands to the
+/// application and, when one of them is chosen, sets `action`. `invocation` outlives the action.
+using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
+
+void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
+
+}  // namespace corvex::tool

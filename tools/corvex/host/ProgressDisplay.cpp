@@ -1,0 +1,94 @@
+#include <tools/corvex/host/ProgressDisplay.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <Corvex/platform/NumberText.h>
+#include <Corvex/platform/Text.h>
+
+namespace corvex::tool {
+namespace {
+
+using Pairs = std::map<std::string, std::string, std::less<>>;
+
+/// The pairs of a progress line; none when it is something else.
+std::optional<Pairs> pairsOf(std::string_view line, std::string_view prefix) {
+    if (!line.starts_with(prefix)) return std::nullopt;
+    Pairs pairs;
+    forEachPiece(trimmed(line.substr(prefix.size())), " ", [&](std::string_view piece) {
+        const std::size_t mark = piece.find('=');
+        if (mark != std::string_view::npos) pairs.emplace(piece.substr(0, mark), piece.substr(mark + 1));
+    });
+    return pairs.contains("state") ? std::optional(std::move(pairs)) : std::nullopt;
+}
+
+double numberOf(const Pairs& pairs, std::string_view key) {
+    const auto found = pairs.find(key);
+    return found == pairs.end() ? 0 : parseFloat<double>(found->second).value_or(0);
+}
+
+std::string timeText(double seconds) {
+    const auto whole = static_cast<long>(seconds);
+    return whole < 3600 ? fmt::format("{}:{:02}", whole / 60, whole % 60)
+                        : fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
+}
+
+}  // namespace
+
+ProgressDisplay::ProgressDisplay(std::string prefix)
+    : prefix_(std::move(prefix)), isTerminal_(isatty(STDOUT_FILENO) != 0) {}
+
+void ProgressDisplay::takeLine(std::string_view line) {
+    const auto pairs = pairsOf(line, prefix_);
+    if (!pairs) {
+        clear();
+        fmt::print("{}\n", line);
+        return;
+    }
+    const std::string& state = pairs->find("state")->second;
+    if (state == "failed") return;  // the worker's own line says why
+    const double percent = numberOf(*pairs, "percent");
+    const auto frame = static_cast<long>(numberOf(*pairs, "frame"));
+    const auto total = static_cast<long>(numberOf(*pairs, "total"));
+    std::string text;
+    if (isTerminal_) {
+        constexpr int barWidth = 30;
+        const int filled = std::clamp(static_cast<int>(percent / 100 * barWidth), 0, barWidth);
+        text += fmt::format("[{:#<{}}{:.<{}}] ", "", filled, "", barWidth - filled);
+    }
+    text += fmt::format("{:5.1f} %", percent);
+    if (total > 0) text += fmt::format("  {}/{} frames  {:.1f} fps", frame, total, numberOf(*pairs, "fps"));
+    const double left = numberOf(*pairs, "eta");
+    if (state == "running" && left >= 0) text += "  " + timeText(left) + " left";
+    if (state != "running") text += "  " + state;
+    show(text, state == "done");
+}
+
+void ProgressDisplay::show(const std::string& line, bool isLast) {
+    if (isTerminal_) {
+        fmt::print("\r\x1b[K{}{}", line, isLast ? "\n" : "");
+        isShown_ = !isLast;
+    } else {
+        const auto now = std::chrono::steady_clock::now();
+        if (!isLast && now - lastLine_ < std::chrono::seconds(1)) return;
+        lastLine_ = now;
+        fmt::print("{}\n", line);
+    }
+    std::fflush(stdout);
+}
+
+void ProgressDisplay::clear() {
+    if (!isShown_) return;
+    fmt::print("\r\x1b[K");
+    std::fflush(stdout);
+    isShown_ = false;
+}
+
+}  // namespace corvex::tool

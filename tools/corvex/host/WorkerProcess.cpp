@@ -1,0 +1,132 @@
+#include <tools/corvex/host/WorkerProcess.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <tools/corvex/ToolError.h>
+
+namespace corvex::tool {
+namespace {
+
+std::atomic<pid_t> runningWorker{0};
+static_assert(std::atomic<pid_t>::is_always_lock_free);
+
+void handOnToWorker(int) {
+    const int problem = errno;
+    if (const pid_t worker = runningWorker.load(); worker > 0) kill(worker, SIGTERM);
+    errno = problem;
+}
+
+void setSignalHandling(void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+}
+
+/// The reading end of a new pipe; the writing end replaces `target` in the child.
+int openPipe(posix_spawn_file_actions_t& actions, int target, int& writingEnd) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw JobError(std::string("cannot start the worker: ") + strerror(errno));
+    posix_spawn_file_actions_adddup2(&actions, ends[1], target);
+    writingEnd = ends[1];
+    return ends[0];
+}
+
+/// Gathers bytes and hands on whole lines.
+class LineReader {
+public:
+    LineReader(int descriptor, const WorkerProcess::LineHandler& handler)
+        : descriptor_(descriptor), handler_(handler) {}
+
+    /// False when the other side has closed.
+    bool readSome() {
+        std::array<char, 4096> buffer{};
+        const ssize_t count = read(descriptor_, buffer.data(), buffer.size());
+        if (count < 0 && (errno == EINTR || errno == EAGAIN)) return true;
+        if (count <= 0) {
+            if (!pending_.empty()) handler_(pending_);
+            return false;
+        }
+        pending_.append(buffer.data(), static_cast<std::size_t>(count));
+        for (std::size_t end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
+            handler_(std::string_view(pending_).substr(0, end));
+            pending_.erase(0, end + 1);
+        }
+        return true;
+    }
+
+private:
+    int descriptor_;
+    const WorkerProcess::LineHandler& handler_;
+    std::string pending_;
+};
+
+}  // namespace
+
+WorkerProcess::WorkerProcess(const std::vector<std::string>& words) {
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    std::vector<char*> arguments{const_cast<char*>(self.c_str())};
+    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    int outputWriter = -1;
+    int errorWriter = -1;
+    output_ = openPipe(actions, STDOUT_FILENO, outputWriter);
+    error_ = openPipe(actions, STDERR_FILENO, errorWriter);
+    // "/proc/self/exe" itself, so that the worker is this very build even if the file has been replaced meanwhile.
+    const int result = posix_spawn(&pid_, "/proc/self/exe", &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    close(outputWriter);
+    close(errorWriter);
+    if (result != 0) {
+        close(output_);
+        close(error_);
+        throw JobError("cannot start the worker '" + self + "': " + std::strerror(result));
+    }
+    runningWorker.store(pid_);
+    setSignalHandling(handOnToWorker);
+}
+
+WorkerProcess::~WorkerProcess() {
+    setSignalHandling(SIG_DFL);
+    runningWorker.store(0);
+    close(output_);
+    close(error_);
+    if (pid_ > 0) {  // nobody waited: an exception is on its way
+        kill(pid_, SIGTERM);
+        waitpid(pid_, nullptr, 0);
+    }
+}
+
+WorkerEnd WorkerProcess::wait(const LineHandler& onOutputLine, const LineHandler& onErrorLine) {
+    LineReader readers[] = {{output_, onOutputLine}, {error_, onErrorLine}};
+    pollfd entries[] = {{output_, POLLIN, 0}, {error_, POLLIN, 0}};
+    while (entries[0].fd >= 0 || entries[1].fd >= 0) {
+        if (poll(entries, 2, -1) < 0) continue;  // a signal, which its handler has handed on
+        for (std::size_t i = 0; i < 2; ++i) {
+            if (entries[i].fd >= 0 && entries[i].revents != 0 && !readers[i].readSome()) entries[i].fd = -1;
+        }
+    }
+    int status = 0;
+    while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {}
+    pid_ = -1;
+    runningWorker.store(0);
+    if (WIFSIGNALED(status)) return {0, WTERMSIG(status)};
+    return {WEXITSTATUS(status), 0};
+}
+
+}  // namespace corvex::tool

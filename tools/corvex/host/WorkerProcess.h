@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace corvex::tool {
+
+/// How a worker ended: by its exit status, or by a signal.
+struct WorkerEnd {
+    int exitStatus = 0;
+    int signal = 0;  ///< 0: it ended by itself.
+};
+
+/// A child that runs this same executable.
+class WorkerProcess {
+public:
+    /// Starts it with `words` as its arguments and nothing to read. While one lives, SIGINT, SIGTERM and SIGHUP to this
+    /// process are handed to it as SIGTERM. Throws JobError.
+    explicit WorkerProcess(const std::vector<std::string>& words);
+    ~WorkerProcess();
+    WorkerProcess(const WorkerProcess&) = delete;
+    WorkerProcess& operator=(const WorkerProcess&) = delete;
+
+    using LineHandler = std::function<void(std::string_view line)>;
+    /// Hands on each line of its standard output and standard error until both close, then waits for its end.
+    WorkerEnd wait(const LineHandler& onOutputLine, const LineHandler& onErrorLine);
+
+private:
+    pid_t pid_ = -1;
+    int output_ = -1;
+    int error_ = -1;
+};
+
+}  // namespace corvex::tool

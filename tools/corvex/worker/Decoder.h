@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <tools/corvex/worker/FFmpeg.h>
+#include <tools/corvex/worker/MediaInput.h>
+
+namespace corvex::tool {
+
+/// Decodes one stream of an input. A packet or a picture that is damaged is an error: footage is never silently lost.
+/// (Before the first picture there may be packets that nothing can be made of: a recording that starts between key
+/// frames.)
+class Decoder {
+public:
+    Decoder(const MediaInput& input, const AVStream& stream);
+
+    /// Decodes a packet, or with nullptr what is still inside, and calls `consume(AVFrame&)` for each frame. Time stamps
+    /// of the frames are in the stream's time base.
+    template <class Consumer>
+    void decode(const AVPacket* packet, Consumer&& consume) {
+        send(packet);
+        while (receive()) consume(*frame_);
+    }
+
+private:
+    void send(const AVPacket* packet);
+    bool receive();
+
+    std::string name_;
+    CodecContextPointer context_;
+    FramePointer frame_;
+    std::int64_t frameCount_ = 0;
+};
+
+}  // namespace corvex::tool

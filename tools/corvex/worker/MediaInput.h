@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <tools/corvex/worker/FFmpeg.h>
+#include <tools/corvex/worker/FrameGeometry.h>
+
+namespace corvex::tool {
+
+/// One media file, opened for reading. All errors are JobErrors that begin with the file's path in quotes.
+class MediaInput {
+public:
+    /// Opens the file and reads what its container and first packets say. A file that is missing, empty, no media, or
+    /// shorter than its own index says is an error.
+    explicit MediaInput(std::string path);
+
+    [[nodiscard]] const std::string& path() const noexcept { return path_; }
+    [[nodiscard]] const AVFormatContext& context() const noexcept { return *context_; }
+    /// The main video stream (never a cover picture), or nullptr.
+    [[nodiscard]] AVStream* video() const noexcept { return video_; }
+    [[nodiscard]] const std::vector<AVStream*>& audio() const noexcept { return audio_; }
+
+    /// Time stamps of the streams count from here: the file's start, in the stream's own time base.
+    [[nodiscard]] std::int64_t startOf(const AVStream& stream) const noexcept;
+    /// In seconds; 0 when unknown.
+    [[nodiscard]] double duration() const noexcept;
+    /// Frames per second of the video; {0, 1} when unknown.
+    [[nodiscard]] AVRational frameRate() const noexcept;
+    /// Whether the frames follow each other at that rate exactly.
+    [[nodiscard]] bool hasConstantRate() const noexcept;
+    /// Number of video frames as the container counts them, else estimated; 0 when unknown.
+    [[nodiscard]] std::int64_t expectedFrames() const noexcept;
+    [[nodiscard]] SourcePicture picture() const noexcept;
+
+    /// Reads on. False at the end of the file. Throws when the file breaks off, or when the worker is to stop.
+    [[nodiscard]] bool read(AVPacket& packet);
+
+private:
+    [[noreturn]] void fail(const std::string& problem) const;
+    void requireCompleteIndex() const;
+    void requireCompleteStreams() const;
+
+    std::string path_;
+    InputPointer context_;
+    AVStream* video_ = nullptr;
+    std::vector<AVStream*> audio_;
+    std::vector<std::int64_t> ends_;  ///< By stream: the highest end of a packet, in the stream's time base.
+};
+
+}  // namespace corvex::tool

@@ -1,0 +1,93 @@
+#include <tools/corvex/worker/MediaOutput.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+extern "C" {
+#include <libavutil/intreadwrite.h>
+}
+
+namespace corvex::tool {
+namespace {
+
+const char* muxerName(const OAVTranscodeArgumentFileFormatValue& format) {
+    if (format == OAVQuickTimeFileFormat) return "mov";
+    return format == OAVMp4Format ? "mp4" : "wav";
+}
+
+/// Facts of the source's own container, or of tracks that are written by request only.
+constexpr std::array<std::string_view, 5> sourceOnlyKeys{"major_brand", "minor_version", "compatible_brands", "encoder",
+                                                         "timecode"};
+
+}  // namespace
+
+MediaOutput::MediaOutput(OutputFile& file, const OAVTranscodeArgumentFileFormatValue& format, bool indexInFront)
+    : file_(file), indexInFront_(indexInFront) {
+    const std::string url = "file:" + file.pathWhileWriting();  // the muxer opens it again to move the index
+    AVFormatContext* context = nullptr;
+    check(avformat_alloc_output_context2(&context, nullptr, muxerName(format), url.c_str()), what());
+    context_.reset(context);
+    check(avio_open(&context->pb, url.c_str(), AVIO_FLAG_WRITE), what());
+}
+
+MediaOutput::~MediaOutput() {
+    if (context_) avio_closep(&context_->pb);
+}
+
+bool MediaOutput::wantsGlobalHeaders() const noexcept { return (context_->oformat->flags & AVFMT_GLOBALHEADER) != 0; }
+
+void MediaOutput::requireCarries(AVCodecID codec) const {
+    if (avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1) return;
+    throw JobError(what() + ": the format '" + context_->oformat->name + "' does not carry " + avcodec_get_name(codec));
+}
+
+int MediaOutput::addStream(const AVCodecContext& encoder, const char* tag) {
+    AVStream* stream = checkAllocated(avformat_new_stream(context_.get(), nullptr));
+    check(avcodec_parameters_from_context(stream->codecpar, &encoder), what());
+    if (tag != nullptr) stream->codecpar->codec_tag = AV_RL32(tag);
+    stream->time_base = encoder.time_base;
+    stream->avg_frame_rate = encoder.framerate;
+    stream->sample_aspect_ratio = encoder.sample_aspect_ratio;
+    return stream->index;
+}
+
+int MediaOutput::addCopiedStream(const AVStream& source) {
+    requireCarries(source.codecpar->codec_id);
+    AVStream* stream = checkAllocated(avformat_new_stream(context_.get(), nullptr));
+    check(avcodec_parameters_copy(stream->codecpar, source.codecpar), what());
+    stream->codecpar->codec_tag = 0;  // the source's container may spell it otherwise
+    stream->time_base = source.time_base;
+    return stream->index;
+}
+
+void MediaOutput::copyMetadata(const AVDictionary* metadata) {
+    const AVDictionaryEntry* entry = nullptr;
+    while ((entry = av_dict_get(metadata, "", entry, AV_DICT_IGNORE_SUFFIX)) != nullptr) {
+        if (std::find(sourceOnlyKeys.begin(), sourceOnlyKeys.end(), entry->key) != sourceOnlyKeys.end()) continue;
+        av_dict_set(&context_->metadata, entry->key, entry->value, 0);
+    }
+}
+
+void MediaOutput::start() {
+    Options options;
+    const std::string_view muxer = context_->oformat->name;
+    if (indexInFront_ && muxer != "wav") options.set("movflags", "+faststart");
+    check(avformat_write_header(context_.get(), options.address()), what());
+    options.requireAllUsed("the format '" + std::string(muxer) + "'");
+}
+
+void MediaOutput::write(AVPacket& packet, int stream, AVRational timeBase) {
+    av_packet_rescale_ts(&packet, timeBase, context_->streams[stream]->time_base);
+    packet.stream_index = stream;
+    packet.pos = -1;
+    check(av_interleaved_write_frame(context_.get(), &packet), what());
+}
+
+void MediaOutput::finish() {
+    check(av_write_trailer(context_.get()), what());
+    check(context_->pb->error, what());
+    check(avio_closep(&context_->pb), what());
+}
+
+}  // namespace corvex::tool

@@ -1,0 +1,130 @@
+#include <tools/corvex/worker/OutputFile.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <tools/corvex/ToolError.h>
+
+namespace corvex::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail(const fs::path& path, const std::string& problem) {
+    throw JobError("cannot write '" + path.string() + "': " + problem);
+}
+[[noreturn]] void failWithErrno(const fs::path& path) { fail(path, std::strerror(errno)); }
+[[noreturn]] void failBecauseItExists(const fs::path& path) {
+    fail(path, "the file exists; -overwrite would replace it");
+}
+
+fs::path directoryOf(const fs::path& file) {
+    const fs::path directory = file.parent_path();
+    return directory.empty() ? fs::path(".") : directory;
+}
+
+/// A name beside `file` that no other process uses.
+fs::path temporaryName(const fs::path& directory, const fs::path& file) {
+    return directory / ("." + file.filename().string() + "." + std::to_string(getpid()) + ".part");
+}
+
+}  // namespace
+
+OutputFile::OutputFile(fs::path target, fs::path workDirectory, bool overwrites)
+    : target_(std::move(target)), overwrites_(overwrites) {
+    std::error_code error;
+    const fs::file_status status = fs::status(target_, error);
+    if (fs::is_directory(status)) fail(target_, "it is a directory; expected the name of a file");
+    if (fs::exists(status) && !overwrites_) failBecauseItExists(target_);
+    // Both places are tried now: a job must not fail after hours for a folder that was wrong from the start.
+    if (access(directoryOf(target_).c_str(), W_OK | X_OK) != 0) failWithErrno(target_);
+    open(workDirectory.empty() ? directoryOf(target_) : workDirectory);
+}
+
+OutputFile::~OutputFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+    if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void OutputFile::open(const fs::path& directory) {
+    descriptor_ = ::open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (descriptor_ >= 0) return;
+    if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL) failWithErrno(directory);
+    fs::path name = temporaryName(directory, target_);
+    descriptor_ = ::open(name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+    if (descriptor_ < 0) failWithErrno(name);
+    temporary_ = std::move(name);
+}
+
+std::string OutputFile::pathWhileWriting() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+void OutputFile::publish() {
+    if (temporary_.empty()) {
+        // A link never replaces: whoever made the target meanwhile keeps it. To replace, the file needs a name first.
+        fs::path name = overwrites_ ? temporaryName(directoryOf(target_), target_) : target_;
+        if (linkat(AT_FDCWD, pathWhileWriting().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            if (!overwrites_) return;
+            temporary_ = std::move(name);
+        } else if (errno == EXDEV) {
+            moveBeside();
+            return publish();
+        } else {
+            failToPublish();
+        }
+    }
+    const unsigned flags = overwrites_ ? 0 : RENAME_NOREPLACE;
+    int result = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), flags);
+    if (result != 0 && errno == EINVAL && !fs::exists(target_)) {
+        result = rename(temporary_.c_str(), target_.c_str());  // a file system that does not know the flag
+    }
+    if (result == 0) {
+        temporary_.clear();
+        return;
+    }
+    if (errno != EXDEV) failToPublish();
+    moveBeside();
+    publish();
+}
+
+void OutputFile::failToPublish() const {
+    if (errno == EEXIST || (errno == EINVAL && fs::exists(target_))) failBecauseItExists(target_);
+    failWithErrno(target_);
+}
+
+void OutputFile::moveBeside() {
+    const int source = std::exchange(descriptor_, -1);
+    const fs::path old = std::exchange(temporary_, {});
+    const auto discardSource = [&] {
+        close(source);
+        if (!old.empty()) unlink(old.c_str());
+    };
+    try {
+        open(directoryOf(target_));
+        std::array<char, 1U << 16U> buffer{};
+        off_t position = 0;
+        for (;;) {
+            const ssize_t count = pread(source, buffer.data(), buffer.size(), position);
+            if (count < 0) failWithErrno(target_);
+            if (count == 0) break;
+            for (ssize_t done = 0; done < count;) {
+                const ssize_t written =
+                    write(descriptor_, buffer.data() + done, static_cast<std::size_t>(count - done));
+                if (written < 0) failWithErrno(target_);
+                done += written;
+            }
+            position += count;
+        }
+    } catch (...) {
+        discardSource();
+        throw;
+    }
+    discardSource();
+}
+
+}  // namespace corvex::tool

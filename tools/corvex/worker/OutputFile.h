@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace corvex::tool {
+
+/// A file that appears under its name only when it is complete. Until then its bytes live in a file without a name
+/// (O_TMPFILE), so that whatever ends the process, the kernel takes them away; where a file system has no such files,
+/// under a temporary name that the destructor removes.
+class OutputFile {
+public:
+    /// `workDirectory` empty: the bytes gather beside the target. Throws JobError when the target exists and may not
+    /// be replaced, is a directory, or when its directory or the work directory cannot be written.
+    OutputFile(std::filesystem::path target, std::filesystem::path workDirectory, bool overwrites);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& target() const noexcept { return target_; }
+    /// A path by which this process opens the gathering bytes, for writing and for reading.
+    [[nodiscard]] std::string pathWhileWriting() const;
+
+    /// Gives the bytes their name, replacing an existing target only if that is allowed. Throws JobError.
+    void publish();
+
+private:
+    void open(const std::filesystem::path& directory);
+    /// Copies the bytes to a file on the target's own file system and goes on with that one.
+    void moveBeside();
+    [[noreturn]] void failToPublish() const;
+
+    std::filesystem::path target_;
+    std::filesystem::path temporary_;  ///< Empty while the file has no name.
+    bool overwrites_;
+    int descriptor_ = -1;
+};
+
+}  // namespace corvex::tool

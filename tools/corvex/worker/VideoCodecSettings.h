@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
+#include <tools/corvex/worker/FFmpeg.h>
+
+namespace corvex::tool {
+
+/// How the bit rate of a codec is chosen.
+enum class RateChoice : std::uint8_t {
+    free,     ///< Any rate, or the encoder's own constant quality when none is asked for.
+    fixed,    ///< The profile and the raster fix it; asking for one is an error.
+    classes,  ///< One of a few rates that the codec's standard lists for the raster and frame rate.
+};
+
+/// How a codec value is encoded by the media libraries.
+struct VideoCodecSettings {
+    OAVTranscodeArgumentVideoCodecValue codec;
+    const char* encoder;        ///< The encoder's name in libavcodec.
+    const char* profile;        ///< Value of its "profile" option, or nullptr.
+    AVPixelFormat pixelFormat;  ///< For pictures without alpha.
+    AVPixelFormat alphaFormat;  ///< For pictures with alpha; AV_PIX_FMT_NONE where the codec carries none.
+    RateChoice rate;
+    const char* tag;  ///< The sample entry's four characters where the usual one of the muxer is not wanted.
+};
+
+/// All codec values that a worker can be asked for.
+[[nodiscard]] std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept;
+
+/// The settings of a codec value. Throws UsageError naming it when there are none, JobError when the libraries of this
+/// machine lack the encoder.
+[[nodiscard]] const VideoCodecSettings& videoCodecSettings(const OAVTranscodeArgumentVideoCodecValue& codec);
+
+/// Whether the libraries of this machine have the encoder.
+[[nodiscard]] bool canEncode(const VideoCodecSettings& settings) noexcept;
+
+}  // namespace corvex::tool

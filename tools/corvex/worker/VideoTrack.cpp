@@ -1,0 +1,258 @@
+#include <tools/corvex/worker/VideoTrack.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+extern "C" {
+#include <libavfilter/buffersink.h>
+#include <libavfilter/buffersrc.h>
+#include <libavutil/pixdesc.h>
+}
+
+namespace corvex::tool {
+namespace {
+
+/// Time base for pictures that come at varying distances. MPEG-4 Part 2 allows no finer one than 1/65535 s.
+constexpr AVRational fineTimeBase{1, 60000};
+
+/// The rates, in megabits per second, that VC-3 (SMPTE ST 2019-1) lists for its rasters and frame rates.
+constexpr std::array vc3Megabits{36,  42,  45,  50,  60,  63,  75,  80,  84,  85,  90,  100, 110, 115,
+                                 120, 145, 175, 180, 185, 220, 240, 290, 350, 365, 390, 440, 730, 880};
+
+/// What the middle quality class of VC-3 spends on a picture of 1920x1080, in megabits.
+constexpr double vc3MegabitsPerFrame = 4.8;
+
+/// Quantiser of encoders that have no quality mode of their own: visually close to the source.
+constexpr int fixedQuantizer = 3;
+
+bool hasAlpha(int format) {
+    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
+    return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
+}
+
+bool isRgb(int format) {
+    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
+    return description != nullptr && (description->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL)) != 0;
+}
+
+bool isFullRange(int format, AVColorRange range) {
+    return range == AVCOL_RANGE_JPEG || format == AV_PIX_FMT_YUVJ420P || format == AV_PIX_FMT_YUVJ422P ||
+           format == AV_PIX_FMT_YUVJ444P;
+}
+
+}  // namespace
+
+VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, VideoTiming timing, MediaOutput& output)
+    : request_(request), timing_(timing), output_(output), filtered_(makeFrame()), packet_(makePacket()) {
+    timeBase_ = timing.hasConstantRate ? av_inv_q(timing.frameRate) : fineTimeBase;
+    frameTicks_ = std::max<std::int64_t>(1, av_rescale_q(1, av_inv_q(timing.frameRate), timeBase_));
+    openEncoder(first, FrameGeometry::make(first.picture(), request_.frame));
+    stream_ = output_.addStream(*encoder_, request_.codec->tag);
+}
+
+CodecContextPointer VideoTrack::makeEncoder(std::optional<std::int64_t> bitsPerSecond) const {
+    const AVCodec* codec = avcodec_find_encoder_by_name(request_.codec->encoder);
+    CodecContextPointer made(checkAllocated(avcodec_alloc_context3(codec)));
+    made->width = encoder_->width;
+    made->height = encoder_->height;
+    made->pix_fmt = encoder_->pix_fmt;
+    made->sample_aspect_ratio = encoder_->sample_aspect_ratio;
+    made->time_base = timeBase_;
+    made->framerate = timing_.frameRate;
+    made->color_range = encoder_->color_range;
+    made->colorspace = encoder_->colorspace;
+    made->color_primaries = encoder_->color_primaries;
+    made->color_trc = encoder_->color_trc;
+    made->chroma_sample_location = encoder_->chroma_sample_location;
+    made->thread_count = 0;  // as many as the machine has processors
+    if (output_.wantsGlobalHeaders()) made->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    if (request_.codec->profile != nullptr) {
+        check(av_opt_set(made.get(), "profile", request_.codec->profile, AV_OPT_SEARCH_CHILDREN), codec->name);
+    }
+    if (bitsPerSecond) {
+        made->bit_rate = *bitsPerSecond;
+    } else if (codec->id == AV_CODEC_ID_MJPEG || codec->id == AV_CODEC_ID_MPEG4) {
+        made->flags |= AV_CODEC_FLAG_QSCALE;
+        made->global_quality = FF_QP2LAMBDA * fixedQuantizer;
+    }
+    return made;
+}
+
+void VideoTrack::openEncoder(const MediaInput& first, const FrameGeometry& geometry) {
+    const AVCodec* codec = avcodec_find_encoder_by_name(request_.codec->encoder);
+    output_.requireCarries(codec->id);
+    const AVCodecParameters& source = *first.video()->codecpar;
+    encoder_.reset(checkAllocated(avcodec_alloc_context3(codec)));
+    encoder_->width = geometry.output.width;
+    encoder_->height = geometry.output.height;
+    const bool keepsAlpha = request_.codec->alphaFormat != AV_PIX_FMT_NONE && hasAlpha(source.format);
+    encoder_->pix_fmt = keepsAlpha ? request_.codec->alphaFormat : request_.codec->pixelFormat;
+    encoder_->sample_aspect_ratio = {geometry.pixelAspect.numerator, geometry.pixelAspect.denominator};
+    encoder_->color_range = codec->id == AV_CODEC_ID_MJPEG ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
+    encoder_->colorspace = isRgb(source.format) ? AVCOL_SPC_BT709 : source.color_space;
+    encoder_->color_primaries = source.color_primaries;
+    encoder_->color_trc = source.color_trc;
+    encoder_->chroma_sample_location = source.chroma_location;
+
+    if (request_.codec->rate == RateChoice::classes) {
+        openWithRateClass();
+        return;
+    }
+    encoder_ = makeEncoder(request_.bitsPerSecond);
+    check(avcodec_open2(encoder_.get(), codec, nullptr),
+          "cannot encode " + std::string(request_.codec->codec.rawValue()) + " at " +
+              std::to_string(geometry.output.width) + "x" + std::to_string(geometry.output.height));
+}
+
+void VideoTrack::openWithRateClass() {
+    const std::string name(request_.codec->codec.rawValue());
+    const std::string raster = std::to_string(encoder_->width) + "x" + std::to_string(encoder_->height);
+    // The encoder itself knows which of the rates go with the raster: those with which it opens.
+    std::vector<int> usable;
+    for (const int megabits : vc3Megabits) {
+        const CodecContextPointer trial = makeEncoder(megabits * 1'000'000LL);
+        if (avcodec_open2(trial.get(), trial->codec, nullptr) == 0) usable.push_back(megabits);
+    }
+    (void)LibraryMessages::takeLast();  // complaints about the rates that were only tried
+    if (usable.empty()) {
+        throw JobError("-vcodec " + name + " is not defined for " + raster +
+                       "; expected 1920x1080 or 1280x720, or one of the dnxhr codecs");
+    }
+    int chosen = usable.front();
+    if (request_.bitsPerSecond) {
+        const auto asked = std::find_if(usable.begin(), usable.end(), [&](int megabits) {
+            return megabits * 1'000'000LL == *request_.bitsPerSecond;
+        });
+        if (asked == usable.end()) {
+            std::string list;
+            for (const int megabits : usable) list += (list.empty() ? "" : ", ") + std::to_string(megabits);
+            throw JobError("-vbr: " + name + " at " + raster + " has no such bit rate; expected one of " + list);
+        }
+        chosen = *asked;
+    } else {
+        const double pixels = static_cast<double>(encoder_->width) * encoder_->height / (1920.0 * 1080.0);
+        const double wanted = vc3MegabitsPerFrame * pixels * av_q2d(timing_.frameRate);
+        for (const int megabits : usable) {
+            if (std::fabs(megabits - wanted) < std::fabs(chosen - wanted)) chosen = megabits;
+        }
+    }
+    encoder_ = makeEncoder(chosen * 1'000'000LL);
+    check(avcodec_open2(encoder_.get(), encoder_->codec, nullptr), "cannot encode " + name + " at " + raster);
+}
+
+void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) {
+    decoder_.emplace(input, stream);
+    source_ = input.picture();
+    inputPath_ = input.path();
+    inputTimeBase_ = stream.time_base;
+    inputStart_ = input.startOf(stream);
+    outputStart_ = std::max(nextTime_, av_rescale_q(start, AV_TIME_BASE_Q, timeBase_));
+    framesBeforeFile_ = frameCount_;
+    graph_.reset();
+}
+
+void VideoTrack::consume(const AVPacket& packet) {
+    decoder_->decode(&packet, [&](AVFrame& frame) { filter(&frame); });
+}
+
+void VideoTrack::endFile() {
+    decoder_->decode(nullptr, [&](AVFrame& frame) { filter(&frame); });
+    if (graph_) filter(nullptr);
+    graph_.reset();
+    if (frameCount_ == framesBeforeFile_) throw JobError("'" + inputPath_ + "': no picture could be decoded");
+}
+
+void VideoTrack::finish() {
+    encode(*encoder_, nullptr, *packet_, [&](AVPacket& packet) { write(packet); });
+}
+
+std::int64_t VideoTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, AV_TIME_BASE_Q); }
+
+void VideoTrack::buildGraph(const AVFrame& frame) {
+    graphInput_ = {frame.width, frame.height, frame.format, frame.sample_aspect_ratio, frame.color_range};
+    // A picture may change its size within a file; the turn and the pixel aspect are the container's word.
+    source_.size = {frame.width, frame.height};
+    const FrameGeometry geometry =
+        FrameGeometry::makeForOutput(source_, request_.frame, {encoder_->width, encoder_->height});
+
+    std::string scaleOptions;
+    const bool wantsFull = encoder_->color_range == AVCOL_RANGE_JPEG;
+    const bool isFull = isFullRange(frame.format, frame.color_range);
+    if (isRgb(frame.format)) scaleOptions += ":out_color_matrix=bt709";
+    if (isRgb(frame.format) || wantsFull != isFull) {
+        scaleOptions += std::string(":in_range=") + (isFull || isRgb(frame.format) ? "pc" : "tv");
+        scaleOptions += std::string(":out_range=") + (wantsFull ? "pc" : "tv");
+    }
+    const std::string text =
+        geometry.filterText(scaleOptions) + ",format=pix_fmts=" + av_get_pix_fmt_name(encoder_->pix_fmt);
+
+    graph_.reset(checkAllocated(avfilter_graph_alloc()));
+    graph_->scale_sws_opts = av_strdup("flags=bicubic");
+    const std::string source =
+        "video_size=" + std::to_string(frame.width) + "x" + std::to_string(frame.height) +
+        ":pix_fmt=" + std::to_string(frame.format) + ":time_base=" + std::to_string(inputTimeBase_.num) + "/" +
+        std::to_string(inputTimeBase_.den) + ":pixel_aspect=" + std::to_string(source_.pixelAspect.numerator) + "/" +
+        std::to_string(source_.pixelAspect.denominator);
+    check(avfilter_graph_create_filter(&graphSource_, avfilter_get_by_name("buffer"), "in", source.c_str(), nullptr,
+                                       graph_.get()),
+          "video filter");
+    check(avfilter_graph_create_filter(&graphSink_, avfilter_get_by_name("buffersink"), "out", nullptr, nullptr,
+                                       graph_.get()),
+          "video filter");
+    AVFilterInOut* outputs = checkAllocated(avfilter_inout_alloc());
+    AVFilterInOut* inputs = avfilter_inout_alloc();
+    if (inputs == nullptr) avfilter_inout_free(&outputs);
+    checkAllocated(inputs);
+    *outputs = {av_strdup("in"), graphSource_, 0, nullptr};
+    *inputs = {av_strdup("out"), graphSink_, 0, nullptr};
+    const int result = avfilter_graph_parse_ptr(graph_.get(), text.c_str(), &inputs, &outputs, nullptr);
+    avfilter_inout_free(&inputs);
+    avfilter_inout_free(&outputs);
+    check(result, "video filter '" + text + "'");
+    check(avfilter_graph_config(graph_.get(), nullptr), "video filter '" + text + "'");
+}
+
+void VideoTrack::filter(AVFrame* frame) {
+    if (frame != nullptr) {
+        frame->pts = frame->best_effort_timestamp;
+        const GraphInput now{frame->width, frame->height, frame->format, frame->sample_aspect_ratio,
+                             frame->color_range};
+        if (graph_ && now != graphInput_) {
+            filter(nullptr);
+            graph_.reset();
+        }
+        if (!graph_) buildGraph(*frame);
+    }
+    check(av_buffersrc_add_frame(graphSource_, frame), "video filter");
+    for (;;) {
+        const int result = av_buffersink_get_frame(graphSink_, filtered_.get());
+        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return;
+        check(result, "video filter");
+        encodeFrame(*filtered_);
+        av_frame_unref(filtered_.get());
+    }
+}
+
+void VideoTrack::encodeFrame(AVFrame& frame) {
+    std::int64_t time = nextTime_;
+    if (frame.pts != AV_NOPTS_VALUE) {
+        const std::int64_t sinceStart = frame.pts - inputStart_;
+        time = outputStart_ + av_rescale_q(sinceStart, av_buffersink_get_time_base(graphSink_), timeBase_);
+    }
+    // Never two pictures at one time, and never a picture less: one that comes too early moves to the next free tick.
+    frame.pts = frameCount_ == 0 ? std::max<std::int64_t>(time, 0) : std::max(time, lastTime_ + 1);
+    lastTime_ = frame.pts;
+    nextTime_ = frame.pts + frameTicks_;
+    frame.pict_type = AV_PICTURE_TYPE_NONE;  // the encoder decides
+    ++frameCount_;
+    encode(*encoder_, &frame, *packet_, [&](AVPacket& packet) { write(packet); });
+}
+
+void VideoTrack::write(AVPacket& packet) {
+    if (packet.duration == 0) packet.duration = frameTicks_;
+    output_.write(packet, stream_, timeBase_);
+}
+
+}  // namespace corvex::tool

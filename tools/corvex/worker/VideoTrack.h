@@ -1,0 +1,78 @@
+#pragma once
+
+#include <optional>
+
+#include <tools/corvex/worker/Decoder.h>
+#include <tools/corvex/worker/MediaOutput.h>
+#include <tools/corvex/worker/Track.h>
+#include <tools/corvex/worker/TranscodeJob.h>
+
+namespace corvex::tool {
+
+/// When pictures can follow each other in the output.
+struct VideoTiming {
+    AVRational frameRate;          ///< Nominal frames per second.
+    bool hasConstantRate = false;  ///< All inputs have that rate: time stamps count frames.
+};
+
+/// Decodes, brings to size and format, and encodes the video.
+class VideoTrack : public Track {
+public:
+    /// The raster and the colour tags of the output follow from the first input. Adds its stream to `output`.
+    VideoTrack(const VideoRequest& request, const MediaInput& first, VideoTiming timing, MediaOutput& output);
+
+    void beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) override;
+    void consume(const AVPacket& packet) override;
+    void endFile() override;
+    void finish() override;
+    [[nodiscard]] std::int64_t end() const noexcept override;
+    [[nodiscard]] std::int64_t frameCount() const noexcept { return frameCount_; }
+
+private:
+    /// What a filter graph was made for; a frame that differs needs another one.
+    struct GraphInput {
+        int width = 0, height = 0, format = -1;
+        AVRational pixelAspect{0, 1};
+        AVColorRange range = AVCOL_RANGE_UNSPECIFIED;
+        friend bool operator==(const GraphInput& a, const GraphInput& b) noexcept {
+            return a.width == b.width && a.height == b.height && a.format == b.format && a.range == b.range &&
+                   av_cmp_q(a.pixelAspect, b.pixelAspect) == 0;
+        }
+    };
+
+    void openEncoder(const MediaInput& first, const FrameGeometry& geometry);
+    void openWithRateClass();
+    [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
+    void buildGraph(const AVFrame& frame);
+    void filter(AVFrame* frame);
+    void encodeFrame(AVFrame& frame);
+    void write(AVPacket& packet);
+
+    VideoRequest request_;
+    VideoTiming timing_;
+    MediaOutput& output_;
+    AVRational timeBase_{};        ///< Of the encoder.
+    std::int64_t frameTicks_ = 1;  ///< Length of a frame at the nominal rate, in that time base.
+    CodecContextPointer encoder_;
+    int stream_ = -1;
+
+    std::optional<Decoder> decoder_;
+    SourcePicture source_;
+    AVRational inputTimeBase_{};
+    std::int64_t inputStart_ = 0;   ///< In the input's time base.
+    std::int64_t outputStart_ = 0;  ///< Of the current file, in the encoder's time base.
+    std::int64_t lastTime_ = 0;     ///< Of the last frame, in the same.
+    std::int64_t nextTime_ = 0;     ///< Where the last frame ends at the nominal rate, in the same.
+    std::int64_t frameCount_ = 0;
+    std::int64_t framesBeforeFile_ = 0;
+    std::string inputPath_;
+
+    FilterGraphPointer graph_;
+    GraphInput graphInput_;
+    AVFilterContext* graphSource_ = nullptr;
+    AVFilterContext* graphSink_ = nullptr;
+    FramePointer filtered_;
+    PacketPointer packet_;
+};
+
+}  // namespace corvex::tool
