@@ -1,0 +1,318 @@
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
+#include <Corvex/cli/transcode/TranscodeCliPreset.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Text.h>
+
+namespace corvex {
+namespace {
+
+using Arguments = TranscodeCliArguments;
+using Words = std::vector<std::string>;
+
+ArgumentLookup unknownEntriesOf(const Arguments& arguments) {
+    ArgumentLookup entries;
+    arguments.enumerateUnknownFlags([&](std::string_view key, std::string_view value) { entries.emplace(key, value); });
+    return entries;
+}
+
+TEST(TranscodeFlags, areKnownInTheOrderOfTheirFamilies) {
+    const auto flags = Arguments::allKnownCommandFlags();
+    ASSERT_EQ(flags.size(), 15U + 12 + 25 + 14 + 12 + 3 + 6 + 4 + 4);
+    const std::pair<std::size_t, const char*> places[] = {
+        {0, "-h"},         {15, "-in"},      {27, "-vn"},    {52, "-an"},     {66, "-tc_track"}, {78, "-wmf_anchor"},
+        {81, "-wmt_burn"}, {87, "-arri_cs"}, {91, "-ftype"}, {92, "-vscale"}, {93, "-ovw"},      {94, "-ovh"},
+    };
+    for (const auto& [index, flag] : places) EXPECT_EQ(flags[index], flag);
+}
+
+TEST(TranscodeFlags, anchorsKnowTheirFlags) {
+    EXPECT_EQ(VideoCropAnchor(OAVAnchorCenter).cliFlag(), "-crop_anchor");
+    EXPECT_EQ(TimecodeBurnAnchor(OAVAnchorCenter).cliFlag(), "-tc_burn_anchor");
+    EXPECT_EQ(WatermarkBurnAnchor(OAVAnchorCenter).cliFlag(), "-wmf_anchor");
+    EXPECT_EQ(WatermarkBurnAnchor::tcFlag(), OAVWatermarkFileBurnAnchorFlag);
+    VideoCropAnchor anchor(OAVAnchorTopLeft);
+    anchor.setAnchorArgument(OAVAnchorBottomRight);
+    EXPECT_EQ(anchor, VideoCropAnchor(OAVAnchorBottomRight));
+}
+
+TEST(TranscodePreset, flagsKeepTheirOrder) {
+    EXPECT_EQ(orderedArgumentsAsList(TranscodeCliPreset::cloud),
+              (Words{"-file_format", "qt", "-vcodec", "h264", "-dims", "960x540", "-aspect_scaling", "stretch", "-vbr",
+                     "3", "-web", "", "-acodec", "aac", "-asr", "48000"}));
+    EXPECT_EQ(orderedArgumentsAsList(TranscodeCliPreset::proRes4444XQ),
+              (Words{"-file_format", "qt", "-vcodec", "prores4444xq", "-acodec", "lpcm"}));
+    EXPECT_EQ(presetCliValue(TranscodeCliPreset::cloud), OAVOrvaneCloudPresetValue);
+    EXPECT_EQ(presetCliValue(TranscodeCliPreset::proRes4444XQ), OAVOrvaneProRes4444XQPresetValue);
+    EXPECT_EQ(description(TranscodeCliPreset::cloud), "cloud");
+    EXPECT_EQ(description(TranscodeCliPreset::proRes4444XQ), "ProRes 4444 XQ");
+}
+
+ArgumentLookup xqPreset() { return {{"-file_format", "qt"}, {"-vcodec", "prores4444xq"}, {"-acodec", "lpcm"}}; }
+
+/// `base` with other entries in place of, or beside, its own.
+ArgumentLookup with(ArgumentLookup base, const ArgumentLookup& others) {
+    for (const auto& [key, value] : others) base.insert_or_assign(key, value);
+    return base;
+}
+
+struct ParseRow {
+    const char* name;
+    Words words;
+    ArgumentLookup lookup;
+    ArgumentLookup unknown;
+    Words ordered;  ///< What rendering with order gives; not looked at when empty.
+};
+
+TEST(TranscodeCliArguments, parsesWords) {
+    const ParseRow rows[] = {
+        {"nothing", {}, {}, {}, {}},
+        {"strayWords", {"", "a", "vn"}, {}, {}, {}},
+        {"pathsKeepCase",
+         {"-vcodec", "ProRes422", "-out", "/Tmp/A.mov"},
+         {{"-vcodec", "prores422"}, {"-out", "/Tmp/A.mov"}},
+         {},
+         {"-vcodec", "prores422", "-out", "/Tmp/A.mov"}},
+        {"keysAreLoweredAndTrimmed", {"\u00A0-OUT\n", " /X \u3000"}, {{"-out", "/X"}}, {}, {}},
+        {"switches", {"-vn", "-an"}, {{"-vn", ""}, {"-an", ""}}, {}, {"-vn", "", "-an", ""}},
+        {"wordsAreJoined", {"-wmt_text", "Hello", "World"}, {{"-wmt_text", "Hello World"}}, {}, {}},
+        {"joinedAsGiven", {"-wmt_text", " A ", "", " B "}, {{"-wmt_text", "A    B"}}, {}, {}},
+        {"blankValue", {"-wmt_text", "  ", "\t"}, {{"-wmt_text", ""}}, {}, {}},
+        {"negativeNumber", {"-vbr", "-5"}, {{"-vbr", ""}}, {{"-5", ""}}, {}},
+        {"blankThenFlag", {"-vbr", "3", " -AN"}, {{"-vbr", "3"}, {"-an", ""}}, {}, {}},
+        {"knownBySubstring",
+         {"-hello", "A", "-input", "B", "-my-VN"},
+         {{"-hello", "a"}, {"-input", "B"}, {"-my-vn", ""}},
+         {},
+         {}},
+        {"lastValueFirstPlace",
+         {"-vr", "24", "-dims", "1x1", "-VR", "25"},
+         {{"-vr", "25"}, {"-dims", "1x1"}},
+         {},
+         {"-vr", "25", "-dims", "1x1"}},
+        {"lastValueMayBeNone", {"-vr", "24", "-vr"}, {{"-vr", ""}}, {}, {}},
+        {"unknown", {"-Foo", "BAR ", "-vn", "-foo", "Baz"}, {{"-vn", ""}}, {{"-foo", "baz"}}, {"-vn", ""}},
+        {"loneDash", {"-", "x", "--", "Y"}, {}, {{"-", "x"}, {"--", "y"}}, {}},
+        {"transcoderMark", {"-isTranscoder", "-vn"}, {{"-vn", ""}}, {{"-istranscoder", ""}}, {"-vn", ""}},
+        {"custodialFlags", {"-parentPid", "12"}, {}, {{"-parentpid", "12"}}, {}},
+        {"caseKeepers",
+         {"-clut", "A", "-progress_file", "B", "-work_dir", "C", "-additional_decode_options", "D", "-in_0_1", "E",
+          "-input_4_5", "F"},
+         {{"-clut", "A"},
+          {"-progress_file", "B"},
+          {"-work_dir", "C"},
+          {"-additional_decode_options", "D"},
+          {"-in_0_1", "E"},
+          {"-input_4_5", "F"}},
+         {},
+         {}},
+        {"onlyWholeFlagsKeepCase",
+         {"-out2", "A", "-wmf_path", "/B", "-progress_prefix", "C", "-c_space", "sRGB", "-my-in", "D"},
+         {{"-out2", "a"}, {"-wmf_path", "/b"}, {"-progress_prefix", "c"}, {"-c_space", "srgb"}, {"-my-in", "d"}},
+         {},
+         {}},
+        {"outsideTheCases",
+         {"-tc_burn_anchor", "TL", "-acl_descs", "-acl_bitmap", "L", "-wmf_burn_anchors"},
+         {{"-tc_burn_anchor", "tl"}, {"-acl_descs", ""}, {"-acl_bitmap", "l"}},
+         {{"-wmf_burn_anchors", ""}},
+         {}},
+        {"legacyFlags",
+         {"-ftype", "X", "-vscale", ".5", "-ovw", "1", "-ovh", "2"},
+         {{"-ftype", "x"}, {"-vscale", ".5"}, {"-ovw", "1"}, {"-ovh", "2"}},
+         {},
+         {}},
+        {"preset",
+         {"-preset", "ORVANE_4444XQ"},
+         xqPreset(),
+         {},
+         {"-acodec", "lpcm", "-file_format", "qt", "-vcodec", "prores4444xq"}},
+        {"presetLosesToFlags",
+         {"-preset", "orvane_cloud", "-vcodec", "h265", "-dims", "1920x1080"},
+         with(Arguments::orvaneCloudPresetArguments(), {{"-vcodec", "h265"}, {"-dims", "1920x1080"}}),
+         {},
+         {"-vcodec", "h265", "-dims", "1920x1080", "-acodec", "aac", "-aspect_scaling", "stretch", "-asr", "48000",
+          "-file_format", "qt", "-vbr", "3", "-web", ""}},
+        {"ownPreset",
+         {"-vn", "-preset", "Mine", "-an"},
+         {{"-vn", ""}, {"-preset", "mine"}, {"-an", ""}},
+         {},
+         {"-vn", "", "-preset", "mine", "-an", ""}},
+        {"presetIsComparedWhole", {"-preset", "orvane_cloud x"}, {{"-preset", "orvane_cloud x"}}, {}, {}},
+        {"presetsIsOneToo", {"-presets"}, {{"-preset", ""}}, {}, {"-preset", ""}},
+        {"repeatedPreset", {"-preset", "orvane_cloud", "-preset", "orvane_4444xq"}, xqPreset(), {}, {}},
+        {"firstOfTwoPresetsWins",
+         {"-preset2", "orvane_cloud", "-preset", "orvane_4444xq"},
+         with(Arguments::orvaneCloudPresetArguments(), xqPreset()),
+         {},
+         {}},
+        {"lastOwnPresetStays",
+         {"-presets", "b", "-vn", "-preset", "a"},
+         {{"-preset", "b"}, {"-vn", ""}},
+         {},
+         {"-vn", "", "-preset", "b"}},
+        {"strayBytes",
+         {"-wmt_text", "A\xFF", "-VN\xFE", "B\xFF"},
+         {{"-wmt_text", "A\xFF"}, {"-vn\xFE", "b\xFF"}},
+         {},
+         {}},
+        {"foldedKey", {"-weſt", "A", "-key_frameſ", "B"}, {{"-key_frameſ", "b"}}, {{"-weſt", "a"}}, {}},
+    };
+    for (const auto& row : rows) {
+        const Arguments plain(row.words);
+        EXPECT_EQ(plain.flagValueLookup(), row.lookup) << row.name;
+        EXPECT_EQ(unknownEntriesOf(plain), row.unknown) << row.name;
+        const Arguments ordered(row.words, true);
+        EXPECT_EQ(ordered.flagValueLookup(), row.lookup) << row.name;
+        if (!row.ordered.empty()) {
+            EXPECT_EQ(ordered.commandLineArguments(), row.ordered) << row.name;
+        }
+    }
+}
+
+struct ReadyRow {
+    const char* name;
+    ArgumentLookup given, lookup, unknown;
+};
+
+TEST(TranscodeCliArguments, normalisesReadyLookups) {
+    const ReadyRow rows[] = {
+        {"nothing", {}, {}, {}},
+        {"values", {{" -VCODEC ", " H264 "}, {"-out", " /A "}}, {{"-vcodec", "h264"}, {"-out", "/A"}}, {}},
+        {"unknownAsGiven",
+         {{" -Foo", " BAR "}, {"-foo", "2"}, {"vn", "X"}, {"", "Y"}},
+         {},
+         {{" -Foo", " BAR "}, {"-foo", "2"}, {"vn", "X"}, {"", "Y"}}},
+        {"testFormWins", {{" -vr", "1"}, {"-VR", "2"}, {"-Vr", "3"}, {"-vr", "4"}, {"-vr ", "5"}}, {{"-vr", "4"}}, {}},
+        {"elseTheLastWins", {{"-VR", "2"}, {"-Vr", "3"}, {" -vr", "1"}}, {{"-vr", "3"}}, {}},
+        {"bareTypeKeyIsUnknown", {{"ftype", "public.mpeg-4"}}, {}, {{"ftype", "public.mpeg-4"}}},
+        {"values may begin with a dash", {{"-vbr", " -5"}}, {{"-vbr", "-5"}}, {}},
+        {"preset", {{"-Preset", " Orvane_4444XQ"}, {"-ACODEC", "AAC"}}, with(xqPreset(), {{"-acodec", "aac"}}), {}},
+        {"ownPreset", {{"-preset", "Mine"}}, {{"-preset", "mine"}}, {}},
+        {"numberedInputs", {{"-IN_0_1", " /A"}}, {{"-in_0_1", "/A"}}, {}},
+    };
+    for (const auto& row : rows) {
+        const Arguments arguments(row.given);
+        EXPECT_EQ(arguments.flagValueLookup(), row.lookup) << row.name;
+        EXPECT_EQ(unknownEntriesOf(arguments), row.unknown) << row.name;
+        EXPECT_EQ(arguments.commandLineArguments(), renderArguments(row.lookup)) << row.name;
+    }
+}
+
+/// The table of shortest flags finds what a search for every known flag finds.
+TEST(TranscodeCliArguments, recognisesExactlyTheKeysThatHoldAKnownFlag) {
+    const auto flags = Arguments::allKnownCommandFlags();
+    Words keys{"-hh", "-\u212A", "-ſ", "--", "-i-n", "-İn", "-tc-burn", "-x-ACL\u00C4", "-wmt_ſize", "-m"};
+    for (const std::string_view flag : flags) {
+        keys.emplace_back(flag);
+        keys.push_back("-q" + std::string(flag));
+        keys.push_back("-_" + std::string(flag.substr(1)));
+        keys.emplace_back(flag.substr(0, flag.size() - 1));
+        keys.push_back("-z-" + std::string(flag.substr(1)) + "Ä");
+    }
+    for (const std::string& key : keys) {
+        const bool isKnown = std::any_of(flags.begin(), flags.end(),
+                                         [&](std::string_view flag) { return containsIgnoringCase(key, flag); });
+        EXPECT_EQ(Arguments(Words{key}).allFlagsAreValid(), isKnown) << key;
+    }
+}
+
+TEST(TranscodeCliArguments, saysWhatWasNotAccepted) {
+    const Arguments valid(Words{"-vn"});
+    EXPECT_EQ(valid.unknownFlags(), std::nullopt);
+    EXPECT_TRUE(valid.allFlagsAreValid());
+    const Arguments invalid(Words{"-zoo", "A", "-bar"});
+    EXPECT_EQ(invalid.unknownFlags(), (Words{"-bar", "-zoo"}));
+    EXPECT_FALSE(invalid.allFlagsAreValid());
+    // An empty set of entries can only be decoded, and means the same as none.
+    const auto decoded =
+        Json{{"flagValueLookup", Json::object()}, {"invalidKeyValueLookup", Json::object()}}.get<Arguments>();
+    EXPECT_EQ(decoded.unknownFlags(), std::nullopt);
+    EXPECT_TRUE(decoded.allFlagsAreValid());
+}
+
+TEST(TranscodeCliArguments, looksFlagsUpTrimmedButNotLowered) {
+    const Arguments arguments(Words{"-vn", "-vr", "25"});
+    EXPECT_EQ(arguments.argumentFlagValue("\n -vr "), "25");
+    EXPECT_EQ(arguments.argumentFlagValue("-VN"), std::nullopt);
+    EXPECT_TRUE(arguments.hasArgumentFlag("-vn"));
+    EXPECT_TRUE(arguments.hasVideoArgumentFlag(OAVNoVideoFlag));
+    EXPECT_FALSE(arguments.hasVideoArgumentFlag(OAVVideoFormatFlag));
+    EXPECT_EQ(Arguments().argumentFlagValue(""), std::nullopt);
+}
+
+TEST(TranscodeCliArguments, storesAsGivenAndRendersNewFlagsLast) {
+    Arguments arguments(Words{"-vr", "25", "-an"}, true);
+    arguments.setArgumentFlagValue(" X ", "-Anything ");
+    arguments.setArgumentFlagValue("30", "-vr");
+    arguments.setArgumentFlagValue("first", "-acodec");
+    EXPECT_EQ(arguments.commandLineArguments(),
+              (Words{"-vr", "30", "-an", "", "-Anything ", " X ", "-acodec", "first"}));
+    EXPECT_EQ(arguments.cliString(), "-vr30-an-Anything  X -acodecfirst");
+    arguments.setArgumentFlagValue(std::nullopt, "-vr");
+    arguments.setArgumentFlagValue(std::nullopt, "-never_there");
+    EXPECT_EQ(arguments.argumentFlagValue("-Anything "), std::nullopt);  // asking trims, storing did not
+    EXPECT_EQ(arguments.commandLineArguments(), (Words{"-an", "", "-Anything ", " X ", "-acodec", "first"}));
+    // Its place is kept for a flag that comes back.
+    arguments.setArgumentFlagValue("24", "-vr");
+    EXPECT_EQ(arguments.commandLineArguments().front(), "-vr");
+    // A value may be a part of the one that it replaces.
+    arguments.setArgumentFlagValue(arguments.argumentFlagValue("-acodec")->substr(1, 3), "-acodec");
+    EXPECT_EQ(arguments.argumentFlagValue("-acodec"), "irs");
+}
+
+TEST(TranscodeCliArguments, equalityCountsOrderAndUnknownEntries) {
+    const Arguments base(Words{"-vn", "-an"});
+    EXPECT_EQ(base, Arguments(Words{"-an", "-vn"}));
+    EXPECT_EQ(base.hash(), Arguments(Words{"-an", "-vn"}).hash());
+    EXPECT_NE(base, Arguments(Words{"-vn", "-an"}, true));
+    EXPECT_NE(base, Arguments(Words{"-vn", "-an", "-foo"}));
+    EXPECT_EQ(base.cliString(), Arguments(Words{"-an", "-vn"}).cliString());
+    EXPECT_TRUE(base.isEqual(Arguments(base)));
+}
+
+TEST(TranscodeCliArguments, codesWhatIsThere) {
+    EXPECT_EQ(jsonText(Json(Arguments())), R"({"flagValueLookup":{}})");
+    const Arguments full(Words{"-foo", "1", "-vr", "25", "-an"}, true);
+    EXPECT_EQ(jsonText(Json(full)), R"({"flagValueLookup":{"-an":"","-vr":"25"},"orderedFlags":["-vr","-an"],)"
+                                    R"("invalidKeyValueLookup":{"-foo":"1"}})");
+    EXPECT_EQ(Json::parse(jsonText(Json(full))).get<Arguments>(), full);
+    // Restored as it was: nothing is cleaned, recognised or put in order again.
+    const auto odd =
+        Json::parse(R"({"orderedFlags":["-B","x","-B","-gone"],"flagValueLookup":{" -A ":" X ","-B":"Y"}})");
+    EXPECT_EQ(odd.get<Arguments>().commandLineArguments(), (Words{"-B", "Y", " -A ", " X "}));
+}
+
+TEST(TranscodeCliArguments, decodingErrorsNameTheKey) {
+    const std::pair<const char*, const char*> rows[] = {
+        {R"({})", "flagValueLookup"},
+        {R"([])", "flagValueLookup"},
+        {R"("text")", "flagValueLookup"},
+        {R"({"flagValueLookup":[]})", "flagValueLookup"},
+        {R"({"flagValueLookup":[["-vn",""]]})", "flagValueLookup"},
+        {R"({"flagValueLookup":{"-vr":25}})", "flagValueLookup"},
+        {R"({"flagValueLookup":{},"orderedFlags":{}})", "orderedFlags"},
+        {R"({"flagValueLookup":{},"orderedFlags":[1]})", "orderedFlags"},
+        {R"({"flagValueLookup":{},"invalidKeyValueLookup":{"-a":null}})", "invalidKeyValueLookup"},
+    };
+    for (const auto& [text, key] : rows) {
+        Arguments arguments(Words{"-vn"});
+        try {
+            Json::parse(text).get_to(arguments);
+            ADD_FAILURE() << text << " was decoded";
+        } catch (const DecodingError& error) {
+            EXPECT_STREQ(error.key(), key) << text;
+        }
+        EXPECT_EQ(arguments, Arguments(Words{"-vn"})) << text;  // a failure leaves the object as it was
+    }
+}
+
+}  // namespace
+}  // namespace corvex

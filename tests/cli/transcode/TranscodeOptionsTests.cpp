@@ -1,0 +1,205 @@
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/exported/OrvaneUTType.h>
+
+namespace corvex {
+namespace {
+
+using Arguments = TranscodeCliArguments;
+using Words = std::vector<std::string>;
+
+/// "2: a b | 7: c" for the groups of the inputs, "none" for none.
+std::string groupsOf(const Arguments& arguments) {
+    std::string text;
+    arguments.enumerateInputFileGroups([&](std::span<const std::string> paths, std::int64_t number) {
+        text += (text.empty() ? "" : " | ") + std::to_string(number) + ":";
+        for (const auto& path : paths) text += " " + path;
+    });
+    return arguments.inputFileGroups() ? text : "none";
+}
+
+struct InputRow {
+    const char* name;
+    ArgumentLookup lookup;
+    const char* groups;
+    std::optional<Words> files;
+    std::optional<std::string> first;
+};
+
+TEST(TranscodeInputFiles, areGroupedByTheirNumbers) {
+    const InputRow rows[] = {
+        {"none", {{"-out", "a"}}, "none", std::nullopt, std::nullopt},
+        {"plain", {{"-in", "/A"}, {"-in_0_0", "/B"}}, "0: /A", Words{"/A"}, "/A"},
+        {"emptyPlainCounts", {{"-in", ""}, {"-in_0_0", "/B"}}, "0: ", Words{""}, ""},
+        {"numbersNotTexts",
+         {{"-in_10_0", "a"}, {"-in_9_10", "b"}, {"-in_9_9", "c"}, {"-in_-1_+2", "d"}, {"-in_-1_-2", "e"}},
+         "-1: e d | 9: c b | 10: a",
+         Words{"e", "d", "c", "b", "a"},
+         "e"},
+        {"ignored",
+         {{"-in_1", ""},
+          {"-in_1_2_3", ""},
+          {"-in__2", ""},
+          {"-in_1_", ""},
+          {"-in_a_1", ""},
+          {"-in_1_1.0", ""},
+          {"-in_1_ 1", ""},
+          {"-in3", ""},
+          {"-i_1_1", ""},
+          {"-in_9223372036854775808_1", ""}},
+         "none",
+         std::nullopt,
+         std::nullopt},
+        {"anyPrefix", {{"-input_4_5", "a"}, {"-inX_4_4", "b"}}, "4: b a", Words{"b", "a"}, "b"},
+        {"samePlaceTwice", {{"-in_0_1", "a"}, {"-in_0_01", "b"}}, "0: b a", Words{"b", "a"}, "b"},
+        {"samePathTwice", {{"-in_0_0", "a"}, {"-in_1_0", "a"}}, "0: a | 1: a", Words{"a"}, "a"},
+    };
+    for (const auto& row : rows) {
+        Arguments arguments;
+        arguments.setFlagValueLookup(row.lookup);
+        EXPECT_EQ(groupsOf(arguments), row.groups) << row.name;
+        EXPECT_EQ(arguments.inputFiles(), row.files) << row.name;
+        EXPECT_EQ(arguments.firstInputFile(), row.first) << row.name;
+    }
+}
+
+TEST(TranscodeInputFiles, setterReplacesWhatTheGettersRead) {
+    const ArgumentLookup before{{"-in", "a"},  {"-in_7_7", "b"}, {"-input_1_1", "c"},
+                                {"-in3", "d"}, {"-in_x_1", "e"}, {"-vn", ""}};
+    const ArgumentLookup kept{{"-in3", "d"}, {"-in_x_1", "e"}, {"-vn", ""}};
+    for (const auto& none : {std::optional<Words>(), std::optional<Words>(Words{})}) {
+        Arguments arguments;
+        arguments.setFlagValueLookup(before);
+        arguments.setInputFiles(none);
+        EXPECT_EQ(arguments.flagValueLookup(), kept);
+    }
+    Words files;
+    for (int i = 0; i < 12; ++i) files.push_back("/File " + std::to_string(i));
+    Arguments arguments;
+    arguments.setFlagValueLookup(before);
+    arguments.setInputFiles(files);
+    EXPECT_EQ(arguments.inputFiles(), files);  // in their order, although "-in_0_10" sorts before "-in_0_2"
+    EXPECT_EQ(arguments.argumentFlagValue("-in_0_11"), "/File 11");
+    EXPECT_EQ(arguments.flagValueLookup().size(), kept.size() + files.size());
+    const auto parsedAgain = Arguments(arguments.commandLineArguments());
+    EXPECT_EQ(parsedAgain.inputFiles(), files);
+}
+
+TEST(TranscodeOptions, textsAreStoredUnderTheirFlags) {
+    struct Row {
+        const char* flag;
+        std::optional<std::string_view> (Arguments::*get)() const;
+        void (Arguments::*set)(std::optional<std::string_view>);
+    };
+    const Row rows[] = {
+        {"-out", &Arguments::outputFile, &Arguments::setOutputFile},
+        {"-progress_file", &Arguments::progressFile, &Arguments::setProgressFile},
+        {"-progress_prefix", &Arguments::progressOutputPrefix, &Arguments::setProgressOutputPrefix},
+        {"-work_dir", &Arguments::workDirectory, &Arguments::setWorkDirectory},
+        {"-lang_code", &Arguments::languageCode, &Arguments::setLanguageCode},
+    };
+    for (const auto& row : rows) {
+        Arguments arguments;
+        EXPECT_EQ((arguments.*row.get)(), std::nullopt) << row.flag;
+        (arguments.*row.set)(" Text ");
+        EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{row.flag, " Text "}}));
+        EXPECT_EQ((arguments.*row.get)(), " Text ") << row.flag;
+        (arguments.*row.set)(std::nullopt);
+        EXPECT_EQ(arguments, Arguments()) << row.flag;
+    }
+}
+
+TEST(TranscodeOptions, switchesAreOnWithAnyValue) {
+    struct Row {
+        const char* flag;
+        bool (Arguments::*get)() const;
+        void (Arguments::*set)(bool);
+    };
+    const Row rows[] = {
+        {"-overwrite", &Arguments::shouldOverwrite, &Arguments::setShouldOverwrite},
+        {"-legacy-pipeline", &Arguments::useLegacyPipeline, &Arguments::setUseLegacyPipeline},
+        {"-web", &Arguments::prepareForWeb, &Arguments::setPrepareForWeb},
+    };
+    for (const auto& row : rows) {
+        Arguments arguments(Words{row.flag, "false"});
+        EXPECT_TRUE((arguments.*row.get)()) << row.flag;
+        (arguments.*row.set)(true);
+        EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{row.flag, ""}}));
+        (arguments.*row.set)(false);
+        EXPECT_FALSE((arguments.*row.get)()) << row.flag;
+        EXPECT_EQ(arguments, Arguments()) << row.flag;
+    }
+}
+
+TEST(TranscodeOptions, valuesOfOpenFamiliesMayBeAnyText) {
+    Arguments arguments(Words{"-file_format", "XYZ", "-vcodec", "H264", "-aspect_scaling", "crop", "-crop_anchor", "tl",
+                              "-acodec", "new"});
+    EXPECT_EQ(arguments.outputFileFormat(), OAVTranscodeArgumentFileFormatValue("xyz"));
+    EXPECT_EQ(arguments.videoFormat(), OAVAvcH264Codec);
+    EXPECT_EQ(arguments.aspectScaling(), OAVCropAspect);
+    EXPECT_EQ(arguments.videoCropAnchor(), VideoCropAnchor(OAVAnchorTopLeft));
+    EXPECT_EQ(arguments.audioFormat(), OAVTranscodeArgumentAudioFormatValue("new"));
+    arguments.setOutputFileFormat(OAVWaveFileFormat);
+    EXPECT_EQ(arguments.argumentFlagValue("-file_format"), "wav");
+    arguments.setVideoCropAnchor(VideoCropAnchor(OAVAnchorCenter));
+    EXPECT_EQ(arguments.argumentFlagValue("-crop_anchor"), "c");
+    arguments.setVideoFormat(std::nullopt);
+    EXPECT_EQ(arguments.videoFormat(), std::nullopt);
+}
+
+TEST(TranscodeOptions, explicitTypeLivesUnderABareKey) {
+    Arguments arguments(Words{"-ftype", "public.mpeg-4"});
+    EXPECT_EQ(arguments.explicitOutputFileType(), std::nullopt);
+    arguments.setExplicitOutputFileType(OrvaneUTType::mpeg4Movie);
+    EXPECT_EQ(arguments.commandLineArguments(), (Words{"-ftype", "public.mpeg-4", "ftype", "public.mpeg-4"}));
+    EXPECT_EQ(arguments.explicitOutputFileType(), OrvaneUTType::mpeg4Movie);
+    arguments.setArgumentFlagValue("public.MPEG-4", "ftype");
+    EXPECT_EQ(arguments.explicitOutputFileType(), std::nullopt);
+    arguments.setExplicitOutputFileType(std::nullopt);
+    EXPECT_FALSE(arguments.hasArgumentFlag("ftype"));
+}
+
+TEST(TranscodeOptions, numbersAreWholeTexts) {
+    struct SizeRow {
+        const char* text;
+        std::optional<PictureSize> expected;
+    };
+    const SizeRow sizes[] = {
+        {"1920X1080", PictureSize(1920, 1080)},
+        {"1.5x2x9", PictureSize(1.5, 2)},
+        {"1920", std::nullopt},
+        {"1920x", std::nullopt},
+        {"x1080", std::nullopt},
+        {"1920 x 1080", std::nullopt},
+        {"", std::nullopt},
+    };
+    Arguments arguments;
+    for (const auto& row : sizes) {
+        arguments.setArgumentFlagValue(row.text, "-dims");
+        EXPECT_EQ(arguments.videoDimensions(), row.expected) << row.text;
+    }
+    arguments.setVideoDimensions(PictureSize(960, 540.5));
+    EXPECT_EQ(arguments.argumentFlagValue("-dims"), "960x540.5");
+
+    arguments.setArgumentFlagValue("3", "-vbr");
+    EXPECT_EQ(arguments.videoBitRateAsBitsPerSecond(), 3'000'000.0F);
+    arguments.setVideoBitRate(0.1F);
+    EXPECT_EQ(arguments.argumentFlagValue("-vbr"), "0.1");
+    arguments.setArgumentFlagValue("fast", "-vbr");
+    EXPECT_EQ(arguments.videoBitRateAsBitsPerSecond(), std::nullopt);
+
+    arguments.setArgumentFlagValue("+48000", "-asr");
+    EXPECT_EQ(arguments.sampleRate(), 48000);
+    arguments.setArgumentFlagValue("48000.0", "-asr");
+    EXPECT_EQ(arguments.sampleRate(), std::nullopt);
+    arguments.setSampleRate(-1);
+    EXPECT_EQ(arguments.argumentFlagValue("-asr"), "-1");
+}
+
+}  // namespace
+}  // namespace corvex
