@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include <Corvex/color/OrvaneColorSpaceSignal.h>
+#include <Corvex/color/OrvanePixelColorRange.h>
+
+namespace corvex::inline v0 {
+
+/// How pictures are encoded, and whether the output says so. A plain value; signals are immutable and shared.
+struct OrvaneColorEncoding {
+    std::shared_ptr<const OrvaneColorSpaceSignal> signal;  ///< nullptr: none.
+    std::optional<OrvanePixelColorRange> range;
+    bool shouldTag = false;  ///< Whether the output is to be tagged with the signal.
+
+    OrvaneColorEncoding() = default;
+    OrvaneColorEncoding(std::shared_ptr<const OrvaneColorSpaceSignal> theSignal,
+                        std::optional<OrvanePixelColorRange> theRange, bool tags) noexcept
+        : signal(std::move(theSignal)), range(theRange), shouldTag(tags) {}
+};
+
+}  // namespace corvex::inline v0

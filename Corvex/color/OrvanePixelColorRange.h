@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Number.h>
+
+namespace corvex::inline v0 {
+
+/// Whether the components use all code values, or the video (limited) range that leaves room below and above.
+enum class OrvanePixelColorRange : std::uint8_t { full, video };
+
+/// A row of the table: the text that follows "-v_colrange", too.
+struct PixelColorRangeCase : Case<OrvanePixelColorRange, std::int64_t> {
+    std::string_view cliFlag;
+};
+
+template <>
+inline constexpr auto caseTable<OrvanePixelColorRange> = std::to_array<PixelColorRangeCase>({
+    {{OrvanePixelColorRange::full, 0, "Full range"}, "f"},
+    {{OrvanePixelColorRange::video, 1, "Video range"}, "v"},
+});
+static_assert(isComplete<OrvanePixelColorRange>(caseTable<OrvanePixelColorRange>));
+
+/// The flag under which the value is given.
+[[nodiscard]] constexpr OAVTranscodeVideoArgumentFlag videoFlag(OrvanePixelColorRange) noexcept {
+    return OAVVideoColorRangeFlag;
+}
+
+/// The value's text, "f" or "v": deliberately not the flag, unlike that of the other colour enumerations.
+[[nodiscard]] constexpr std::string_view cliFlag(OrvanePixelColorRange range) noexcept { return caseOf(range).cliFlag; }
+
+/// "f" or "v" in either case; none for anything else.
+[[nodiscard]] constexpr std::optional<OrvanePixelColorRange> colorRangeFromCliFlag(std::string_view text) noexcept {
+    if (text == "f" || text == "F") return OrvanePixelColorRange::full;
+    if (text == "v" || text == "V") return OrvanePixelColorRange::video;
+    return std::nullopt;
+}
+
+/// The raw integer as an object.
+[[nodiscard]] inline Number wrappedValue(OrvanePixelColorRange range) noexcept { return Number(rawValue(range)); }
+
+}  // namespace corvex::inline v0
