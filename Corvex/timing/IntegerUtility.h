@@ -21,9 +21,13 @@ template <class T>
 concept BinaryInteger =
     (std::integral<T> && !std::same_as<T, bool>) || std::same_as<T, Int128> || std::same_as<T, UInt128>;
 
-/// Euclid's algorithm on two numbers, neither negative; gcd(a, 0) is a. Binary form (Stein): no division.
+/// The greatest common divisor of two numbers; that of a and 0 is a. One division brings the numbers to like size, then
+/// Stein's binary form needs none.
 [[nodiscard]] constexpr std::uint64_t magnitudeGcd(std::uint64_t a, std::uint64_t b) noexcept {
-    if (a == 0 || b == 0) return a | b;
+    if (a < b) std::swap(a, b);
+    if (b == 0) return a;
+    a %= b;
+    if (a == 0) return b;
     const int twos = std::countr_zero(a | b);
     a >>= static_cast<unsigned>(std::countr_zero(a));
     b >>= static_cast<unsigned>(std::countr_zero(b));

@@ -67,6 +67,10 @@ public:
     friend constexpr bool operator==(const NumericRational& a, const NumericRational& b) noexcept {
         if (a.numerator_ == b.numerator_ && a.denominator_ == b.denominator_) return true;
         if (!a.isDefined() || !b.isDefined()) return a.isDefined() == b.isDefined();
+        if (a.numerator_ >= 0 && b.numerator_ >= 0 && a.denominator_ > 0 && b.denominator_ > 0) {
+            // Without signs every divisor is positive: crosswise products say the same, and need no reduction.
+            return Int128{a.numerator_} * b.denominator_ == Int128{b.numerator_} * a.denominator_;
+        }
         const NumericRational x = a.inLowestTerms();
         const NumericRational y = b.inLowestTerms();
         return x.numerator_ == y.numerator_ && x.denominator_ == y.denominator_;
@@ -85,6 +89,10 @@ public:
 
 private:
     static constexpr NumericRational inLowestTerms(std::int64_t numerator, std::int64_t denominator) noexcept {
+        if (numerator > 0 && denominator > 0) {
+            const auto [n, d] = reducedPositive(numerator, denominator);
+            return {n, d};
+        }
         if (denominator == 0) return {numerator, denominator};
         if (numerator == 0) return {0, 1};
         const std::int64_t common = gcd(numerator, denominator);

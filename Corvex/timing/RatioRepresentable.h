@@ -21,13 +21,25 @@ concept RationalRepresentable = RatioRepresentable<T> && requires(const T& ratio
     { ratio.numerator() } -> std::same_as<std::int64_t>;
 };
 
+/// Two numbers above 0 over their greatest common divisor: what nearly every reduction is, so it has no other branches.
+[[nodiscard]] constexpr std::pair<std::int64_t, std::int64_t> reducedPositive(std::int64_t numerator,
+                                                                              std::int64_t denominator) noexcept {
+    const auto a = static_cast<std::uint64_t>(numerator);
+    const auto b = static_cast<std::uint64_t>(denominator);
+    const std::uint64_t common = magnitudeGcd(a, b);
+    return {static_cast<std::int64_t>(a / common), static_cast<std::int64_t>(b / common)};
+}
+
 /// Numerator and denominator over the greatest common divisor of their magnitudes; signs stay where they are.
 /// A pair whose divisor is 0 (0/0) or beyond 64 bits comes back as it is.
 template <RationalRepresentable T>
 [[nodiscard]] constexpr std::pair<std::int64_t, std::int64_t> reduced(const T& ratio) noexcept {
-    const std::int64_t common = safeBinaryIntGCD(ratio.numerator(), ratio.denominator()).value_or(0);
-    if (common == 0) return {ratio.numerator(), ratio.denominator()};
-    return {ratio.numerator() / common, ratio.denominator() / common};
+    const std::int64_t numerator = ratio.numerator();
+    const std::int64_t denominator = ratio.denominator();
+    if (numerator > 0 && denominator > 0) return reducedPositive(numerator, denominator);
+    const std::int64_t common = safeBinaryIntGCD(numerator, denominator).value_or(0);
+    if (common == 0) return {numerator, denominator};
+    return {numerator / common, denominator / common};
 }
 
 }  // namespace corvex::inline v0
