@@ -7,9 +7,7 @@ namespace corvex::inline v0 {
 namespace {
 
 /// IEC 61966-2-1, from code value to light and back.
-double toLight(double code) noexcept {
-    return code <= 0.04045 ? code / 12.92 : std::pow((code + 0.055) / 1.055, 2.4);
-}
+double toLight(double code) noexcept { return code <= 0.04045 ? code / 12.92 : std::pow((code + 0.055) / 1.055, 2.4); }
 double toCode(double light) noexcept {
     return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
 }
@@ -30,8 +28,8 @@ std::optional<std::uint8_t> hexDigit(char character) noexcept {
     return std::nullopt;
 }
 
-constexpr std::array rainbowColors{Color::sRGB(1, 0, 0), Color::sRGB(1, 0.5, 0), Color::sRGB(1, 1, 0),
-                                   Color::sRGB(0, 1, 0), Color::sRGB(0, 0, 1),   Color::sRGB(0.29, 0, 0.51),
+constexpr std::array rainbowColors{Color::sRGB(1, 0, 0),   Color::sRGB(1, 0.5, 0), Color::sRGB(1, 1, 0),
+                                   Color::sRGB(0, 1, 0),   Color::sRGB(0, 0, 1),   Color::sRGB(0.29, 0, 0.51),
                                    Color::sRGB(0.56, 0, 1)};
 
 /// Saturated colours that stay apart on light and dark backgrounds.

@@ -2,9 +2,11 @@
 
 #include <concepts>
 #include <cstdint>
-#include <functional>
+#include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,15 +15,32 @@
 #include <Corvex/cli/ArgumentLookup.h>
 #include <Corvex/cli/CliArgumentStore.h>
 #include <Corvex/cli/transcode/AnchorOption.h>
+#include <Corvex/cli/transcode/TimecodeSource.h>
+#include <Corvex/cli/transcode/TranscodeAudioQuality.h>
+#include <Corvex/color/Color.h>
+#include <Corvex/color/OrvanePixelColorRange.h>
+#include <Corvex/color/OrvaneVideoColorSpace.h>
 #include <Corvex/exported/TranscodeVocabulary.h>
-#include <Corvex/media/PictureSize.h>
+#include <Corvex/media/PictureSizeValue.h>
+#include <Corvex/media/VideoDimensions.h>
 #include <Corvex/platform/Export.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Object.h>
+#include <Corvex/timing/DropFrameState.h>
 
 namespace corvex::inline v0 {
 
 enum class OrvaneUTType : std::uint8_t;
+enum class OrvaneVideoColorMatrix : std::uint8_t;
+enum class OrvanePixelTransferFunction : std::uint8_t;
+enum class AudioChannelLabel : std::uint8_t;
+class GpuDevice;
+struct TimecodeComponents;
+struct TranscodeAudioDetail;
+struct TranscodeVideoDetail;
+struct TranscodeTimecodeDetail;
+struct TranscodeWatermarkImageDetail;
+struct TranscodeWatermarkTextDetail;
 
 /// A transcode job's settings: a lookup from flag to value, parsed from an argument vector or from a ready lookup, and
 /// rendered back into words. Every typed option is a view of that one lookup.
@@ -121,27 +140,205 @@ public:
     [[nodiscard]] bool prepareForWeb() const;
     void setPrepareForWeb(bool preparesForWeb);
 
-    // Video options.
+    // Video options. A setter with none removes the flag; a getter is none when the flag is absent or its text is no
+    // value of the type. Decimal numbers and integers are the whole text, whatever the process's locale.
+    /// How many frames may be in flight unless a job says otherwise: the machine's processors, until a host sets it.
+    [[nodiscard]] static std::uint64_t defaultVideoFrameCapacity();
+    static void setDefaultVideoFrameCapacity(std::uint64_t frames);
+    /// "-ovw" and "-ovh" above this are pixels, up to it factors.
+    static constexpr double legacyOutputDimensionsScaleThreshold = 16.0;
+
     [[nodiscard]] std::optional<OAVTranscodeArgumentVideoCodecValue> videoFormat() const;
     void setVideoFormat(const std::optional<OAVTranscodeArgumentVideoCodecValue>& codec);
     [[nodiscard]] std::optional<OAVTranscodeArgumentAspectRatioValue> aspectScaling() const;
     void setAspectScaling(const std::optional<OAVTranscodeArgumentAspectRatioValue>& scaling);
     [[nodiscard]] std::optional<VideoCropAnchor> videoCropAnchor() const;
     void setVideoCropAnchor(const std::optional<VideoCropAnchor>& anchor);
-    /// "-dims", as "1920x1080"; none when absent or when one of the first two pieces is no number.
-    [[nodiscard]] std::optional<PictureSize> videoDimensions() const;
-    void setVideoDimensions(std::optional<PictureSize> size);
-    /// "-vbr", in megabits per second; none when absent or no number.
+    [[nodiscard]] std::optional<OrvaneVideoColorSpace> colorSpace() const;
+    void setColorSpace(std::optional<OrvaneVideoColorSpace> space);
+    [[nodiscard]] std::optional<OrvaneVideoColorMatrix> colorMatrix() const;
+    void setColorMatrix(std::optional<OrvaneVideoColorMatrix> matrix);
+    [[nodiscard]] std::optional<OrvanePixelTransferFunction> colorTransferFunction() const;
+    void setColorTransferFunction(std::optional<OrvanePixelTransferFunction> function);
+    [[nodiscard]] std::optional<OrvanePixelColorRange> colorRange() const;
+    void setColorRange(std::optional<OrvanePixelColorRange> range);
+    /// Frames per second.
+    [[nodiscard]] std::optional<float> videoFrameRate() const;
+    void setVideoFrameRate(std::optional<float> framesPerSecond);
+    /// Megabits per second.
     [[nodiscard]] std::optional<float> videoBitRate() const;
     void setVideoBitRate(std::optional<float> megabitsPerSecond);
     [[nodiscard]] std::optional<float> videoBitRateAsBitsPerSecond() const;
+    /// Bits of a component.
+    [[nodiscard]] std::optional<std::int64_t> videoBitDepth() const;
+    void setVideoBitDepth(std::optional<std::int64_t> bits);
+    /// Frames from one key frame to the next.
+    [[nodiscard]] std::optional<std::int64_t> keyFrames() const;
+    void setKeyFrames(std::optional<std::int64_t> frames);
+    /// Frames after which the output ends.
+    [[nodiscard]] std::optional<std::int64_t> maxFrames() const;
+    void setMaxFrames(std::optional<std::int64_t> frames);
+    [[nodiscard]] std::optional<std::string_view> videoProfile() const;
+    void setVideoProfile(std::optional<std::string_view> profile);
+    [[nodiscard]] std::optional<std::string_view> videoDecodeEngineValue() const;
+    void setVideoDecodeEngineValue(std::optional<std::string_view> engine);
+    [[nodiscard]] std::optional<std::string_view> audioDecodeEngineValue() const;
+    void setAudioDecodeEngineValue(std::optional<std::string_view> engine);
+    [[nodiscard]] bool gpuDecode() const;
+    void setGpuDecode(bool uses);
+    [[nodiscard]] bool gpuEncode() const;
+    void setGpuEncode(bool uses);
+    /// True whatever the flag's value: "-preserve_log false" is true.
+    [[nodiscard]] bool preserveLogEncoding() const;
+    void setPreserveLogEncoding(bool preserves);
+    [[nodiscard]] bool unboundVideoFrameCapacity() const;
+    void setUnboundVideoFrameCapacity(bool isUnbound);
+    [[nodiscard]] bool useREDPremiumDecode() const;
+    void setUseREDPremiumDecode(bool uses);
 
-    // Audio options.
+    /// "-dims", as "1920x1080"; none when one of the first two pieces between "x" is no number.
+    [[nodiscard]] std::optional<PictureSize> videoDimensions() const;
+    void setVideoDimensions(std::optional<PictureSize> size);
+    [[nodiscard]] std::optional<PictureSizeValue> dimensionsSizeValue() const;
+    /// "-vscale", a factor on the input's size.
+    [[nodiscard]] std::optional<float> explicitVideoScaling() const;
+    void setExplicitVideoScaling(std::optional<float> factor);
+    /// With "-vscale" and a known input: that size scaled, rounded down, limited to 0 to 2^31 - 1, and odd sides raised
+    /// by one. Otherwise explicitOutputResolution().
+    [[nodiscard]] std::optional<VideoDimensions> outputResolution(
+        const std::optional<PictureSize>& knownInputResolution) const;
+    /// Each side on its own: "-ovw" or "-ovh" above legacyOutputDimensionsScaleThreshold is pixels; above 0 and up to
+    /// it a factor on that side of "-dims". Absent or unusable: "-dims" times "-vscale" if that lies in the same range,
+    /// else "-dims". Rounded down; none when a side is missing or below 1.
+    [[nodiscard]] std::optional<VideoDimensions> explicitOutputResolution() const;
+    /// Writes "-dims" and removes "-ovw", "-ovh" and "-vscale"; none removes all four.
+    void setExplicitOutputResolution(std::optional<VideoDimensions> resolution);
+
+    /// Frames in flight: the largest number with "-v_nocap"; else "-v_frame_cap" if it is an unsigned decimal integer;
+    /// else defaultVideoFrameCapacity().
+    [[nodiscard]] std::uint64_t videoFrameCapacity() const;
+    void setVideoFrameCapacity(std::uint64_t frames);
+    /// Bytes that frames in flight may take.
+    [[nodiscard]] std::optional<std::int64_t> maxVideoFrameMemory() const;
+    void setMaxVideoFrameMemory(std::optional<std::int64_t> bytes);
+    /// "key=value:key=value" (see parseDictionary).
+    [[nodiscard]] std::optional<std::map<std::string, std::string>> additionalDecodeOptions() const;
+    void setAdditionalDecodeOptions(const std::optional<std::map<std::string, std::string>>& options);
+    [[nodiscard]] std::optional<std::filesystem::path> lutFile() const;
+    void setLutFile(const std::optional<std::filesystem::path>& file);
+    /// The numbers in the list under "-gpu_trans"; pieces that are no number (names of platforms) are skipped.
+    [[nodiscard]] std::optional<std::vector<std::uint64_t>> gpuTransformationDeviceIDs() const;
+    void setGpuTransformationDeviceIDs(const std::optional<std::vector<std::uint64_t>>& identifiers);
+    /// The first of them, as the provider that the host has set resolves it; nullptr when there is none.
+    [[nodiscard]] std::shared_ptr<GpuDevice> gpuTransformationDevice() const;
+
+    // Audio options, in the same manner.
     [[nodiscard]] std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat() const;
     void setAudioFormat(const std::optional<OAVTranscodeArgumentAudioFormatValue>& format);
-    /// "-asr", in samples per second; none when absent or no decimal integer.
+    [[nodiscard]] std::optional<OAVTranscodeArgumentAudioChannelLayoutValue> channelLayout() const;
+    void setChannelLayout(const std::optional<OAVTranscodeArgumentAudioChannelLayoutValue>& layout);
+    [[nodiscard]] std::optional<TranscodeAudioQuality> audioQuality() const;
+    void setAudioQuality(std::optional<TranscodeAudioQuality> quality);
+    /// Bits per second.
+    [[nodiscard]] std::optional<std::int64_t> audioBitRate() const;
+    void setAudioBitRate(std::optional<std::int64_t> bitsPerSecond);
+    /// Samples per second.
     [[nodiscard]] std::optional<std::int64_t> sampleRate() const;
     void setSampleRate(std::optional<std::int64_t> samplesPerSecond);
+    [[nodiscard]] std::optional<std::int64_t> audioBitsPerChannel() const;
+    void setAudioBitsPerChannel(std::optional<std::int64_t> bits);
+    [[nodiscard]] std::optional<std::int64_t> channelLayoutTag() const;
+    void setChannelLayoutTag(std::optional<std::int64_t> tag);
+    /// The channels of "-acl": its number, or that of the layout it names.
+    [[nodiscard]] std::optional<std::int64_t> outputChannels() const;
+    /// "-acl_bitmap": the channels by their short names; none when one of them is no label.
+    [[nodiscard]] std::optional<std::vector<AudioChannelLabel>> channelLayoutBitmap() const;
+    void setChannelLayoutBitmap(const std::optional<std::vector<AudioChannelLabel>>& labels);
+    [[nodiscard]] std::optional<std::string_view> audioLanguageCode() const;
+    void setAudioLanguageCode(std::optional<std::string_view> code);
+    [[nodiscard]] bool audioOutputIsDiscrete() const;
+    void setAudioOutputIsDiscrete(bool isDiscrete);
+    [[nodiscard]] bool audioOutputChannelsMatchSource() const;
+    void setAudioOutputChannelsMatchSource(bool match);
+    /// Tracks to leave out, numbered from 0, by input file: "-ac_omit_<file>" holds a list, plain "-ac_omit" that of file
+    /// 0. Pieces that are no number are skipped.
+    [[nodiscard]] std::map<std::uint64_t, std::set<std::uint64_t>> ignoredAudioFileTracks() const;
+    /// Calls `block(file, tracks)` for each file, ascending, with its sorted tracks.
+    template <class Block>
+    void enumerateIgnoredAudioFileTracks(Block&& block) const {
+        for (const auto& [file, tracks] : ignoredAudioFileTracks()) {
+            block(file, std::vector<std::uint64_t>(tracks.begin(), tracks.end()));
+        }
+    }
+    /// An empty set removes the file's flag.
+    void setIgnoredAudioTracks(std::uint64_t file, const std::set<std::uint64_t>& tracks);
+
+    // Timecode options.
+    /// The case of the first flag present of "-tc_match", "-tc_creation", "-tc_custom"; `match` when there is none.
+    [[nodiscard]] TimecodeSource timecodeSource() const;
+    /// Removes the three flags and stores that of `source`; for `custom` with the text that was stored before, or else
+    /// with 00:00:00:00.
+    void setTimecodeSource(TimecodeSource source);
+    /// The same for `custom` with the text of this timecode.
+    void setTimecodeSource(const TimecodeComponents& custom);
+    /// The text of "-tc_custom".
+    [[nodiscard]] std::optional<std::string_view> timecode() const;
+    void setTimecode(std::optional<std::string_view> text);
+    /// Frames per second.
+    [[nodiscard]] std::optional<float> timecodeFrameRate() const;
+    void setTimecodeFrameRate(std::optional<float> framesPerSecond);
+    /// "-tc_drop", else "-tc_non_drop", else the state of a "-tc_custom" of proper form, else unknown.
+    [[nodiscard]] DropFrameState timecodeDropFrameState() const;
+    /// Removes both flags and stores the matching one (unknown: none); "-tc_custom" stays as it is.
+    void setTimecodeDropFrameState(DropFrameState state);
+    [[nodiscard]] bool addTimecodeTrack() const;
+    void setAddTimecodeTrack(bool adds);
+    [[nodiscard]] bool addTimecodeBurn() const;
+    void setAddTimecodeBurn(bool adds);
+    [[nodiscard]] bool bypassNTSCDrop() const;
+    void setBypassNTSCDrop(bool bypasses);
+    /// Whether there is a timecode track or burn-in. Setting true adds the track if there is neither; false removes both.
+    [[nodiscard]] bool includeTimecode() const;
+    void setIncludeTimecode(bool includes);
+    [[nodiscard]] std::optional<TimecodeBurnAnchor> timecodeBurnAnchor() const;
+    void setTimecodeBurnAnchor(const std::optional<TimecodeBurnAnchor>& anchor);
+    [[nodiscard]] std::optional<std::int64_t> timecodeBurnFontSize() const;
+    void setTimecodeBurnFontSize(std::optional<std::int64_t> size);
+    [[nodiscard]] std::optional<Number> timecodeBurnFontSizeNumber() const;
+    // Colours are "r g b", three decimals from 0 to 1 in sRGB. A colour without components is logged and not written.
+    [[nodiscard]] std::optional<Color> timecodeBurnFontColor() const;
+    void setTimecodeBurnFontColor(const std::optional<Color>& color);
+    [[nodiscard]] std::optional<Color> timecodeBurnBoxColor() const;
+    void setTimecodeBurnBoxColor(const std::optional<Color>& color);
+
+    // Watermark options.
+    /// The path in lower case where it came through parsing, which lower-cases this value on purpose.
+    [[nodiscard]] std::optional<std::string_view> watermarkFilePath() const;
+    void setWatermarkFilePath(std::optional<std::string_view> path);
+    [[nodiscard]] std::optional<WatermarkBurnAnchor> watermarkFileAnchor() const;
+    void setWatermarkFileAnchor(const std::optional<WatermarkBurnAnchor>& anchor);
+    /// A factor above 0; 1 is the image's own size.
+    [[nodiscard]] std::optional<double> watermarkFileScale() const;
+    void setWatermarkFileScale(std::optional<double> factor);
+    [[nodiscard]] bool addWatermarkText() const;
+    void setAddWatermarkText(bool adds);
+    [[nodiscard]] std::optional<std::string_view> watermarkText() const;
+    void setWatermarkText(std::optional<std::string_view> text);
+    [[nodiscard]] std::optional<std::int64_t> watermarkTextBurnFontSize() const;
+    void setWatermarkTextBurnFontSize(std::optional<std::int64_t> size);
+    [[nodiscard]] std::optional<OAVTranscodeArgumentOverlayAnchorValue> watermarkTextAnchor() const;
+    void setWatermarkTextAnchor(const std::optional<OAVTranscodeArgumentOverlayAnchorValue>& anchor);
+    [[nodiscard]] std::optional<Color> watermarkTextFontColor() const;
+    void setWatermarkTextFontColor(const std::optional<Color>& color);
+    [[nodiscard]] std::optional<Color> watermarkTextBoxColor() const;
+    void setWatermarkTextBoxColor(const std::optional<Color>& color);
+
+    // Copies what a detail record has.
+    void update(const TranscodeAudioDetail& fromAudioDetail);
+    void update(const TranscodeVideoDetail& fromVideoDetail);
+    void update(const TranscodeTimecodeDetail& fromTimecodeDetail);
+    void update(const TranscodeWatermarkImageDetail& fromWatermarkImageDetail);
+    void update(const TranscodeWatermarkTextDetail& fromWatermarkTextDetail);
 
     // As an object. Two are equal when their lookups, order and entries aside are.
     [[nodiscard]] std::string description() const override;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Number.h>
+
+namespace corvex::inline v0 {
+
+/// The platform's audio quality levels, by the numbers under which audio services know them.
+enum class AVAudioQuality : std::int32_t { min = 0, low = 0x20, medium = 0x40, high = 0x60, max = 0x7F };
+
+/// How carefully audio is encoded ("-aqual").
+enum class TranscodeAudioQuality : std::uint8_t { min, low, medium, high, max };
+
+/// A row of the table: the platform's level, too.
+struct TranscodeAudioQualityCase : Case<TranscodeAudioQuality> {
+    AVAudioQuality avEquivalent;
+};
+
+template <>
+inline constexpr auto caseTable<TranscodeAudioQuality> = std::to_array<TranscodeAudioQualityCase>({
+    {{TranscodeAudioQuality::min, "min", "min"}, AVAudioQuality::min},
+    {{TranscodeAudioQuality::low, "low", "low"}, AVAudioQuality::low},
+    {{TranscodeAudioQuality::medium, "medium", "medium"}, AVAudioQuality::medium},
+    {{TranscodeAudioQuality::high, "high", "high"}, AVAudioQuality::high},
+    {{TranscodeAudioQuality::max, "max", "max"}, AVAudioQuality::max},
+});
+static_assert(isComplete<TranscodeAudioQuality>(caseTable<TranscodeAudioQuality>));
+
+[[nodiscard]] constexpr AVAudioQuality avEquivalent(TranscodeAudioQuality quality) noexcept {
+    return caseOf(quality).avEquivalent;
+}
+
+/// The case number, from 0, of the quality that the text names, as an object; none for any other text.
+[[nodiscard]] inline std::optional<Number> audioQualityNumber(std::string_view text) noexcept {
+    const auto quality = fromRawValue<TranscodeAudioQuality>(text);
+    return quality ? std::optional<Number>(static_cast<int>(*quality)) : std::nullopt;
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <concepts>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/platform/NumberText.h>
+
+namespace corvex::inline v0::options {
+
+// How the typed options read and write the texts of their flags. Internal.
+
+using OptionalText = std::optional<std::string_view>;
+
+inline OptionalText valueOf(const TranscodeCliArguments& arguments, const auto& flag) {
+    return arguments.argumentFlagValue(flag.cliFlag());
+}
+
+inline bool isSet(const TranscodeCliArguments& arguments, const auto& flag) {
+    return valueOf(arguments, flag).has_value();
+}
+
+inline void setText(TranscodeCliArguments& arguments, OptionalText text, const auto& flag) {
+    arguments.setArgumentFlagValue(text, flag.cliFlag());
+}
+
+inline void setSwitch(TranscodeCliArguments& arguments, bool isOn, const auto& flag) {
+    setText(arguments, isOn ? OptionalText("") : std::nullopt, flag);
+}
+
+/// A value of an open family: any text is one.
+template <class Value>
+std::optional<Value> typedValueOf(const TranscodeCliArguments& arguments, const auto& flag) {
+    const auto text = valueOf(arguments, flag);
+    return text ? std::optional<Value>(std::in_place, *text) : std::nullopt;
+}
+
+/// Writes the raw value of a typed string or of an anchor.
+inline void setTypedValue(TranscodeCliArguments& arguments, const auto& value, const auto& flag) {
+    setText(arguments, value ? OptionalText(value->rawValue()) : std::nullopt, flag);
+}
+
+template <class Anchor>
+std::optional<Anchor> anchorOf(const TranscodeCliArguments& arguments, const auto& flag) {
+    auto anchor = typedValueOf<OAVTranscodeArgumentOverlayAnchorValue>(arguments, flag);
+    return anchor ? std::optional<Anchor>(std::in_place, *std::move(anchor)) : std::nullopt;
+}
+
+template <class T>
+std::optional<T> numberOf(const TranscodeCliArguments& arguments, const auto& flag) {
+    const auto text = valueOf(arguments, flag);
+    if (!text) return std::nullopt;
+    if constexpr (std::integral<T>) {
+        return parseInteger<T>(*text);
+    } else {
+        return parseFloat<T>(*text);
+    }
+}
+
+template <class T>
+void setNumber(TranscodeCliArguments& arguments, const std::optional<T>& value, const auto& flag) {
+    if (!value) {
+        setText(arguments, std::nullopt, flag);
+    } else if constexpr (std::integral<T>) {
+        setText(arguments, std::to_string(*value), flag);
+    } else {
+        setText(arguments, shortestText(*value), flag);
+    }
+}
+
+}  // namespace corvex::inline v0::options

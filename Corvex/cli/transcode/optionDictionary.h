@@ -1,0 +1,19 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// Reads "key=value:key=value". A backslash takes the next character as it is. A pair without "=" has the empty value, one
+/// with an empty key is dropped, of equal keys the last counts; the empty text is the empty dictionary.
+[[nodiscard]] CORVEX_EXPORT std::map<std::string, std::string> parseDictionary(std::string_view text);
+
+/// The text that reads back as `dictionary`, keys ascending. One that would begin with "-" begins with a backslash, as
+/// an argument vector would take it for a flag.
+[[nodiscard]] CORVEX_EXPORT std::string dictionaryText(const std::map<std::string, std::string>& dictionary);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Corvex/media/PictureSize.h>
+#include <Corvex/platform/Object.h>
+
+namespace corvex::inline v0 {
+
+/// A picture size as an object. Immutable; any thread.
+class CORVEX_EXPORT PictureSizeValue final : public Object {
+public:
+    explicit PictureSizeValue(PictureSize size) noexcept : size_(size) {}
+    ~PictureSizeValue() override;
+    PictureSizeValue(const PictureSizeValue&) = default;
+    PictureSizeValue& operator=(const PictureSizeValue&) = default;
+
+    [[nodiscard]] PictureSize sizeValue() const noexcept { return size_; }
+
+    [[nodiscard]] std::string description() const override;
+    [[nodiscard]] bool isEqual(const Object& other) const override;
+    [[nodiscard]] std::size_t hash() const override;
+
+private:
+    PictureSize size_;
+};
+
+}  // namespace corvex::inline v0
