@@ -71,6 +71,10 @@ CodecContextPointer VideoTrack::makeEncoder(std::optional<std::int64_t> bitsPerS
     if (request_.codec->profile != nullptr) {
         check(av_opt_set(made.get(), "profile", request_.codec->profile, AV_OPT_SEARCH_CHILDREN), codec->name);
     }
+    if (codec->id == AV_CODEC_ID_HEVC) {
+        // This encoder writes its settings to standard error itself, past the libraries' messages.
+        check(av_opt_set(made.get(), "x265-params", "log-level=none", AV_OPT_SEARCH_CHILDREN), codec->name);
+    }
     if (bitsPerSecond) {
         made->bit_rate = *bitsPerSecond;
     } else if (codec->id == AV_CODEC_ID_MJPEG || codec->id == AV_CODEC_ID_MPEG4) {
