@@ -1,8 +1,11 @@
 #include <tools/corvex/worker/MediaInput.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 #include <utility>
 
 extern "C" {
@@ -16,6 +19,39 @@ namespace {
 
 /// A stream that ends this much before the length that the file states has been cut off.
 constexpr double missingSeconds = 1.0;
+
+/// A number of EBML (RFC 8794): the leading zero bits of its first byte tell its length. An identifier keeps the bit that
+/// marks the length; a size without it that is all ones is unknown.
+std::optional<std::uint64_t> readEbmlNumber(std::istream& file, bool isSize) {
+    const int first = file.get();
+    if (first <= 0) return std::nullopt;
+    const int length = 1 + std::countl_zero(static_cast<std::uint8_t>(first));
+    const std::uint64_t mark = std::uint64_t{1} << (7 * length);
+    auto value = static_cast<std::uint64_t>(first);
+    for (int i = 1; i < length; ++i) {
+        const int next = file.get();
+        if (next < 0) return std::nullopt;
+        value = value << 8 | static_cast<std::uint64_t>(next);
+    }
+    if (!isSize) return value;
+    value -= mark;
+    return value == mark - 1 ? std::nullopt : std::optional(value);
+}
+
+/// Where a Matroska file (RFC 9559) says that it ends: behind its segment; none when it does not say.
+std::optional<std::uint64_t> matroskaSegmentEnd(const std::string& path) {
+    constexpr std::uint64_t header = 0x1A45DFA3;
+    constexpr std::uint64_t segment = 0x18538067;
+    if (!std::filesystem::is_regular_file(path)) return std::nullopt;  // reading a pipe would take its bytes away
+    std::ifstream file(path, std::ios::binary);
+    if (readEbmlNumber(file, false) != header) return std::nullopt;
+    const auto headerSize = readEbmlNumber(file, true);
+    if (!headerSize || !file.seekg(static_cast<std::streamoff>(*headerSize), std::ios::cur)) return std::nullopt;
+    if (readEbmlNumber(file, false) != segment) return std::nullopt;
+    const auto size = readEbmlNumber(file, true);
+    if (!size) return std::nullopt;
+    return static_cast<std::uint64_t>(file.tellg()) + *size;
+}
 
 int wantsToStop(void*) { return stopReason() == StopReason::none ? 0 : 1; }
 
@@ -55,6 +91,7 @@ MediaInput::MediaInput(std::string path) : path_(std::move(path)) {
     if (video_ == nullptr && audio_.empty()) fail("holds neither video nor audio");
     ends_.assign(context->nb_streams, 0);
     requireCompleteIndex();
+    requireCompleteSegment();
 }
 
 void MediaInput::requireCompleteIndex() const {
@@ -75,10 +112,22 @@ void MediaInput::requireCompleteIndex() const {
     }
 }
 
+void MediaInput::requireCompleteSegment() const {
+    if (std::string_view(context_->iformat->name).find("matroska") == std::string_view::npos) return;
+    const auto end = matroskaSegmentEnd(path_);
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path_, error);
+    if (end && !error && size < *end) {
+        fail("is truncated: its header names " + std::to_string(*end) + " bytes, the file has " + std::to_string(size));
+    }
+}
+
 void MediaInput::requireCompleteStreams() const {
     if (context_->duration_estimation_method != AVFMT_DURATION_FROM_STREAM) return;
     for (unsigned i = 0; i < context_->nb_streams; ++i) {
         const AVStream& stream = *context_->streams[i];
+        // Without a count of its own a stream's length is the whole file's, which another stream may have made longer.
+        if (stream.nb_frames == 0 && context_->nb_streams > 1) continue;
         if (stream.discard == AVDISCARD_ALL || stream.duration <= 0 || ends_[i] <= 0) continue;
         const std::int64_t start = stream.start_time == AV_NOPTS_VALUE ? 0 : stream.start_time;
         const double missing = static_cast<double>(stream.duration - (ends_[i] - start)) * av_q2d(stream.time_base);

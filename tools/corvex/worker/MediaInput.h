@@ -41,6 +41,7 @@ public:
 private:
     [[noreturn]] void fail(const std::string& problem) const;
     void requireCompleteIndex() const;
+    void requireCompleteSegment() const;
     void requireCompleteStreams() const;
 
     std::string path_;
