@@ -72,6 +72,8 @@ void MediaOutput::copyMetadata(const AVDictionary* metadata) {
 void MediaOutput::start() {
     Options options;
     const std::string_view muxer = context_->oformat->name;
+    // Beyond 4 GiB a wave file needs 64-bit sizes (EBU Tech 3306); without them its header would be wrong.
+    if (muxer == "wav") options.set("rf64", "auto");
     if (indexInFront_ && muxer != "wav") options.set("movflags", "+faststart");
     check(avformat_write_header(context_.get(), options.address()), what());
     options.requireAllUsed("the format '" + std::string(muxer) + "'");
