@@ -13,6 +13,7 @@
 #include <tools/corvex/host/InformationCommands.h>
 #include <tools/corvex/host/ProgressDisplay.h>
 #include <tools/corvex/host/WorkerProcess.h>
+#include <tools/corvex/worker/OutputFile.h>
 
 namespace corvex::tool {
 namespace {
@@ -72,6 +73,7 @@ ExitStatus runTranscodeHost(const std::vector<std::string>& words) {
 
     ProgressDisplay display(std::string(arguments.progressOutputPrefix().value_or("")));
     WorkerProcess worker(workerWords(arguments));
+    const pid_t process = worker.processIdentifier();
     const WorkerEnd end = worker.wait([&](std::string_view line) { display.takeLine(line); },
                                       [&](std::string_view line) {
                                           display.clear();
@@ -79,6 +81,7 @@ ExitStatus runTranscodeHost(const std::vector<std::string>& words) {
                                       });
     display.clear();
     if (end.signal != 0) {
+        OutputFile::removeLeftovers(*arguments.outputFile(), arguments.workDirectory().value_or(""), process);
         throw JobError("the worker was ended by signal " + std::to_string(end.signal) + " (" + strsignal(end.signal) +
                        "); '" + std::string(*arguments.outputFile()) + "' was not written");
     }

@@ -19,11 +19,14 @@ struct WorkerEnd {
 class WorkerProcess {
 public:
     /// Starts it with `words` as its arguments and nothing to read. While one lives, SIGINT, SIGTERM and SIGHUP to this
-    /// process are handed to it as SIGTERM. Throws JobError.
+    /// process, unless ignored, are handed to it as SIGTERM. Throws JobError.
     explicit WorkerProcess(const std::vector<std::string>& words);
     ~WorkerProcess();
     WorkerProcess(const WorkerProcess&) = delete;
     WorkerProcess& operator=(const WorkerProcess&) = delete;
+
+    /// -1 after wait().
+    [[nodiscard]] pid_t processIdentifier() const noexcept { return pid_; }
 
     using LineHandler = std::function<void(std::string_view line)>;
     /// Hands on each line of its standard output and standard error until both close, then waits for its end.

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <tools/corvex/ToolError.h>
+#include <tools/corvex/worker/StopRequest.h>
 
 namespace corvex::tool {
 namespace {
@@ -29,9 +30,11 @@ fs::path directoryOf(const fs::path& file) {
     return directory.empty() ? fs::path(".") : directory;
 }
 
-/// A name beside `file` that no other process uses.
-fs::path temporaryName(const fs::path& directory, const fs::path& file) {
-    return directory / ("." + file.filename().string() + "." + std::to_string(getpid()) + ".part");
+/// A name for what is to become `file` that no other process uses.
+fs::path temporaryName(const fs::path& directory, const fs::path& file, pid_t process) {
+    constexpr std::size_t longestStem = 200;  // with what is put around it a name stays below the usual limit of 255
+    return directory /
+           ("." + file.filename().string().substr(0, longestStem) + "." + std::to_string(process) + ".part");
 }
 
 }  // namespace
@@ -41,7 +44,9 @@ OutputFile::OutputFile(fs::path target, fs::path workDirectory, bool overwrites)
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::is_directory(status)) fail(target_, "it is a directory; expected the name of a file");
-    if (fs::exists(status) && !overwrites_) failBecauseItExists(target_);
+    if (fs::exists(status) && !fs::is_regular_file(status)) fail(target_, "it is no regular file");
+    const bool isTaken = fs::exists(fs::symlink_status(target_, error));  // a link to nothing takes the name, too
+    if (isTaken && !overwrites_) failBecauseItExists(target_);
     // Both places are tried now: a job must not fail after hours for a folder that was wrong from the start.
     if (access(directoryOf(target_).c_str(), W_OK | X_OK) != 0) failWithErrno(target_);
     open(workDirectory.empty() ? directoryOf(target_) : workDirectory);
@@ -55,10 +60,11 @@ OutputFile::~OutputFile() {
 void OutputFile::open(const fs::path& directory) {
     descriptor_ = ::open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
     if (descriptor_ >= 0) return;
-    if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL) failWithErrno(directory);
-    fs::path name = temporaryName(directory, target_);
+    const fs::path& place = directory == directoryOf(target_) ? target_ : directory;  // what the user named
+    if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL) failWithErrno(place);
+    fs::path name = temporaryName(directory, target_, getpid());
     descriptor_ = ::open(name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
-    if (descriptor_ < 0) failWithErrno(name);
+    if (descriptor_ < 0) failWithErrno(place);
     temporary_ = std::move(name);
 }
 
@@ -67,7 +73,7 @@ std::string OutputFile::pathWhileWriting() const { return "/proc/self/fd/" + std
 void OutputFile::publish() {
     if (temporary_.empty()) {
         // A link never replaces: whoever made the target meanwhile keeps it. To replace, the file needs a name first.
-        fs::path name = overwrites_ ? temporaryName(directoryOf(target_), target_) : target_;
+        fs::path name = overwrites_ ? temporaryName(directoryOf(target_), target_, getpid()) : target_;
         if (linkat(AT_FDCWD, pathWhileWriting().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
             if (!overwrites_) return;
             temporary_ = std::move(name);
@@ -92,6 +98,12 @@ void OutputFile::publish() {
     publish();
 }
 
+void OutputFile::removeLeftovers(const fs::path& target, const fs::path& workDirectory, pid_t process) noexcept {
+    for (const fs::path& directory : {directoryOf(target), workDirectory}) {
+        if (!directory.empty()) unlink(temporaryName(directory, target, process).c_str());
+    }
+}
+
 void OutputFile::failToPublish() const {
     if (errno == EEXIST || (errno == EINVAL && fs::exists(target_))) failBecauseItExists(target_);
     failWithErrno(target_);
@@ -109,12 +121,15 @@ void OutputFile::moveBeside() {
         std::array<char, 1U << 16U> buffer{};
         off_t position = 0;
         for (;;) {
+            throwIfStopRequested();
             const ssize_t count = pread(source, buffer.data(), buffer.size(), position);
+            if (count < 0 && errno == EINTR) continue;
             if (count < 0) failWithErrno(target_);
             if (count == 0) break;
             for (ssize_t done = 0; done < count;) {
                 const ssize_t written =
                     write(descriptor_, buffer.data() + done, static_cast<std::size_t>(count - done));
+                if (written < 0 && errno == EINTR) continue;
                 if (written < 0) failWithErrno(target_);
                 done += written;
             }

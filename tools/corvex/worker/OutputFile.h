@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include <sys/types.h>
+
 namespace corvex::tool {
 
 /// A file that appears under its name only when it is complete. Until then its bytes live in a file without a name
@@ -23,6 +25,10 @@ public:
 
     /// Gives the bytes their name, replacing an existing target only if that is allowed. Throws JobError.
     void publish();
+
+    /// Removes what a process that was ended at once may have left of its file under a temporary name.
+    static void removeLeftovers(const std::filesystem::path& target, const std::filesystem::path& workDirectory,
+                                pid_t process) noexcept;
 
 private:
     void open(const std::filesystem::path& directory);
