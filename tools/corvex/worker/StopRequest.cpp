@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <string>
@@ -24,6 +25,7 @@ std::atomic<int> stopSignal{0};
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<StopReason>::is_always_lock_free);
 
 void rememberSignal(int signal) {
+    if (reason.load() != StopReason::none) return;
     stopSignal.store(signal);
     reason.store(StopReason::signal);
 }
@@ -35,11 +37,17 @@ void watchParent(pid_t parentPid) {
                        "; expected the process that started this worker");
     }
     // Detached: it sleeps until the parent ends, or until this process does.
-    std::thread([parent] {
+    std::thread([parent, worker = pthread_self()] {
         pollfd entry{parent, POLLIN, 0};
         while (poll(&entry, 1, -1) < 0 && errno == EINTR) {}
         reason.store(StopReason::parentGone);
         close(parent);
+        // The worker may wait for bytes of a pipe that never come: a signal interrupts that, and one that arrives just
+        // before the wait is not the last.
+        for (;;) {
+            pthread_kill(worker, SIGTERM);
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
     }).detach();
 }
 
@@ -49,7 +57,12 @@ void watchForStopRequests(pid_t parentPid) {
     struct sigaction action {};
     action.sa_handler = rememberSignal;
     sigemptyset(&action.sa_mask);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before {};
+        sigaction(signal, nullptr, &before);
+        if (before.sa_handler != SIG_IGN || signal == SIGTERM)
+            sigaction(signal, &action, nullptr);  // nohup stays nohup
+    }
     std::signal(SIGXFSZ, SIG_IGN);
     if (parentPid > 0) watchParent(parentPid);
 }

@@ -8,7 +8,8 @@ namespace corvex::tool {
 enum class StopReason : int { none, signal, parentGone };
 
 /// From now on SIGINT, SIGTERM and SIGHUP, and with `parentPid` the end of that process, are remembered instead of
-/// ending the worker at once, so that it can leave nothing half-written behind. A file-size limit becomes a write error.
+/// ending the worker at once, so that it can leave nothing half-written behind. SIGINT and SIGHUP that were ignored stay
+/// so. A file-size limit becomes a write error. Call it from the thread that does the reading, which may be interrupted.
 /// Throws JobError when `parentPid` is no process that runs.
 void watchForStopRequests(pid_t parentPid);
 
