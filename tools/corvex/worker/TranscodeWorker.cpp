@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 
-#include <Corvex/platform/Log.h>
 #include <tools/corvex/worker/AudioTrack.h>
 #include <tools/corvex/worker/ProgressReporter.h>
 #include <tools/corvex/worker/StopRequest.h>
@@ -26,6 +25,20 @@ struct JobFacts {
     std::int64_t frames = 0;
     double seconds = 0;
 };
+
+/// The progress file is emptied when it is opened, so it must be none of the job's own files.
+void requireOwnProgressFile(const TranscodeJob& job) {
+    if (job.progressFile.empty()) return;
+    const auto isSame = [&](const std::filesystem::path& other) {
+        std::error_code error;  // of a file that does not exist yet
+        return std::filesystem::equivalent(job.progressFile, other, error) ||
+               std::filesystem::weakly_canonical(job.progressFile, error) ==
+                   std::filesystem::weakly_canonical(other, error);
+    };
+    if (isSame(job.output) || std::any_of(job.inputs.begin(), job.inputs.end(), isSame)) {
+        throw JobError("-progress_file " + inQuotes(job.progressFile) + ": is a file of the job itself");
+    }
+}
 
 JobFacts inspect(const TranscodeJob& job) {
     JobFacts facts;
@@ -87,14 +100,10 @@ public:
         progress_.update(frameCount(), static_cast<double>(end()) / AV_TIME_BASE);
         progress_.report("finishing");
         output_.finish();
-        throwIfStopRequested();
     }
 
 private:
     void addAudioTracks() {
-        if (first_->audio().empty()) {
-            logInfo("CVX_TOOL_WORKER-No audio in '" + first_->path() + "', so the output has none");
-        }
         if (job_.format == OAVWaveFileFormat && first_->audio().size() > 1) {
             throw JobError("'" + first_->path() + "': has " + std::to_string(first_->audio().size()) +
                            " audio tracks; a wav file holds one");
@@ -146,6 +155,7 @@ ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
     const LibraryMessages messages;
     const TranscodeJob job = TranscodeJob::make(TranscodeCliArguments(words));
     watchForStopRequests(job.parentPid);
+    requireOwnProgressFile(job);
     ProgressReporter progress(job.progressFile, job.progressPrefix);
     try {
         OutputFile file(job.output, job.workDirectory, job.overwrites);
@@ -155,6 +165,7 @@ ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
             Transcode transcode(job, std::move(facts), file, progress);
             transcode.run();
         }
+        throwIfStopRequested();  // the index may have taken its time
         file.publish();
     } catch (const Error&) {
         progress.report("failed");
