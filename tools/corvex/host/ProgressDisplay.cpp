@@ -1,7 +1,7 @@
 #include <tools/corvex/host/ProgressDisplay.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -34,6 +34,16 @@ double numberOf(const Pairs& pairs, std::string_view key) {
     return found == pairs.end() ? 0 : parseFloat<double>(found->second).value_or(0);
 }
 
+/// Past the standard stream, which would keep what it could not write and fail later: a reader that has gone must not end
+/// the job.
+void printText(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = write(STDOUT_FILENO, text.data(), text.size());
+        if (count < 0 && errno != EINTR) return;
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+}
+
 std::string timeText(double seconds) {
     const auto whole = static_cast<long>(seconds);
     return whole < 3600 ? fmt::format("{}:{:02}", whole / 60, whole % 60)
@@ -49,7 +59,7 @@ void ProgressDisplay::takeLine(std::string_view line) {
     const auto pairs = pairsOf(line, prefix_);
     if (!pairs) {
         clear();
-        fmt::print("{}\n", line);
+        printText(fmt::format("{}\n", line));
         return;
     }
     const std::string& state = pairs->find("state")->second;
@@ -73,21 +83,19 @@ void ProgressDisplay::takeLine(std::string_view line) {
 
 void ProgressDisplay::show(const std::string& line, bool isLast) {
     if (isTerminal_) {
-        fmt::print("\r\x1b[K{}{}", line, isLast ? "\n" : "");
+        printText(fmt::format("\r\x1b[K{}{}", line, isLast ? "\n" : ""));
         isShown_ = !isLast;
     } else {
         const auto now = std::chrono::steady_clock::now();
         if (!isLast && now - lastLine_ < std::chrono::seconds(1)) return;
         lastLine_ = now;
-        fmt::print("{}\n", line);
+        printText(line + "\n");
     }
-    std::fflush(stdout);
 }
 
 void ProgressDisplay::clear() {
     if (!isShown_) return;
-    fmt::print("\r\x1b[K");
-    std::fflush(stdout);
+    printText("\r\x1b[K");
     isShown_ = false;
 }
 
