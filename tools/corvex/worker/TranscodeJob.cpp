@@ -7,6 +7,7 @@
 #include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/platform/NumberText.h>
 #include <Corvex/platform/Text.h>
+#include <tools/corvex/SuggestedFlag.h>
 
 namespace corvex::tool {
 namespace {
@@ -80,9 +81,11 @@ pid_t takeCustodialFlags(const Arguments& arguments) {
 
 void requireKnownFlagsCarriedOut(const Arguments& arguments) {
     for (const auto& [key, value] : arguments.flagValueLookup()) {
-        if (!isCarriedOut(key) && !isNumberedInput(key)) {
-            throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker; remove it");
-        }
+        if (isCarriedOut(key) || isNumberedInput(key)) continue;
+        // Any word that holds a flag's name counts as known, so a slip of the finger may come this far.
+        const auto meant = suggestedFlag(key);
+        throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker; " +
+                         (meant && *meant != key ? "did you mean " + std::string(*meant) + "?" : "remove it"));
     }
     if (const auto preset = arguments.argumentFlagValue(OAVPresetFlag.cliFlag())) {
         throw UsageError("-preset " + inQuotes(*preset) + ": expected " +
