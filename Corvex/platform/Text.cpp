@@ -106,14 +106,15 @@ std::string lowercased(std::string_view text) {
 }
 
 void makeLowercase(std::string& text) {
-    if (!isAscii(text)) {
-        text = lowercased(text);
-        return;
+    unsigned char seen = 0;
+    for (char& character : text) {
+        seen |= static_cast<unsigned char>(character);
+        character = asciiLower(character);
     }
-    for (char& character : text) character = asciiLower(character);
+    if (seen >= 0x80) text = lowercased(text);  // what is lowered already stays so
 }
 
-std::string_view trimmed(std::string_view text) noexcept {
+std::string_view trimmedEnds(std::string_view text) noexcept {
     while (!text.empty()) {
         if (static_cast<unsigned char>(text.front()) < 0x80) {
             if (!isAsciiSpace(text.front())) break;

@@ -26,8 +26,14 @@ CORVEX_EXPORT void makeLowercase(std::string& text);
     return (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 || character == 0x2029;
 }
 
+/// trimmed() for a text that has something else than visible ASCII at one of its ends.
+[[nodiscard]] CORVEX_EXPORT std::string_view trimmedEnds(std::string_view text) noexcept;
+
 /// The part of `text` without the white space and newlines at both ends.
-[[nodiscard]] CORVEX_EXPORT std::string_view trimmed(std::string_view text) noexcept;
+[[nodiscard]] inline std::string_view trimmed(std::string_view text) noexcept {
+    const auto isVisible = [](char character) { return character > ' ' && character <= '~'; };
+    return text.empty() || (isVisible(text.front()) && isVisible(text.back())) ? text : trimmedEnds(text);
+}
 
 /// Equal, begins with, contains: without regard to case, that is after full case folding of both.
 [[nodiscard]] CORVEX_EXPORT bool equalsIgnoringCase(std::string_view a, std::string_view b);

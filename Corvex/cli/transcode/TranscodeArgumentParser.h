@@ -15,7 +15,7 @@ class TranscodeCliArguments;
 /// Sorts entries into known flags, presets and unknown ones, then expands the presets. Used once, then thrown away.
 class TranscodeArgumentParser {
 public:
-    explicit TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept : arguments_(arguments) {}
+    explicit TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept;
 
     void parseWords(std::span<const std::string> words, bool maintainOriginalOrdering);
     void parseLookup(const ArgumentLookup& lookup);
@@ -29,6 +29,7 @@ private:
     TranscodeCliArguments& arguments_;
     ArgumentLookup presetValues_;  ///< By key: that is the order in which they are expanded.
     ArgumentLookup unknown_;
+    ArgumentLookup::iterator nextInput_;   ///< In the lookup, behind the input that was stored last.
     std::vector<std::string> wordOrder_;   ///< Keys in the order of their first words, if that is wanted.
     std::vector<std::string> presetKeys_;  ///< Keys that presets brought in.
     bool keepsOrder_ = false;

@@ -98,9 +98,13 @@ std::vector<std::string> TranscodeCliArguments::commandLineArguments() const {
         words.push_back(entry.first);
         words.push_back(entry.second);
     };
+    auto next = flagValueLookup_.end();
     for (const std::string& flag : *orderedFlags_) {
-        const auto found = flagValueLookup_.find(flag);
-        if (found != flagValueLookup_.end()) renderOnce(*found);
+        // Numbered inputs mostly stand in the order of the lookup, so that each is found next to the one before.
+        const auto found = next != flagValueLookup_.end() && next->first == flag ? next : flagValueLookup_.find(flag);
+        if (found == flagValueLookup_.end()) continue;
+        renderOnce(*found);
+        next = std::next(found);
     }
     if (words.size() < entries.size() * 2) {
         for (const auto& entry : flagValueLookup_) renderOnce(entry);
