@@ -22,8 +22,12 @@ class CORVEX_EXPORT Color {
 public:
     /// Without components.
     constexpr Color() noexcept = default;
+    /// Of a grey only the first component counts.
     constexpr Color(ColorModel model, double red, double green, double blue, double alpha = 1) noexcept
-        : components_{red, green, blue, alpha}, model_(model), hasComponents_(true) {}
+        : components_{red, model == ColorModel::genericGray ? red : green,
+                      model == ColorModel::genericGray ? red : blue, alpha},
+          model_(model),
+          hasComponents_(true) {}
     [[nodiscard]] static constexpr Color gray(double white, double alpha = 1) noexcept {
         return {ColorModel::genericGray, white, white, white, alpha};
     }
