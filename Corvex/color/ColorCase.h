@@ -18,8 +18,17 @@ struct ColorCase : Case<Enumeration, std::int64_t> {
     std::optional<std::uint8_t> codePoint;
 };
 
+/// An enumeration whose rows have the name of the case and the code point.
 template <class Enumeration>
-concept ColorEnumeration = ClosedEnumeration<Enumeration> && requires(Enumeration value) { caseOf(value).caseName; };
+concept ColorEnumeration = ClosedEnumeration<Enumeration> && requires(Enumeration value) {
+    caseOf(value).caseName;
+    caseOf(value).codePoint;
+};
+
+/// One whose rows have a typed value of the command line, too: all but the range, whose values are no typed family.
+template <class Enumeration>
+concept ColorEnumerationWithCliValues =
+    ColorEnumeration<Enumeration> && requires(Enumeration value) { caseOf(value).cliEquivalent; };
 
 template <ColorEnumeration Enumeration>
 [[nodiscard]] constexpr std::string_view caseName(Enumeration value) noexcept {
@@ -36,7 +45,7 @@ template <ColorEnumeration Enumeration>
 }
 
 /// The typed value by which a transcoder is asked for it, or none.
-template <ColorEnumeration Enumeration>
+template <ColorEnumerationWithCliValues Enumeration>
 [[nodiscard]] constexpr auto cliEquivalent(Enumeration value) noexcept {
     using CliValue = std::remove_cvref_t<decltype(*caseOf(value).cliEquivalent)>;
     const auto* equivalent = caseOf(value).cliEquivalent;
@@ -45,7 +54,7 @@ template <ColorEnumeration Enumeration>
 
 /// The case that a transcoder's value asks for, or none. Compared without regard to ASCII case, because parsing an
 /// argument vector lower-cases values and two constants are mixed case.
-template <ColorEnumeration Enumeration>
+template <ColorEnumerationWithCliValues Enumeration>
 [[nodiscard]] constexpr std::optional<Enumeration> fromCliEquivalent(std::string_view text) noexcept {
     const auto lower = [](char letter) { return letter >= 'A' && letter <= 'Z' ? char(letter + ('a' - 'A')) : letter; };
     for (const auto& row : caseTable<Enumeration>) {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include <Corvex/color/ColorCase.h>
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
-#include <Corvex/platform/CaseTable.h>
 #include <Corvex/platform/Number.h>
 
 namespace corvex::inline v0 {
@@ -13,15 +13,19 @@ namespace corvex::inline v0 {
 /// Whether the components use all code values, or the video (limited) range that leaves room below and above.
 enum class OrvanePixelColorRange : std::uint8_t { full, video };
 
-/// A row of the table: the text that follows "-v_colrange", too.
+/// A row of the table: the name of the case, the text that follows "-v_colrange" and the VideoFullRangeFlag of
+/// ISO/IEC 23091-2, which counts the other way round.
 struct PixelColorRangeCase : Case<OrvanePixelColorRange, std::int64_t> {
+    std::string_view caseName;
     std::string_view cliFlag;
+    std::optional<std::uint8_t> codePoint;
 };
 
+// Source: ITU-R BT.2100-2, table 9: "full range" and "narrow range", which video people call video range.
 template <>
 inline constexpr auto caseTable<OrvanePixelColorRange> = std::to_array<PixelColorRangeCase>({
-    {{OrvanePixelColorRange::full, 0, "Full range"}, "f"},
-    {{OrvanePixelColorRange::video, 1, "Video range"}, "v"},
+    {{OrvanePixelColorRange::full, 0, "Full range"}, "full", "f", 1},
+    {{OrvanePixelColorRange::video, 1, "Video range"}, "video", "v", 0},
 });
 static_assert(isComplete<OrvanePixelColorRange>(caseTable<OrvanePixelColorRange>));
 
@@ -38,6 +42,11 @@ static_assert(isComplete<OrvanePixelColorRange>(caseTable<OrvanePixelColorRange>
     if (text == "f" || text == "F") return OrvanePixelColorRange::full;
     if (text == "v" || text == "V") return OrvanePixelColorRange::video;
     return std::nullopt;
+}
+
+/// The range of a VideoFullRangeFlag (ISO/IEC 23091-2), or none for a number that is no flag.
+[[nodiscard]] constexpr std::optional<OrvanePixelColorRange> colorRangeFromCodePoint(int point) noexcept {
+    return fromListedCodePoint<OrvanePixelColorRange>(point);
 }
 
 /// The raw integer as an object.
