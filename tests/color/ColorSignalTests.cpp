@@ -1,0 +1,170 @@
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/color/GammaColorSpaceSignal.h>
+#include <Corvex/color/OrvaneColorEncoding.h>
+#include <Corvex/color/OrvaneVideoColorSpace.h>
+#include <Corvex/color/StandardColorSpaceSignal.h>
+
+namespace corvex {
+namespace {
+
+using Space = OrvaneVideoColorSpace;
+using Primaries = OrvaneVideoColorPrimaries;
+using Transfer = OrvanePixelTransferFunction;
+using Matrix = OrvaneVideoColorMatrix;
+using Standard = StandardColorSpaceSignal;
+
+/// Raw values of primaries, transfer function and matrix; -1: absent.
+using Triple = std::array<int, 3>;
+
+template <class Enumeration>
+int rawOrAbsent(std::optional<Enumeration> value) {
+    return value ? static_cast<int>(rawValue(*value)) : -1;
+}
+int rawOrAbsent(const std::optional<Number>& value) { return value ? static_cast<int>(value->int64Value()) : -1; }
+
+Triple tripleOf(const OrvaneColorSpaceSignal& signal) {
+    return {rawOrAbsent(signal.primaries()), rawOrAbsent(signal.transferFunction()), rawOrAbsent(signal.matrix())};
+}
+
+struct SpaceRow {
+    Space space;
+    int defaultPrimaries;
+    std::optional<std::vector<Triple>> signals;
+};
+
+TEST(ColorSignals, ofEachColorSpace) {
+    const SpaceRow rows[] = {
+        {Space::rec2020, 1, {{{1, 5, 2}}}},
+        {Space::rec709, 2, {{{2, 2, 1}}}},
+        {Space::rec601Smpte, 3, {{{3, 2, 3}}}},
+        {Space::rec601EBU, 4, {{{4, 2, 3}}}},
+        {Space::sRGB, -1, {{{2, 4, -1}}}},
+        {Space::dciP3Cinema, 5, {{{5, 9, -1}}}},
+        {Space::p3D65, 6, {{{6, 4, -1}, {6, 2, 1}}}},
+        {Space::custom8, -1, std::nullopt},
+        {Space::custom9, 7, std::nullopt},
+        {Space::custom10, 8, std::nullopt},
+        {Space::linear11, 10, {{{10, 8, -1}}}},
+        {Space::rec2020HLG, 1, {{{1, 1, 2}}}},
+        {Space::rec2020PQ, 1, {{{1, 7, 2}}}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(caseName(row.space));
+        EXPECT_EQ(rawOrAbsent(defaultColorPrimaries(row.space)), row.defaultPrimaries);
+        const auto signals = definedSignals(row.space);
+        ASSERT_EQ(signals.has_value(), row.signals.has_value());
+        if (!signals) continue;
+        std::vector<Triple> triples;
+        for (const auto& signal : *signals) triples.push_back(tripleOf(*signal));
+        EXPECT_EQ(triples, *row.signals);
+        const bool isGamma = row.space == Space::dciP3Cinema;
+        for (std::size_t i = 0; i < signals->size(); ++i) {
+            const auto& signal = (*signals)[i];
+            EXPECT_EQ(dynamic_cast<const GammaColorSpaceSignal*>(signal.get()) != nullptr, isGamma);
+            EXPECT_EQ(dynamic_cast<const Standard*>(signal.get()) != nullptr, !isGamma);
+            EXPECT_NE((*definedSignals(row.space))[i], signal) << "each call makes new objects";
+        }
+    }
+    const auto cinema = definedSignals(Space::dciP3Cinema);
+    EXPECT_EQ(dynamic_cast<const GammaColorSpaceSignal&>(*cinema->front()), GammaColorSpaceSignal::dcip3Cinema());
+}
+
+TEST(ColorSignals, sharedInstances) {
+    struct SharedRow {
+        const char* name;
+        const Standard& (*shared)();
+        Triple expected;
+    };
+    const SharedRow rows[] = {
+        {"rec2020", Standard::rec2020, {1, 5, 2}},
+        {"rec2020HLG", Standard::rec2020HLG, {1, 1, 2}},
+        {"rec2020PQ", Standard::rec2020PQ, {1, 7, 2}},
+        {"rec709", Standard::rec709, {2, 2, 1}},
+        {"rec601Smpte", Standard::rec601Smpte, {3, 2, 3}},
+        {"rec601EBU", Standard::rec601EBU, {4, 2, 3}},
+        {"sRGB", Standard::sRGB, {2, 4, -1}},
+        {"p3D65RGB", Standard::p3D65RGB, {6, 4, -1}},
+        {"p3D65Video", Standard::p3D65Video, {6, 2, 1}},
+    };
+    for (const auto& row : rows) {
+        const Standard& signal = row.shared();
+        EXPECT_EQ(tripleOf(signal), row.expected) << row.name;
+        EXPECT_EQ(&signal, &row.shared()) << row.name;
+        EXPECT_EQ((Triple{rawOrAbsent(signal.wrappedPrimaries()), rawOrAbsent(signal.wrappedTransferFunction()),
+                          rawOrAbsent(signal.wrappedMatrix())}),
+                  row.expected)
+            << row.name;
+    }
+    const GammaColorSpaceSignal& cinema = GammaColorSpaceSignal::dcip3Cinema();
+    EXPECT_EQ(tripleOf(cinema), (Triple{5, 9, -1}));
+    EXPECT_EQ(cinema.gamma(), 2.6F);
+    EXPECT_EQ(&cinema, &GammaColorSpaceSignal::dcip3Cinema());
+}
+
+TEST(ColorSignals, wrappedNumbersThatAreNoRawValueAreAbsent) {
+    struct WrappedRow {
+        const char* name;
+        std::optional<Number> primaries, transferFunction, matrix;
+        Triple expected;
+    };
+    const WrappedRow rows[] = {
+        {"all", Number(10), Number(9), Number(0), {10, 9, 0}},
+        {"absent", std::nullopt, std::nullopt, std::nullopt, {-1, -1, -1}},
+        {"gaps", Number(9), Number(0), Number(7), {-1, -1, -1}},
+        {"one", std::nullopt, Number(7), std::nullopt, {-1, 7, -1}},
+        {"negative", Number(-1), Number(-1), Number(-1), {-1, -1, -1}},
+        {"fraction", Number(2.5), Number(2.0), Number(0.5), {-1, 2, -1}},
+        {"huge", Number(1e300), Number(INT64_MAX), Number(4294967297), {-1, -1, -1}},
+    };
+    const auto pointer = [](const std::optional<Number>& number) { return number ? &*number : nullptr; };
+    for (const auto& row : rows) {
+        const Standard signal(pointer(row.primaries), pointer(row.transferFunction), pointer(row.matrix));
+        EXPECT_EQ(tripleOf(signal), row.expected) << row.name;
+    }
+    EXPECT_EQ(tripleOf(Standard()), (Triple{-1, -1, -1}));
+}
+
+TEST(ColorSignals, compareAsObjectsPartByPart) {
+    const Standard signal(Primaries::rec709, Transfer::rec709, Matrix::rec709);
+    EXPECT_TRUE(signal.isEqual(Standard::rec709()));
+    EXPECT_EQ(signal.hash(), Standard::rec709().hash());
+    const Standard others[] = {
+        Standard(),
+        Standard(Primaries::smpteC, Transfer::rec709, Matrix::rec709),
+        Standard(Primaries::rec709, Transfer::sRGB, Matrix::rec709),
+        Standard(Primaries::rec709, Transfer::rec709, std::nullopt),
+        Standard(Primaries::rec709, Transfer::rec709, Matrix::none),
+    };
+    for (const auto& other : others) EXPECT_FALSE(signal.isEqual(other)) << other.description();
+    EXPECT_FALSE(signal.isEqual(Number(2)));
+    EXPECT_EQ(Standard::sRGB().description(), "primaries rec709, transfer function sRGB, matrix none");
+}
+
+TEST(ColorSignals, gammaSignalsCompareWithTheirExponent) {
+    const GammaColorSpaceSignal signal(Primaries::dciP3, Transfer::gamma, std::nullopt, 2.6F);
+    EXPECT_EQ(signal, GammaColorSpaceSignal::dcip3Cinema());
+    EXPECT_NE(signal, GammaColorSpaceSignal(Primaries::dciP3, Transfer::gamma, std::nullopt, 2.4F));
+    EXPECT_NE(signal, GammaColorSpaceSignal(Primaries::dciP3, Transfer::gamma, Matrix::none, 2.6F));
+}
+
+TEST(ColorSignals, encodingsShareTheirSignal) {
+    const auto signals = definedSignals(Space::p3D65);
+    OrvaneColorEncoding encoding(signals->front(), OrvanePixelColorRange::video, true);
+    const OrvaneColorEncoding copy = encoding;
+    encoding.signal = nullptr;
+    encoding.range = std::nullopt;
+    encoding.shouldTag = false;
+    EXPECT_EQ(copy.signal, signals->front());
+    EXPECT_EQ(copy.range, OrvanePixelColorRange::video);
+    EXPECT_TRUE(copy.shouldTag);
+    EXPECT_FALSE(OrvaneColorEncoding().shouldTag);
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,153 @@
+#include <Corvex/color/Color.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace corvex {
+namespace {
+
+using Bytes = std::array<std::uint8_t, 4>;
+
+struct HexRow {
+    std::string_view text;
+    std::optional<Bytes> expected;
+};
+
+TEST(Color, hexadecimalTextIsReadOrRefused) {
+    const HexRow rows[] = {
+        {"80FF00", Bytes{128, 255, 0, 255}},
+        {"#80ff00", Bytes{128, 255, 0, 255}},
+        {"80Ff0040", Bytes{128, 255, 0, 64}},
+        {"#000000", Bytes{0, 0, 0, 255}},
+        {"1af", Bytes{0x11, 0xAA, 0xFF, 255}},
+        {"#1AF8", Bytes{0x11, 0xAA, 0xFF, 0x88}},
+        {"", std::nullopt},
+        {"#", std::nullopt},
+        {"12", std::nullopt},
+        {"12345", std::nullopt},
+        {"1234567", std::nullopt},
+        {"123456789", std::nullopt},
+        {"##12345", std::nullopt},
+        {"12345#", std::nullopt},
+        {"12345G", std::nullopt},
+        {"0x1234", std::nullopt},
+        {" 123456", std::nullopt},
+        {"12345 ", std::nullopt},
+        {"-12345", std::nullopt},
+        {"12345/", std::nullopt},
+        {"12345:", std::nullopt},
+        {"12345@", std::nullopt},
+        {"12345`", std::nullopt},
+        {"１２３", std::nullopt},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(hexTo8BitRGBA(row.text), row.expected) << row.text;
+        EXPECT_EQ(Color::fromHex(row.text).has_value(), row.expected.has_value()) << row.text;
+    }
+    EXPECT_EQ(hexTo8BitFloatingPointRGBA("FF003300"), (std::array{1.0F, 0.0F, 0.2F, 0.0F}));
+    EXPECT_EQ(hexTo8BitFloatingPointRGBA("FF00330"), std::nullopt);
+}
+
+TEST(Color, hexadecimalTextRoundTripsEveryByte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        const std::string two{digits[byte / 16], digits[byte % 16]};
+        const std::string text = two + "00FF" + two;
+        const auto color = Color::fromHex(text);
+        ASSERT_TRUE(color.has_value()) << text;
+        EXPECT_EQ(color->toHex(true), text);
+        EXPECT_EQ(color->hexValue(), text.substr(0, 6));
+    }
+}
+
+TEST(Color, hexadecimalTextIsRoundedHalfAwayFromZeroAndLimited) {
+    EXPECT_EQ(Color::sRGB(0.5, 0, 1).hexValue(), "8000FF");  // 127.5 goes up
+    EXPECT_EQ(Color::sRGB(0.499, 1.5 / 255, 2.4 / 255).hexValue(), "7F0202");
+    EXPECT_EQ(Color::sRGB(-0.5, 2, std::nan(""), std::numeric_limits<double>::infinity()).toHex(true), "00FF00FF");
+    EXPECT_EQ(Color::gray(0.2, 0.4).toHex(true), "33333366");
+    EXPECT_EQ(Color().toHex(true), std::nullopt);
+    EXPECT_EQ(Color().hexValue(), std::nullopt);
+}
+
+struct ConversionRow {
+    const char* name;
+    Color color;
+    std::array<float, 3> expected;
+};
+
+// Expected values: the defining equations of IEC 61966-2-1, and for Display P3 the primaries of SMPTE EG 432-1, worked
+// out in exact fractions apart from this code.
+TEST(Color, conversionToSRGB) {
+    const ConversionRow rows[] = {
+        {"own", Color::sRGB(0.25, 0.5, 0.75), {0.25F, 0.5F, 0.75F}},
+        {"gray", Color::gray(0.3), {0.3F, 0.3F, 0.3F}},
+        {"grayTakesItsFirst", Color(ColorModel::genericGray, 0.3, 0.9, 0.1), {0.3F, 0.3F, 0.3F}},
+        {"linear", Color(ColorModel::linearSRGB, 0.21404114, 1, 0), {0.5F, 1, 0}},
+        {"linearToe", Color(ColorModel::linearSRGB, 0.0031308, 0.001, -1), {0.04045F, 0.01292F, 0}},
+        {"p3White", Color(ColorModel::displayP3, 1, 1, 1), {1, 1, 1}},
+        {"p3Grey", Color(ColorModel::displayP3, 0.5, 0.5, 0.5), {0.5F, 0.5F, 0.5F}},
+        {"p3RedIsOutside", Color(ColorModel::displayP3, 1, 0, 0), {1, 0, 0}},
+        {"p3Inside", Color(ColorModel::displayP3, 0.6, 0.4, 0.3), {0.634503F, 0.388660F, 0.280019F}},
+    };
+    for (const auto& row : rows) {
+        const auto rgba = row.color.toRGBA();
+        ASSERT_TRUE(rgba.has_value()) << row.name;
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR((*rgba)[i], row.expected[i], 2e-6) << row.name << i;
+        EXPECT_EQ((*rgba)[3], 1) << row.name;
+        EXPECT_EQ(row.color.toRGB(true).size(), 4U) << row.name;
+        EXPECT_EQ(row.color.toRGB(false), (std::vector<float>{(*rgba)[0], (*rgba)[1], (*rgba)[2]})) << row.name;
+    }
+    EXPECT_EQ(Color().toRGBA(), std::nullopt);
+    EXPECT_TRUE(Color().toRGB(true).empty());
+}
+
+struct DarkRow {
+    const char* name;
+    Color color;
+    bool isDark;
+};
+
+TEST(Color, isDarkBelowHalfOfTheLuma) {
+    const DarkRow rows[] = {
+        {"black", Color::sRGB(0, 0, 0), true},
+        {"white", Color::sRGB(1, 1, 1), false},
+        {"midGrey", Color::sRGB(0.5, 0.5, 0.5), false},
+        {"midGreyOfP3", Color(ColorModel::displayP3, 0.5, 0.5, 0.5), false},
+        {"belowMidGrey", Color::gray(0.49), true},
+        {"justBelowMidGrey", Color::gray(0.4999999), true},
+        {"blue", Color::sRGB(0, 0, 1), true},
+        {"red", Color::sRGB(1, 0, 0), true},
+        {"green", Color::sRGB(0, 1, 0), false},
+        {"magenta", Color::sRGB(1, 0, 1), true},
+        {"alphaDoesNotCount", Color::sRGB(1, 1, 1, 0), false},
+        {"linearGreyIsLight", Color(ColorModel::linearSRGB, 0.22, 0.22, 0.22), false},
+        {"withoutComponents", Color(), false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.color.isDarkColor(), row.isDark) << row.name;
+        EXPECT_EQ(row.color.isDark(), row.isDark) << row.name;
+    }
+}
+
+TEST(Color, lists) {
+    EXPECT_EQ(Color::rainbow().size(), 7U);
+    std::mt19937 generator(7);
+    const auto colors = Color::tenRandomSystemColors(generator);
+    std::set<std::string> different;
+    for (const auto& color : colors) different.insert(color.hexValue().value());
+    EXPECT_EQ(colors.size(), 10U);
+    EXPECT_EQ(different.size(), 10U);
+    EXPECT_NE(Color::tenRandomSystemColors(generator), colors);
+}
+
+}  // namespace
+}  // namespace corvex
