@@ -1,5 +1,8 @@
 #include <Corvex/platform/Localization.h>
 
+#include <clocale>
+#include <system_error>
+
 #if __has_include(<libintl.h>) && defined(CORVEX_LOCALE_DIRECTORY)
 #include <libintl.h>
 #define CORVEX_HAS_GETTEXT 1
@@ -41,10 +44,19 @@ void setLocalizationDirectory(const std::filesystem::path& directory) {
     bind(directory.c_str());
 }
 
+void followUserLanguage() {
+    std::setlocale(LC_MESSAGES, "");
+    std::error_code error;  // without that link, the catalogues are where the library was installed
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const auto catalogues = program.parent_path().parent_path() / "share" / "locale";
+    if (!error && std::filesystem::is_directory(catalogues, error)) setLocalizationDirectory(catalogues);
+}
+
 #else
 
 std::string localizedText(const char* english) { return english; }
 void setLocalizationDirectory(const std::filesystem::path& /*directory*/) {}
+void followUserLanguage() {}
 
 #endif
 

@@ -18,4 +18,8 @@ namespace corvex::inline v0 {
 /// ask for texts.
 CORVEX_EXPORT void setLocalizationDirectory(const std::filesystem::path& directory);
 
+/// For a program's start-up: takes the language from the environment, and the catalogues from share/locale beside the
+/// program's own directory where they are there, so that a moved installation finds them.
+CORVEX_EXPORT void followUserLanguage();
+
 }  // namespace corvex::inline v0

@@ -37,7 +37,7 @@ public:
     /// The case with its payload.
     [[nodiscard]] const Case& which() const noexcept { return case_; }
 
-    friend bool operator==(const FrameRateError& a, const FrameRateError& b) noexcept { return a.case_ == b.case_; }
+    friend bool operator==(const FrameRateError& a, const FrameRateError& b) { return a.case_ == b.case_; }
 
 private:
     Case case_;

@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/platform/Localization.h>
 #include <Corvex/platform/Version.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/host/TranscodeHost.h>
@@ -18,6 +19,8 @@ using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
     corvex::tool::addArgsCommand,
+    corvex::tool::addRateCommand,
+    corvex::tool::addTimecodeCommand,
     corvex::tool::addTranscodeCommand,
 };
 
@@ -66,6 +69,7 @@ ExitStatus run(std::vector<std::string> words) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    corvex::followUserLanguage();
     std::signal(SIGPIPE, SIG_IGN);  // a reader that left is a write error like any other
     ExitStatus status = ExitStatus::jobFailed;
     try {
