@@ -7,12 +7,12 @@ namespace corvex::tool {
 namespace {
 
 constexpr AudioFormatSettings settings[] = {
-    {OAVLpcmAudioFormatValue, "pcm_s16le", "pcm_s24le", 64},
-    {OAVAacAudioFormatValue, "aac", nullptr, 8},
-    {OAVAppleLosslessAudioFormatValue, "alac", nullptr, 8},
-    {OAVAacHEAudioFormatValue, nullptr, nullptr, 0},
-    {OAVAacELDLosslessAudioFormatValue, nullptr, nullptr, 0},
-    {OAVAppleIMA41ADPCMAudioFormatValue, "adpcm_ima_qt", nullptr, 2},
+    {OAVLpcmAudioFormatValue, "pcm_s16le", "pcm_s24le", "pcm_s32le", true, false, 64},
+    {OAVAacAudioFormatValue, "aac", nullptr, nullptr, false, true, 8},
+    {OAVAppleLosslessAudioFormatValue, "alac", nullptr, nullptr, true, false, 8},
+    {OAVAacHEAudioFormatValue, nullptr, nullptr, nullptr, false, true, 0},
+    {OAVAacELDLosslessAudioFormatValue, nullptr, nullptr, nullptr, false, true, 0},
+    {OAVAppleIMA41ADPCMAudioFormatValue, "adpcm_ima_qt", nullptr, nullptr, false, false, 2},
 };
 static_assert(std::size(settings) == OAVTranscodeArgumentAudioFormatValue::allCases().size());
 
@@ -40,6 +40,18 @@ const AudioFormatSettings& audioFormatSettings(const OAVTranscodeArgumentAudioFo
                        namesOfEncodable());
     }
     return *found;
+}
+
+const char* encoderOf(const AudioFormatSettings& row, int bitsPerSample) noexcept {
+    if (!row.has24) return nullptr;
+    if (bitsPerSample == 16) return row.encoder;
+    if (bitsPerSample == 24) return row.encoder24 != nullptr ? row.encoder24 : row.encoder;
+    return bitsPerSample == 32 ? row.encoder32 : nullptr;
+}
+
+std::string depthsText(const AudioFormatSettings& row) {
+    if (!row.has24) return "no flag, as there is no depth to choose,";
+    return row.encoder32 != nullptr ? "16, 24 or 32" : "16 or 24";
 }
 
 bool canEncode(const AudioFormatSettings& row) noexcept {

@@ -2,19 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 #include <Corvex/cli/CLICustodialFlag.h>
+#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/platform/NumberText.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/worker/RequestText.h>
 
 namespace corvex::tool {
 namespace {
 
 using Arguments = TranscodeCliArguments;
 
-constexpr std::array carriedOutFlags{
+constexpr std::array<std::string_view, 57> carriedOutFlags{
     OAVInputPrefixFlag.cliFlag(),
     OAVOutputFileFlag.cliFlag(),
     OAVOverwriteExistingFlag.cliFlag(),
@@ -24,36 +25,70 @@ constexpr std::array carriedOutFlags{
     OAVProgressFileFlag.cliFlag(),
     OAVProgressOutputPrefixFlag.cliFlag(),
     OAVPresetFlag.cliFlag(),
+    OAVLanguageCodeFlag.cliFlag(),
     OAVNoVideoFlag.cliFlag(),
     OAVVideoFormatFlag.cliFlag(),
+    OAVVideoFrameRateFlag.cliFlag(),
     OAVVideoDimensionsFlag.cliFlag(),
     OAVVideoAspectScalingFlag.cliFlag(),
     OAVVideoAspectCropAnchorFlag.cliFlag(),
     OAVVideoBitRateFlag.cliFlag(),
+    OAVVideoBitDepthFlag.cliFlag(),
+    OAVVideoPreserveLogEncodingFlag.cliFlag(),
+    OAVVideoColorSpaceFlag.cliFlag(),
+    OAVVideoColorMatrixFlag.cliFlag(),
+    OAVVideoColorTransferFunctionFlag.cliFlag(),
+    OAVVideoKeyFramesFlag.cliFlag(),
+    OAVVideoProfileFlag.cliFlag(),
+    OAVVideoAdditionalDecodeOptionsFlag.cliFlag(),
+    OAVVideoMaxFrames.cliFlag(),
+    OAVVideoFrameCapacityFlag.cliFlag(),
+    OAVVideoMaxVideoFrameMemory.cliFlag(),
+    OAVVideoUnboundedFrameCapacityFlag.cliFlag(),
+    OAVVideoColorRangeFlag.cliFlag(),
+    OAVVideoDecodeEngineFlag.cliFlag(),
     OAVNoAudioFlag.cliFlag(),
     OAVCopyAudioFlag.cliFlag(),
+    OAVAudioIgnoreTracksPrefixFlag.cliFlag(),
+    OAVDiscreteAudioFlag.cliFlag(),
+    OAVAudioChannelMatchSourceFlag.cliFlag(),
     OAVAudioFormatFlag.cliFlag(),
+    OAVAudioBitsPerChannelFlag.cliFlag(),
     OAVAudioSampleRateFlag.cliFlag(),
+    OAVAudioChannelLayoutFlag.cliFlag(),
+    OAVAudioChannelLayoutTagFlag.cliFlag(),
+    OAVAudioChannelLayoutBitmapFlag.cliFlag(),
+    OAVAudioBitRateFlag.cliFlag(),
+    OAVAudioQualityFlag.cliFlag(),
+    OAVAudioLanguageCodeFlag.cliFlag(),
+    OAVAudioDecodeEngineFlag.cliFlag(),
+    OAVTimecodeAddTrackFlag.cliFlag(),
+    OAVTimecodeMatchSourceFlag.cliFlag(),
+    OAVTimecodeFromCreationDateFlag.cliFlag(),
+    OAVTimecodeCustomFlag.cliFlag(),
+    OAVTimecodeFrameRateFlag.cliFlag(),
+    OAVTimecodeIsDropFlag.cliFlag(),
+    OAVTimecodeIsNonDropFlag.cliFlag(),
+    OAVTimecodeBypassNTSCDropFlag.cliFlag(),
+    cliFlag(TranscodeCLIFlag::vscale),
+    cliFlag(TranscodeCLIFlag::ovw),
+    cliFlag(TranscodeCLIFlag::ovh),
 };
 
-constexpr double largestSide = 16384;
-constexpr float largestMegabits = 10'000;
-constexpr std::int64_t largestSampleRate = 768'000;
+/// Why some flags cannot be carried out by any worker on this machine.
+constexpr std::pair<std::string_view, std::string_view> reasons[] = {
+    {OAVVideoGPUDecodingFlag.cliFlag(), "this machine has no GPU device that decodes"},
+    {OAVVideoGPUTransformFlag.cliFlag(), "this machine has no GPU device that transforms"},
+    {OAVVideoGPUEncodingFlag.cliFlag(), "this machine has no GPU device that encodes"},
+    {OAVVideoREDPremiumDecodeFlag.cliFlag(), "there is no RED decoder here"},
+    {OAVLegacyTranscodePipelineFlag.cliFlag(), "this worker has one pipeline only"},
+};
 
-template <class Values>
-std::string listOf(const Values& values) {
-    std::string list;
-    for (const auto& value : values) {
-        list += list.empty() ? "" : ", ";
-        list += value.rawValue();
-    }
-    return list;
-}
-
-bool isNumberedInput(std::string_view key) {
+/// Whether the key is a numbered form: an input, or the tracks to leave out of one.
+bool isNumberedFlag(std::string_view key) {
     Arguments single;
-    single.setArgumentFlagValue("", key);
-    return single.inputFileGroups().has_value();
+    single.setArgumentFlagValue("0", key);
+    return single.inputFileGroups().has_value() || key.starts_with(OAVAudioIgnoreTracksPrefixFlag.cliFlag());
 }
 
 /// The parent's process identifier. The flags of this channel come lower-cased out of the parsing.
@@ -81,11 +116,15 @@ pid_t takeCustodialFlags(const Arguments& arguments) {
 
 void requireKnownFlagsCarriedOut(const Arguments& arguments) {
     for (const auto& [key, value] : arguments.flagValueLookup()) {
-        if (isCarriedOut(key) || isNumberedInput(key)) continue;
+        if (isCarriedOut(key) || isNumberedFlag(key)) continue;
+        const auto* reason = std::find_if(std::begin(reasons), std::end(reasons),
+                                          [&, &flag = key](const auto& row) { return row.first == flag; });
         // Any word that holds a flag's name counts as known, so a slip of the finger may come this far.
         const auto meant = suggestedFlag(key);
-        throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker; " +
-                         (meant && *meant != key ? "did you mean " + std::string(*meant) + "?" : "remove it"));
+        throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker" +
+                         (reason != std::end(reasons)  ? ": " + std::string(reason->second)
+                          : meant && *meant != key ? "; did you mean " + std::string(*meant) + "?"
+                                                   : "; remove it"));
     }
     if (const auto preset = arguments.argumentFlagValue(OAVPresetFlag.cliFlag())) {
         throw UsageError("-preset " + inQuotes(*preset) + ": expected " +
@@ -147,86 +186,6 @@ OAVTranscodeArgumentFileFormatValue formatOf(const Arguments& arguments, const s
     return *explicitFormat;
 }
 
-FrameRequest frameRequestOf(const Arguments& arguments) {
-    FrameRequest request;
-    if (const auto text = arguments.argumentFlagValue(OAVVideoDimensionsFlag.cliFlag())) {
-        const auto size = arguments.videoDimensions();
-        const auto isUsable = [](double side) { return side >= 1 && side <= largestSide; };
-        if (!size || !isUsable(size->width) || !isUsable(size->height)) {
-            throw UsageError("-dims " + inQuotes(*text) + ": expected WIDTHxHEIGHT of 1 to 16384 pixels, as 1920x1080");
-        }
-        request.box = PixelSize{static_cast<int>(size->width), static_cast<int>(size->height)};
-    }
-    if (const auto scaling = arguments.aspectScaling()) {
-        const auto known = OAVTranscodeArgumentAspectRatioValue::allCases();
-        if (std::find(known.begin(), known.end(), *scaling) == known.end()) {
-            throw UsageError("-aspect_scaling " + inQuotes(scaling->rawValue()) + ": expected one of " + listOf(known));
-        }
-        if (!request.box) throw UsageError("-aspect_scaling: expected -dims, the size to scale to, beside it");
-        request.scaling = *scaling;
-    }
-    if (const auto anchor = arguments.videoCropAnchor()) {
-        const auto known = OAVTranscodeArgumentOverlayAnchorValue::allCases();
-        if (std::find(known.begin(), known.end(), anchor->anchorArgument()) == known.end()) {
-            throw UsageError("-crop_anchor " + inQuotes(anchor->rawValue()) + ": expected one of " + listOf(known));
-        }
-        if (request.scaling != OAVCropAspect) {
-            throw UsageError("-crop_anchor: expected -aspect_scaling crop beside it");
-        }
-        request.anchor = anchor->anchorArgument();
-    }
-    return request;
-}
-
-std::optional<VideoRequest> videoRequestOf(const Arguments& arguments,
-                                           const OAVTranscodeArgumentFileFormatValue& format) {
-    // Presets bring video and audio options along, so -vn and -an (and -acopy below) quietly outrank those.
-    if (arguments.hasVideoArgumentFlag(OAVNoVideoFlag)) return std::nullopt;
-    const auto codec = arguments.videoFormat();
-    if (format == OAVWaveFileFormat) {
-        if (codec) throw UsageError("-vcodec: -file_format wav carries no video; -vn would leave it out");
-        return std::nullopt;
-    }
-    VideoRequest request;
-    const auto chosen = codec.value_or(OAVAvcH264Codec);
-    request.codec = &videoCodecSettings(chosen);
-    const auto permitted = chosen.permittedExtensions();
-    if (std::find(permitted.begin(), permitted.end(), *format.preferredExtension()) == permitted.end()) {
-        throw UsageError("-vcodec " + std::string(chosen.rawValue()) + " is not written into -file_format " +
-                         std::string(format.rawValue()) + "; expected qt");
-    }
-    request.frame = frameRequestOf(arguments);
-    if (const auto text = arguments.argumentFlagValue(OAVVideoBitRateFlag.cliFlag())) {
-        const auto megabits = arguments.videoBitRate();
-        if (!megabits || *megabits <= 0 || *megabits > largestMegabits) {
-            throw UsageError("-vbr " + inQuotes(*text) + ": expected megabits per second, above 0 and up to 10000");
-        }
-        if (request.codec->rate == RateChoice::fixed) {
-            throw UsageError("-vbr: the bit rate of " + std::string(chosen.rawValue()) +
-                             " follows from its profile and the picture; remove the flag");
-        }
-        request.bitsPerSecond = static_cast<std::int64_t>(*arguments.videoBitRateAsBitsPerSecond());
-    }
-    return request;
-}
-
-std::optional<AudioRequest> audioRequestOf(const Arguments& arguments,
-                                           const OAVTranscodeArgumentFileFormatValue& format) {
-    if (arguments.hasArgumentFlag(OAVNoAudioFlag.cliFlag())) return std::nullopt;
-    if (arguments.hasArgumentFlag(OAVCopyAudioFlag.cliFlag())) return AudioRequest{};
-    AudioRequest request;
-    if (const auto text = arguments.argumentFlagValue(OAVAudioSampleRateFlag.cliFlag())) {
-        const auto rate = arguments.sampleRate();
-        if (!rate || *rate <= 0 || *rate > largestSampleRate) {
-            throw UsageError("-asr " + inQuotes(*text) + ": expected samples per second, 1 to 768000");
-        }
-        request.sampleRate = static_cast<int>(*rate);
-    }
-    request.format = &audioFormatSettings(
-        arguments.audioFormat().value_or(format == OAVMp4Format ? OAVAacAudioFormatValue : OAVLpcmAudioFormatValue));
-    return request;
-}
-
 }  // namespace
 
 bool isCarriedOut(std::string_view flag) noexcept {
@@ -245,8 +204,11 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.overwrites = arguments.shouldOverwrite();
     job.format = formatOf(arguments, job.output);
     job.indexInFront = arguments.prepareForWeb();
-    job.video = videoRequestOf(arguments, job.format);
-    job.audio = audioRequestOf(arguments, job.format);
+    job.video = VideoRequest::make(arguments, job.format);
+    job.audio = AudioRequest::make(arguments, job.format);
+    job.timecode = TimecodeRequest::make(arguments);
+    job.language = languageOf(arguments, OAVLanguageCodeFlag);
+    if (job.timecode && !job.video) throw UsageError("-tc_track: expected video beside it, whose frames it counts");
     if (!job.video && !job.audio) throw UsageError("-vn and -an together leave nothing to write");
     job.progressFile = arguments.progressFile().value_or("");
     job.progressPrefix = arguments.progressOutputPrefix().value_or("");

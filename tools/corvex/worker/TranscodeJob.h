@@ -9,24 +9,11 @@
 #include <sys/types.h>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <tools/corvex/worker/AudioFormatSettings.h>
-#include <tools/corvex/worker/FrameGeometry.h>
-#include <tools/corvex/worker/VideoCodecSettings.h>
+#include <tools/corvex/worker/AudioRequest.h>
+#include <tools/corvex/worker/TimecodeRequest.h>
+#include <tools/corvex/worker/VideoRequest.h>
 
 namespace corvex::tool {
-
-/// What is asked of the video.
-struct VideoRequest {
-    const VideoCodecSettings* codec = nullptr;
-    FrameRequest frame;
-    std::optional<std::int64_t> bitsPerSecond;
-};
-
-/// What is asked of the audio: copied as it is (`format` is nullptr), or encoded.
-struct AudioRequest {
-    const AudioFormatSettings* format = nullptr;
-    std::optional<int> sampleRate;  ///< Samples per second; the source's own when absent.
-};
 
 /// Whether this worker does what the flag says. Another known flag is an error: none is ever ignored.
 [[nodiscard]] bool isCarriedOut(std::string_view flag) noexcept;
@@ -41,6 +28,8 @@ struct TranscodeJob {
     bool indexInFront = false;
     std::optional<VideoRequest> video;
     std::optional<AudioRequest> audio;
+    std::optional<TimecodeRequest> timecode;
+    std::string language;  ///< ISO 639-2; empty: not stated.
     std::string progressFile;  ///< Empty: none.
     std::string progressPrefix;
     pid_t parentPid = 0;  ///< 0: not watched.

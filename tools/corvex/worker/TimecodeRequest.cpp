@@ -1,0 +1,99 @@
+#include <tools/corvex/worker/TimecodeRequest.h>
+
+#include <Corvex/timing/CommonVideoFrameRate.h>
+#include <tools/corvex/worker/RequestText.h>
+
+namespace corvex::tool {
+namespace {
+
+using Arguments = TranscodeCliArguments;
+
+constexpr double rateTolerance = 0.006;
+
+/// The first "timecode" that the container states, for the file or for one of its streams.
+std::optional<std::string> statedTimecode(const MediaInput& input) {
+    const AVFormatContext& context = input.context();
+    if (const AVDictionaryEntry* entry = av_dict_get(context.metadata, "timecode", nullptr, 0)) return entry->value;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        if (const auto* entry = av_dict_get(context.streams[i]->metadata, "timecode", nullptr, 0)) return entry->value;
+    }
+    return std::nullopt;
+}
+
+/// Hours, minutes and seconds of "2026-11-21T09:30:00.000000Z" as a label of frame 0.
+std::optional<TimecodeComponents> creationTime(const MediaInput& input) {
+    const AVDictionaryEntry* entry = av_dict_get(input.context().metadata, "creation_time", nullptr, 0);
+    if (entry == nullptr) return std::nullopt;
+    const std::string_view text = entry->value;
+    const std::size_t mark = text.find_first_of("T ");
+    if (mark == std::string_view::npos || text.size() < mark + 9) return std::nullopt;
+    return TimecodeComponents::fromTimecode(std::string(text.substr(mark + 1, 8)) + ":00");
+}
+
+bool dropsFrames(AVRational rate) {
+    // Drop frame is defined for 30000/1001 and its multiples (SMPTE ST 12-1).
+    return rate.den == 1001 && rate.num % 30000 == 0;
+}
+
+}  // namespace
+
+std::optional<TimecodeRequest> TimecodeRequest::make(const Arguments& arguments) {
+    if (!arguments.addTimecodeTrack()) {
+        for (const auto& flag : {OAVTimecodeMatchSourceFlag, OAVTimecodeFromCreationDateFlag, OAVTimecodeCustomFlag,
+                                 OAVTimecodeFrameRateFlag, OAVTimecodeIsDropFlag, OAVTimecodeIsNonDropFlag,
+                                 OAVTimecodeBypassNTSCDropFlag}) {
+            if (arguments.hasArgumentFlag(flag.cliFlag())) {
+                throw UsageError(std::string(flag.cliFlag()) + ": expected -tc_track beside it");
+            }
+        }
+        return std::nullopt;
+    }
+    TimecodeRequest request;
+    request.source = arguments.timecodeSource();
+    if (request.source == TimecodeSource::custom) {
+        const std::string_view text = arguments.timecode().value_or("");
+        request.custom = TimecodeComponents::fromTimecode(text);
+        if (!request.custom) failExpecting("-tc_custom", text, "a timecode, as 01:00:00:00 or 01:00:00;00");
+    }
+    request.dropFrameState = arguments.timecodeDropFrameState();
+    request.bypassesNtscDrop = arguments.bypassNTSCDrop();
+    if (const auto text = arguments.argumentFlagValue(OAVTimecodeFrameRateFlag.cliFlag())) {
+        const auto rate = arguments.timecodeFrameRate();
+        const auto common = rate ? closestFrameRate(static_cast<double>(*rate), rateTolerance) : std::nullopt;
+        if (!common) failExpecting("-tc_rate", *text, "a standard frame rate, as 29.97; corvex rate list shows them");
+        const auto& row = caseOf(*common);
+        request.frameRate = AVRational{static_cast<int>(row.timeValue), static_cast<int>(row.timeScale)};
+    }
+    return request;
+}
+
+TimecodeComponents TimecodeRequest::start(const MediaInput& first, AVRational rate) const {
+    if (frameRate && av_cmp_q(*frameRate, rate) != 0) {
+        throw JobError("-tc_rate: a timecode track counts the frames of its video, which has " +
+                       std::to_string(rate.num) + "/" + std::to_string(rate.den) + " a second; -vr would change that");
+    }
+    std::optional<TimecodeComponents> start = custom;
+    if (source == TimecodeSource::creationDate) {
+        start = creationTime(first);
+        if (!start) throw JobError("-tc_creation: '" + first.path() + "' does not state when it was made");
+    } else if (source == TimecodeSource::match) {
+        const auto stated = statedTimecode(first);
+        start = stated ? TimecodeComponents::fromTimecode(*stated) : std::nullopt;
+        if (!start) start = TimecodeComponents();
+    }
+    const bool isStated = start->dropFrameState == DropFrameState::drop;
+    DropFrameState state = dropFrameState;
+    if (state == DropFrameState::unknown && source == TimecodeSource::match) {
+        state = isStated ? DropFrameState::drop : DropFrameState::nonDrop;
+    }
+    if (state == DropFrameState::unknown) state = dropsFrames(rate) ? DropFrameState::drop : DropFrameState::nonDrop;
+    if (bypassesNtscDrop) state = DropFrameState::nonDrop;
+    if (state == DropFrameState::drop && !dropsFrames(rate)) {
+        throw JobError("a timecode of " + std::to_string(rate.num) + "/" + std::to_string(rate.den) +
+                       " frames a second cannot drop frames; expected 29.97 or a multiple, or -tc_non_drop");
+    }
+    start->dropFrameState = state;
+    return *start;
+}
+
+}  // namespace corvex::tool

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/timing/TimecodeComponents.h>
+#include <tools/corvex/worker/FFmpeg.h>
+#include <tools/corvex/worker/MediaInput.h>
+
+namespace corvex::tool {
+
+/// What is asked of the timecode track.
+struct TimecodeRequest {
+    TimecodeSource source = TimecodeSource::match;
+    std::optional<TimecodeComponents> custom;  ///< Of the source `custom`.
+    DropFrameState dropFrameState = DropFrameState::unknown;
+    bool bypassesNtscDrop = false;
+    std::optional<AVRational> frameRate;  ///< The video's own when absent.
+
+    /// None when no timecode track is wanted. Throws UsageError naming the flag at fault.
+    [[nodiscard]] static std::optional<TimecodeRequest> make(const TranscodeCliArguments& arguments);
+
+    /// The label of the first frame at `frameRate`. A source without timecode starts at zero.
+    /// Throws JobError where the rate or the drop state cannot be had.
+    [[nodiscard]] TimecodeComponents start(const MediaInput& first, AVRational frameRate) const;
+};
+
+}  // namespace corvex::tool
