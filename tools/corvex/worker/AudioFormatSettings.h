@@ -10,11 +10,11 @@ namespace corvex::tool {
 /// How an audio format value is encoded by the media libraries.
 struct AudioFormatSettings {
     OAVTranscodeArgumentAudioFormatValue format;
-    const char* encoder;      ///< The encoder's name in libavcodec; nullptr where they have none.
-    const char* encoder24;    ///< That for 24 bits; nullptr: the same where `has24`.
-    const char* encoder32;    ///< That for 32 bits, or nullptr.
-    bool has24;               ///< Whether samples of 24 bits can be kept; otherwise the format has no depth to choose.
-    bool hasBitRate;          ///< Whether its bit rate can be chosen.
+    const char* encoder;    ///< The encoder's name in libavcodec; nullptr where they have none.
+    const char* encoder24;  ///< That for 24 bits; nullptr: the same where `has24`.
+    const char* encoder32;  ///< That for 32 bits, or nullptr.
+    bool has24;             ///< Whether samples of 24 bits can be kept; otherwise the format has no depth to choose.
+    bool hasBitRate;        ///< Whether its bit rate can be chosen.
     int maximumChannels;
 };
 

@@ -15,28 +15,37 @@ using Arguments = TranscodeCliArguments;
 
 /// The named layouts in the media libraries' language. The last three put the channels evenly around the listener.
 constexpr std::pair<const OAVTranscodeArgumentAudioChannelLayoutValue*, const char*> layouts[] = {
-    {&OAVMonoAudioLayout, "mono"},      {&OAVStereoAudioLayout, "stereo"},       {&OAVQuadraphonicAudioLayout, "quad"},
-    {&OAVPentagonalAudioLayout, "5.0"}, {&OAVHexagonalAudioLayout, "hexagonal"}, {&OAVOctagonalAudioLayout, "octagonal"},
+    {&OAVMonoAudioLayout, "mono"},           {&OAVStereoAudioLayout, "stereo"},
+    {&OAVQuadraphonicAudioLayout, "quad"},   {&OAVPentagonalAudioLayout, "5.0"},
+    {&OAVHexagonalAudioLayout, "hexagonal"}, {&OAVOctagonalAudioLayout, "octagonal"},
 };
 
 /// Core Audio's layout tags are a number in the upper 16 bits and the count of channels in the lower.
 constexpr std::pair<std::int64_t, const char*> layoutTags[] = {
-    {(100 << 16) | 1, "mono"},      {(101 << 16) | 2, "stereo"},    {(102 << 16) | 2, "downmix"},
-    {(108 << 16) | 4, "quad"},      {(109 << 16) | 5, "5.0"},       {(110 << 16) | 6, "hexagonal"},
-    {(111 << 16) | 8, "octagonal"}, {(113 << 16) | 3, "3.0"},       {(121 << 16) | 6, "5.1"},
+    {(100 << 16) | 1, "mono"},      {(101 << 16) | 2, "stereo"}, {(102 << 16) | 2, "downmix"},
+    {(108 << 16) | 4, "quad"},      {(109 << 16) | 5, "5.0"},    {(110 << 16) | 6, "hexagonal"},
+    {(111 << 16) | 8, "octagonal"}, {(113 << 16) | 3, "3.0"},    {(121 << 16) | 6, "5.1"},
     {(126 << 16) | 8, "7.1(wide)"}, {(128 << 16) | 8, "7.1"},
 };
 
 /// Where the channel labels stand in the media libraries' layouts.
 constexpr std::pair<AudioChannelLabel, const char*> speakers[] = {
-    {AudioChannelLabel::left, "FL"},           {AudioChannelLabel::right, "FR"},
-    {AudioChannelLabel::center, "FC"},         {AudioChannelLabel::lowFrequencyEffects, "LFE"},
-    {AudioChannelLabel::leftSurround, "SL"},   {AudioChannelLabel::rightSurround, "SR"},
-    {AudioChannelLabel::leftSideSurround, "SL"}, {AudioChannelLabel::rightSideSurround, "SR"},
-    {AudioChannelLabel::leftRearSurround, "BL"}, {AudioChannelLabel::rightRearSurround, "BR"},
-    {AudioChannelLabel::leftCenter, "FLC"},    {AudioChannelLabel::rightCenter, "FRC"},
-    {AudioChannelLabel::centerSurround, "BC"}, {AudioChannelLabel::leftTotal, "DL"},
-    {AudioChannelLabel::rightTotal, "DR"},     {AudioChannelLabel::mono, "FC"},
+    {AudioChannelLabel::left, "FL"},
+    {AudioChannelLabel::right, "FR"},
+    {AudioChannelLabel::center, "FC"},
+    {AudioChannelLabel::lowFrequencyEffects, "LFE"},
+    {AudioChannelLabel::leftSurround, "SL"},
+    {AudioChannelLabel::rightSurround, "SR"},
+    {AudioChannelLabel::leftSideSurround, "SL"},
+    {AudioChannelLabel::rightSideSurround, "SR"},
+    {AudioChannelLabel::leftRearSurround, "BL"},
+    {AudioChannelLabel::rightRearSurround, "BR"},
+    {AudioChannelLabel::leftCenter, "FLC"},
+    {AudioChannelLabel::rightCenter, "FRC"},
+    {AudioChannelLabel::centerSurround, "BC"},
+    {AudioChannelLabel::leftTotal, "DL"},
+    {AudioChannelLabel::rightTotal, "DR"},
+    {AudioChannelLabel::mono, "FC"},
 };
 
 std::string layoutOfLabels(const Arguments& arguments, std::string_view text) {
@@ -71,8 +80,9 @@ std::string layoutOf(const Arguments& arguments) {
                                          [&](const auto& row) { return row.first->rawValue() == *text; });
         const auto channels = arguments.outputChannels();
         if (!channels || *channels < 1 || *channels > 64) {
-            failExpecting("-acl", *text,
-                          "1 to 64 channels or one of " + listOf(OAVTranscodeArgumentAudioChannelLayoutValue::allCases()));
+            failExpecting(
+                "-acl", *text,
+                "1 to 64 channels or one of " + listOf(OAVTranscodeArgumentAudioChannelLayoutValue::allCases()));
         }
         choose("-acl", named != std::end(layouts) ? named->second : std::to_string(*channels) + "c");
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <vector>
 
 extern "C" {
 #include <libavutil/channel_layout.h>
@@ -14,6 +15,9 @@ namespace {
 
 /// Larger than what time stamps are rounded by, smaller than what a viewer notices.
 constexpr double driftSeconds = 0.1;
+
+/// Bits per second that each channel gets at the five qualities, from good enough for speech to transparent.
+constexpr std::array<std::int64_t, 5> bitsPerChannel{32'000, 48'000, 64'000, 96'000, 128'000};
 
 /// Samples a frame for encoders that take any number.
 constexpr int freeFrameSize = 4096;
@@ -38,8 +42,8 @@ int usableRate(const AVCodec& codec, int wanted, const std::string& name) {
 }  // namespace
 
 AudioTrack::AudioTrack(const AudioRequest& request, const MediaInput& first, const AVStream& source,
-                       MediaOutput& output)
-    : output_(output), frame_(makeFrame()), converted_(makeFrame()), packet_(makePacket()) {
+                       MediaOutput& output, std::optional<int> channel)
+    : output_(output), channel_(channel), frame_(makeFrame()), converted_(makeFrame()), packet_(makePacket()) {
     openEncoder(request, first, source);
     stream_ = output_.addStream(*encoder_, nullptr);
     const bool takesAny = (encoder_->codec->capabilities & AV_CODEC_CAP_VARIABLE_FRAME_SIZE) != 0;
@@ -48,33 +52,48 @@ AudioTrack::AudioTrack(const AudioRequest& request, const MediaInput& first, con
         checkAllocated(av_audio_fifo_alloc(encoder_->sample_fmt, encoder_->ch_layout.nb_channels, 2 * frameSize_)));
 }
 
+void AudioTrack::chooseLayout(const AudioRequest& request, const AVCodecParameters& source) {
+    AVChannelLayout& layout = encoder_->ch_layout;
+    if (channel_) {
+        av_channel_layout_default(&layout, 1);
+    } else if (!request.layout.empty()) {
+        check(av_channel_layout_from_string(&layout, request.layout.c_str()), "audio layout '" + request.layout + "'");
+    } else if (source.ch_layout.order == AV_CHANNEL_ORDER_UNSPEC) {
+        av_channel_layout_default(&layout, source.ch_layout.nb_channels);
+    } else {
+        check(av_channel_layout_copy(&layout, &source.ch_layout), "audio layout");
+    }
+}
+
 void AudioTrack::openEncoder(const AudioRequest& request, const MediaInput& first, const AVStream& source) {
     const AudioFormatSettings& settings = *request.format;
     const std::string name(settings.format.rawValue());
     const AVCodecParameters& parameters = *source.codecpar;
-    const int channels = parameters.ch_layout.nb_channels;
+    const bool isDeepOutput = request.bitsPerSample.value_or(isDeep(parameters) ? 24 : 16) > 16;
+    const char* chosen =
+        settings.has24 ? encoderOf(settings, request.bitsPerSample.value_or(isDeepOutput ? 24 : 16)) : settings.encoder;
+    const AVCodec* codec = avcodec_find_encoder_by_name(chosen);
+    output_.requireCarries(codec->id);
+    encoder_.reset(checkAllocated(avcodec_alloc_context3(codec)));
+    chooseLayout(request, parameters);
+    const int channels = encoder_->ch_layout.nb_channels;
     if (channels > settings.maximumChannels) {
         throw JobError("-acodec " + name + " carries up to " + std::to_string(settings.maximumChannels) +
                        " channels; '" + first.path() + "' has " + std::to_string(channels) + " in stream " +
-                       std::to_string(source.index));
+                       std::to_string(source.index) + "; -acl would change that");
     }
-    const bool usesDeep = settings.deepEncoder != nullptr && isDeep(parameters);
-    const AVCodec* codec = avcodec_find_encoder_by_name(usesDeep ? settings.deepEncoder : settings.encoder);
-    output_.requireCarries(codec->id);
-    encoder_.reset(checkAllocated(avcodec_alloc_context3(codec)));
     encoder_->sample_rate = usableRate(*codec, request.sampleRate.value_or(parameters.sample_rate), name);
     encoder_->time_base = {1, encoder_->sample_rate};
     encoder_->sample_fmt = codec->sample_fmts[0];
     for (const AVSampleFormat* format = codec->sample_fmts; *format != AV_SAMPLE_FMT_NONE; ++format) {
-        // Lossless codecs offer a format for each depth; the deeper one comes with the deeper source.
-        if (isDeep(parameters) && av_get_bytes_per_sample(*format) > av_get_bytes_per_sample(encoder_->sample_fmt)) {
+        // Lossless codecs offer a format for each depth.
+        if (isDeepOutput && av_get_bytes_per_sample(*format) > av_get_bytes_per_sample(encoder_->sample_fmt)) {
             encoder_->sample_fmt = *format;
         }
     }
-    if (parameters.ch_layout.order == AV_CHANNEL_ORDER_UNSPEC) {
-        av_channel_layout_default(&encoder_->ch_layout, channels);
-    } else {
-        check(av_channel_layout_copy(&encoder_->ch_layout, &parameters.ch_layout), name);
+    if (request.bitsPerSecond) encoder_->bit_rate = *request.bitsPerSecond;
+    if (request.quality && !request.bitsPerSecond) {
+        encoder_->bit_rate = bitsPerChannel[static_cast<std::size_t>(*request.quality)] * channels;
     }
     if (output_.wantsGlobalHeaders()) encoder_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     check(avcodec_open2(encoder_.get(), codec, nullptr),
@@ -114,13 +133,28 @@ void AudioTrack::openResampler(const AVFrame& frame) {
     av_channel_layout_uninit(&layout);
     resampler_.reset(context);
     check(result, "audio conversion");
+    if (channel_) pickChannel(frame.ch_layout.nb_channels);
     check(swr_init(context), "audio conversion");
     resampledRate_ = frame.sample_rate;
     resampledFormat_ = frame.format;
     resampledChannels_ = frame.ch_layout.nb_channels;
 }
 
+void AudioTrack::pickChannel(int sourceChannels) {
+    if (*channel_ >= sourceChannels) {
+        throw JobError("audio: a file with " + std::to_string(sourceChannels) + " channels follows one with more");
+    }
+    std::vector<double> weights(static_cast<std::size_t>(sourceChannels), 0.0);
+    weights[static_cast<std::size_t>(*channel_)] = 1.0;
+    check(swr_set_matrix(resampler_.get(), weights.data(), sourceChannels), "audio conversion");
+}
+
+void AudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, AV_TIME_BASE_Q, encoder_->time_base); }
+
+bool AudioTrack::isFull() const noexcept { return limit_ && taken_ >= *limit_; }
+
 void AudioTrack::addSilence(std::int64_t samples) {
+    if (limit_) samples = std::min(samples, *limit_ - taken_);
     while (samples > 0) {
         const int count = static_cast<int>(std::min<std::int64_t>(samples, frameSize_));
         av_frame_unref(frame_.get());
@@ -175,6 +209,7 @@ void AudioTrack::resample(const AVFrame* frame) {
     const int skipped = static_cast<int>(std::min<std::int64_t>(toSkip_, count));
     toSkip_ -= skipped;
     count -= skipped;
+    if (limit_) count = static_cast<int>(std::clamp<std::int64_t>(*limit_ - taken_, 0, count));
     if (count == 0) return;
     const bool isPlanar = av_sample_fmt_is_planar(encoder_->sample_fmt) != 0;
     const int channels = encoder_->ch_layout.nb_channels;

@@ -2,10 +2,10 @@
 
 #include <optional>
 
+#include <tools/corvex/worker/AudioRequest.h>
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
 #include <tools/corvex/worker/Track.h>
-#include <tools/corvex/worker/TranscodeJob.h>
 
 namespace corvex::tool {
 
@@ -13,18 +13,25 @@ namespace corvex::tool {
 /// source lacks, and what would overlap the next file is left out.
 class AudioTrack : public Track {
 public:
-    AudioTrack(const AudioRequest& request, const MediaInput& first, const AVStream& source, MediaOutput& output);
+    /// `channel`: the one of the source's channels, from 0, that the track carries; absent: all of them.
+    AudioTrack(const AudioRequest& request, const MediaInput& first, const AVStream& source, MediaOutput& output,
+               std::optional<int> channel = std::nullopt);
 
     void beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) override;
     void consume(const AVPacket& packet) override;
     void endFile() override;
     void finish() override;
     [[nodiscard]] std::int64_t end() const noexcept override;
+    void limitTo(std::int64_t end) override;
+    [[nodiscard]] bool isFull() const noexcept override;
+    [[nodiscard]] int stream() const noexcept override { return stream_; }
 
 private:
+    void chooseLayout(const AudioRequest& request, const AVCodecParameters& source);
     void openEncoder(const AudioRequest& request, const MediaInput& first, const AVStream& source);
     void resample(const AVFrame* frame);
     void openResampler(const AVFrame& frame);
+    void pickChannel(int sourceChannels);
     void place(std::int64_t expectedStart);
     void addSilence(std::int64_t samples);
     void encodeWholeFrames();
@@ -34,6 +41,8 @@ private:
     CodecContextPointer encoder_;
     int stream_ = -1;
     int frameSize_ = 0;
+    std::optional<int> channel_;
+    std::optional<std::int64_t> limit_;  ///< Samples after which the track ends.
 
     std::optional<Decoder> decoder_;
     AVRational inputTimeBase_{};

@@ -56,8 +56,8 @@ ColorConversion ColorConversion::make(int format, int height, const ColorTags& s
     if (!request.primaries && !request.transfer && !request.matrix) {
         if (isRgb(format)) conversion.scaleOptions = ":out_color_matrix=bt709";
         if (isRgb(format) || from.range != conversion.tags.range) {
-            conversion.scaleOptions += std::string(":in_range=") + scaleRange(from.range) +
-                                       ":out_range=" + scaleRange(conversion.tags.range);
+            conversion.scaleOptions +=
+                std::string(":in_range=") + scaleRange(from.range) + ":out_range=" + scaleRange(conversion.tags.range);
         }
         return conversion;
     }

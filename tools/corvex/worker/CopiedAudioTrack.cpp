@@ -91,7 +91,13 @@ void CopiedAudioTrack::fillGap(std::int64_t from, std::int64_t to) {
     av_packet_move_ref(packet_.get(), firstPacket.get());
 }
 
+void CopiedAudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, AV_TIME_BASE_Q, timeBase_); }
+
 void CopiedAudioTrack::writePacket() {
+    if (limit_ && packet_->pts != AV_NOPTS_VALUE && av_rescale_q(packet_->pts, inputTimeBase_, timeBase_) >= *limit_) {
+        nextTime_ = std::max(nextTime_, *limit_);
+        return;
+    }
     if (packet_->pts != AV_NOPTS_VALUE) {
         nextTime_ = std::max(nextTime_, av_rescale_q(packet_->pts + packet_->duration, inputTimeBase_, timeBase_));
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <tools/corvex/worker/MediaOutput.h>
@@ -19,6 +20,9 @@ public:
     void endFile() override {}
     void finish() override {}
     [[nodiscard]] std::int64_t end() const noexcept override;
+    void limitTo(std::int64_t end) override;
+    [[nodiscard]] bool isFull() const noexcept override { return limit_ && nextTime_ >= *limit_; }
+    [[nodiscard]] int stream() const noexcept override { return stream_; }
 
 private:
     /// Fits the first packet of a file to what is already there. False: nothing of it is left.
@@ -36,6 +40,7 @@ private:
     std::int64_t shift_ = 0;  ///< Added to the packets' times, in the input's time base.
     bool isFirstOfFile_ = true;
     std::int64_t nextTime_ = 0;
+    std::optional<std::int64_t> limit_;     ///< Packets that start here or later are left out.
     std::vector<std::uint8_t> parameters_;  ///< What later files must share with the first.
     PacketPointer packet_;
 };

@@ -2,7 +2,8 @@
 
 namespace corvex::tool {
 
-Decoder::Decoder(const MediaInput& input, const AVStream& stream)
+Decoder::Decoder(const MediaInput& input, const AVStream& stream, int threads,
+                 const std::map<std::string, std::string>& options)
     : name_("'" + input.path() + "': stream " + std::to_string(stream.index)), frame_(makeFrame()) {
     const AVCodec* codec = avcodec_find_decoder(stream.codecpar->codec_id);
     if (codec == nullptr) {
@@ -11,8 +12,11 @@ Decoder::Decoder(const MediaInput& input, const AVStream& stream)
     context_.reset(checkAllocated(avcodec_alloc_context3(codec)));
     check(avcodec_parameters_to_context(context_.get(), stream.codecpar), name_);
     context_->pkt_timebase = stream.time_base;
-    context_->thread_count = 0;  // as many as the machine has processors
-    check(avcodec_open2(context_.get(), codec, nullptr), name_ + ": cannot decode");
+    context_->thread_count = threads;
+    Options given;
+    for (const auto& [key, value] : options) given.set(key.c_str(), value);
+    check(avcodec_open2(context_.get(), codec, given.address()), name_ + ": cannot decode");
+    given.requireAllUsed("-additional_decode_options: the decoder '" + std::string(codec->name) + "'");
 }
 
 void Decoder::send(const AVPacket* packet) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include <tools/corvex/worker/FFmpeg.h>
@@ -13,7 +14,10 @@ namespace corvex::tool {
 /// frames.)
 class Decoder {
 public:
-    Decoder(const MediaInput& input, const AVStream& stream);
+    /// `threads` 0: as many as the machine has processors. `options` are the decoder's own; one that it does not know is an
+    /// error.
+    Decoder(const MediaInput& input, const AVStream& stream, int threads = 0,
+            const std::map<std::string, std::string>& options = {});
 
     /// Decodes a packet, or with nullptr what is still inside, and calls `consume(AVFrame&)` for each frame. Time stamps
     /// of the frames are in the stream's time base.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 extern "C" {
 #include <libavutil/intreadwrite.h>
@@ -19,6 +20,13 @@ const char* muxerName(const OAVTranscodeArgumentFileFormatValue& format) {
 /// Facts of the source's own container, or of tracks that are written by request only.
 constexpr std::array<std::string_view, 5> sourceOnlyKeys{"major_brand", "minor_version", "compatible_brands", "encoder",
                                                          "timecode"};
+
+/// Languages that ISO 639-2 has two codes for, and of them the one by which the QuickTime writer knows the Macintosh
+/// language number.
+constexpr std::pair<std::string_view, const char*> quickTimeLanguages[] = {
+    {"deu", "ger"}, {"nld", "dut"}, {"ell", "gre"}, {"isl", "ice"}, {"zho", "chi"}, {"sqi", "alb"}, {"mkd", "mac"},
+    {"hye", "arm"}, {"kat", "geo"}, {"fre", "fra"}, {"rum", "ron"}, {"cze", "ces"}, {"slo", "slk"},
+};
 
 }  // namespace
 
@@ -69,11 +77,27 @@ void MediaOutput::copyMetadata(const AVDictionary* metadata) {
     }
 }
 
+void MediaOutput::setTimecode(int stream, const std::string& timecode) {
+    av_dict_set(&context_->streams[stream]->metadata, "timecode", timecode.c_str(), 0);
+    hasTimecode_ = true;
+}
+
+void MediaOutput::setLanguage(int stream, const std::string& language) {
+    const char* spelling = language.c_str();
+    if (std::string_view(context_->oformat->name) == "mov") {
+        for (const auto& [code, quickTime] : quickTimeLanguages) {
+            if (language == code) spelling = quickTime;
+        }
+    }
+    av_dict_set(&context_->streams[stream]->metadata, "language", spelling, 0);
+}
+
 void MediaOutput::start() {
     Options options;
     const std::string_view muxer = context_->oformat->name;
     // Beyond 4 GiB a wave file needs 64-bit sizes (EBU Tech 3306); without them its header would be wrong.
     if (muxer == "wav") options.set("rf64", "auto");
+    if (hasTimecode_) options.set("write_tmcd", "1");  // MPEG-4 files have none by default
     if (indexInFront_ && muxer != "wav") options.set("movflags", "+faststart");
     check(avformat_write_header(context_.get(), options.address()), what());
     options.requireAllUsed("the format '" + std::string(muxer) + "'");

@@ -30,6 +30,10 @@ public:
     /// Facts of the first source that stay true of the result, as its creation time.
     void copyMetadata(const AVDictionary* metadata);
 
+    /// The label of the video's first frame: a timecode track is written. The language is an ISO 639-2 code.
+    void setTimecode(int stream, const std::string& timecode);
+    void setLanguage(int stream, const std::string& language);
+
     void start();
     /// Takes the packet's contents. Its time stamps are in `timeBase`.
     void write(AVPacket& packet, int stream, AVRational timeBase);
@@ -41,6 +45,7 @@ private:
     OutputFile& file_;
     OutputPointer context_;
     bool indexInFront_;
+    bool hasTimecode_ = false;
 };
 
 }  // namespace corvex::tool

@@ -21,6 +21,13 @@ public:
 
     /// How far the output has got: the end of the last frame or sample taken in, in microseconds.
     [[nodiscard]] virtual std::int64_t end() const noexcept = 0;
+
+    /// Ends the output at this time (microseconds): what lies beyond is left out.
+    virtual void limitTo(std::int64_t end) = 0;
+    /// Whether the output has reached its limit and nothing more is taken in.
+    [[nodiscard]] virtual bool isFull() const noexcept = 0;
+    /// The number of the stream in the output.
+    [[nodiscard]] virtual int stream() const noexcept = 0;
 };
 
 /// Sends a frame (nullptr: no more) to an encoder and calls `write(AVPacket&)` for each packet that comes out.

@@ -122,9 +122,9 @@ void requireKnownFlagsCarriedOut(const Arguments& arguments) {
         // Any word that holds a flag's name counts as known, so a slip of the finger may come this far.
         const auto meant = suggestedFlag(key);
         throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker" +
-                         (reason != std::end(reasons)  ? ": " + std::string(reason->second)
-                          : meant && *meant != key ? "; did you mean " + std::string(*meant) + "?"
-                                                   : "; remove it"));
+                         (reason != std::end(reasons) ? ": " + std::string(reason->second)
+                          : meant && *meant != key    ? "; did you mean " + std::string(*meant) + "?"
+                                                      : "; remove it"));
     }
     if (const auto preset = arguments.argumentFlagValue(OAVPresetFlag.cliFlag())) {
         throw UsageError("-preset " + inQuotes(*preset) + ": expected " +

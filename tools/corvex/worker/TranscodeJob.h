@@ -29,7 +29,7 @@ struct TranscodeJob {
     std::optional<VideoRequest> video;
     std::optional<AudioRequest> audio;
     std::optional<TimecodeRequest> timecode;
-    std::string language;  ///< ISO 639-2; empty: not stated.
+    std::string language;      ///< ISO 639-2; empty: not stated.
     std::string progressFile;  ///< Empty: none.
     std::string progressPrefix;
     pid_t parentPid = 0;  ///< 0: not watched.

@@ -1,12 +1,14 @@
 #include <tools/corvex/worker/TranscodeWorker.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
 
 #include <tools/corvex/worker/AudioTrack.h>
+#include <tools/corvex/worker/CopiedAudioTrack.h>
 #include <tools/corvex/worker/ProgressReporter.h>
 #include <tools/corvex/worker/StopRequest.h>
 #include <tools/corvex/worker/TranscodeJob.h>
@@ -40,9 +42,36 @@ void requireOwnProgressFile(const TranscodeJob& job) {
     }
 }
 
+/// The audio streams of an input, by its number, that are not to be left out.
+std::vector<const AVStream*> wantedAudio(const TranscodeJob& job, const MediaInput& input, std::size_t file) {
+    std::vector<const AVStream*> wanted;
+    if (!job.audio) return wanted;
+    const auto ignored = job.audio->ignoredTracks.find(file);
+    for (std::size_t track = 0; track < input.audio().size(); ++track) {
+        const bool isIgnored = ignored != job.audio->ignoredTracks.end() && ignored->second.contains(track);
+        if (!isIgnored) wanted.push_back(input.audio()[track]);
+    }
+    return wanted;
+}
+
+void requireIgnoredTracksExist(const TranscodeJob& job, const MediaInput& input, std::size_t file) {
+    if (!job.audio) return;
+    const auto ignored = job.audio->ignoredTracks.find(file);
+    if (ignored == job.audio->ignoredTracks.end() || *ignored->second.rbegin() < input.audio().size()) return;
+    throw JobError("-ac_omit_" + std::to_string(file) + ": names track " + std::to_string(*ignored->second.rbegin()) +
+                   ", '" + input.path() + "' has " + std::to_string(input.audio().size()) + " audio tracks, from 0");
+}
+
 JobFacts inspect(const TranscodeJob& job) {
     JobFacts facts;
-    for (const std::string& path : job.inputs) {
+    if (job.audio && !job.audio->ignoredTracks.empty() &&
+        job.audio->ignoredTracks.rbegin()->first >= job.inputs.size()) {
+        throw UsageError("-ac_omit_" + std::to_string(job.audio->ignoredTracks.rbegin()->first) + ": there are " +
+                         std::to_string(job.inputs.size()) + " input files, numbered from 0");
+    }
+    std::size_t firstTracks = 0;
+    for (std::size_t file = 0; file < job.inputs.size(); ++file) {
+        const std::string& path = job.inputs[file];
         std::error_code error;  // of a target that does not exist yet
         if (std::filesystem::equivalent(path, job.output, error)) {
             throw JobError("-out '" + job.output.string() + "' is also an input; a source is never replaced");
@@ -52,9 +81,12 @@ JobFacts inspect(const TranscodeJob& job) {
             throw JobError("'" + path + "': holds no video; -vn would write its audio alone");
         }
         if (!job.video && input->audio().empty()) throw JobError("'" + path + "': holds no audio to write");
-        if (facts.first && input->audio().size() > facts.first->audio().size()) {
-            throw JobError("'" + path + "': has " + std::to_string(input->audio().size()) +
-                           " audio tracks, the first file " + std::to_string(facts.first->audio().size()));
+        requireIgnoredTracksExist(job, *input, file);
+        const std::size_t tracks = wantedAudio(job, *input, file).size();
+        if (!facts.first) firstTracks = tracks;
+        if (tracks > firstTracks) {
+            throw JobError("'" + path + "': gives " + std::to_string(tracks) + " audio tracks, the first file " +
+                           std::to_string(firstTracks));
         }
         facts.frames += job.video ? input->expectedFrames() : 0;
         facts.seconds += input->duration();
@@ -66,6 +98,8 @@ JobFacts inspect(const TranscodeJob& job) {
             facts.timing.hasConstantRate = false;
         }
     }
+    if (job.video && job.video->frameRate) facts.frames = std::llround(facts.seconds * av_q2d(*job.video->frameRate));
+    if (job.video && job.video->maxFrames) facts.frames = std::min(facts.frames, *job.video->maxFrames);
     return facts;
 }
 
@@ -77,22 +111,35 @@ public:
         if (job.video) video_.emplace(*job.video, *first_, facts.timing, output_);
         if (job.audio) addAudioTracks();
         if (!video_ && audio_.empty()) throw JobError("'" + first_->path() + "': nothing of it can be written");
+        if (job.timecode) {
+            output_.setTimecode(video_->stream(), job.timecode->start(*first_, video_->frameRate()).timecodeString());
+        }
+        if (video_ && !job.language.empty()) output_.setLanguage(video_->stream(), job.language);
+        const std::string& audioLanguage =
+            job.audio && !job.audio->language.empty() ? job.audio->language : job.language;
+        for (const auto& track : audio_) {
+            if (!audioLanguage.empty()) output_.setLanguage(track->stream(), audioLanguage);
+        }
         output_.copyMetadata(first_->context().metadata);
         output_.start();
     }
 
     void run() {
         const PacketPointer packet = makePacket();
-        for (const std::string& path : job_.inputs) {
-            const std::unique_ptr<MediaInput> input = first_ ? std::move(first_) : std::make_unique<MediaInput>(path);
-            const auto tracks = beginFile(*input);
-            while (input->read(*packet)) {
-                if (const auto track = tracks.find(packet->stream_index); track != tracks.end()) {
+        if (const auto limit = video_ ? video_->knownLimit() : std::nullopt) limitAudio(*limit);
+        for (std::size_t file = 0; file < job_.inputs.size() && !isFull(); ++file) {
+            const std::unique_ptr<MediaInput> input =
+                first_ ? std::move(first_) : std::make_unique<MediaInput>(job_.inputs[file]);
+            const auto tracks = beginFile(*input, file);
+            while (!isFull() && input->read(*packet)) {
+                for (auto [track, end] = tracks.equal_range(packet->stream_index); track != end; ++track) {
                     track->second->consume(*packet);
-                    progress_.update(frameCount(), static_cast<double>(end()) / AV_TIME_BASE);
                 }
+                progress_.update(frameCount(), static_cast<double>(end()) / AV_TIME_BASE);
                 av_packet_unref(packet.get());
+                if (video_ && video_->isFull()) limitAudio(video_->end());
             }
+            av_packet_unref(packet.get());
             for (const auto& [stream, track] : tracks) track->endFile();
         }
         if (video_) video_->finish();
@@ -103,33 +150,50 @@ public:
     }
 
 private:
+    using TracksByStream = std::multimap<int, Track*>;
+
     void addAudioTracks() {
-        if (job_.format == OAVWaveFileFormat && first_->audio().size() > 1) {
-            throw JobError("'" + first_->path() + "': has " + std::to_string(first_->audio().size()) +
-                           " audio tracks; a wav file holds one");
-        }
-        for (const AVStream* stream : first_->audio()) {
+        const auto streams = wantedAudio(job_, *first_, 0);
+        for (const AVStream* stream : streams) {
             if (job_.audio->format == nullptr) {
                 audio_.push_back(std::make_unique<CopiedAudioTrack>(*stream, output_));
+            } else if (job_.audio->isDiscrete) {
+                for (int channel = 0; channel < stream->codecpar->ch_layout.nb_channels; ++channel) {
+                    audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, *first_, *stream, output_, channel));
+                }
             } else {
                 audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, *first_, *stream, output_));
             }
         }
+        if (job_.format == OAVWaveFileFormat && audio_.size() > 1) {
+            throw JobError("'" + first_->path() + "': gives " + std::to_string(audio_.size()) +
+                           " audio tracks; a wav file holds one, and -ac_omit_0 would leave others out");
+        }
     }
 
-    std::map<int, Track*> beginFile(const MediaInput& input) {
+    TracksByStream beginFile(const MediaInput& input, std::size_t file) {
         const std::int64_t start = end();
-        std::map<int, Track*> tracks;
-        if (video_) {
-            video_->beginFile(input, *input.video(), start);
-            tracks[input.video()->index] = &*video_;
-        }
-        for (std::size_t i = 0; i < std::min(audio_.size(), input.audio().size()); ++i) {
-            const AVStream& stream = *input.audio()[i];
-            audio_[i]->beginFile(input, stream, start);
-            tracks[stream.index] = audio_[i].get();
+        TracksByStream tracks;
+        const auto feed = [&](Track& track, const AVStream& stream) {
+            track.beginFile(input, stream, start);
+            tracks.emplace(stream.index, &track);
+        };
+        if (video_) feed(*video_, *input.video());
+        std::size_t next = 0;
+        for (const AVStream* stream : wantedAudio(job_, input, file)) {
+            const int count = job_.audio->isDiscrete ? stream->codecpar->ch_layout.nb_channels : 1;
+            for (int i = 0; i < count && next < audio_.size(); ++i) feed(*audio_[next++], *stream);
         }
         return tracks;
+    }
+
+    void limitAudio(std::int64_t end) {
+        for (const auto& track : audio_) track->limitTo(end);
+    }
+    /// Whether nothing that is still to be read would be taken in.
+    [[nodiscard]] bool isFull() const noexcept {
+        return video_ && video_->isFull() &&
+               std::all_of(audio_.begin(), audio_.end(), [](const auto& track) { return track->isFull(); });
     }
 
     /// Where the next file starts: pictures follow each other without a gap, and audio keeps to them.

@@ -195,6 +195,9 @@ std::optional<VideoRequest> VideoRequest::make(const Arguments& arguments,
         failExpecting("-key_frames", std::to_string(*request.keyFrameDistance),
                       "1, as every frame of " + std::string(chosen.rawValue()) + " is a key frame");
     }
+    if (chosen == OAVMotionJpegCodec && arguments.colorRange() == OrvanePixelColorRange::video) {
+        failExpecting("-v_colrange", "v", "f, as mjpeg is full range");
+    }
     request.maxFrames = wholeNumber<std::int64_t>(arguments, OAVVideoMaxFrames, 1, mostFrames, "frames");
     request.color = colorRequestOf(arguments);
     if (arguments.hasVideoArgumentFlag(OAVVideoFrameCapacityFlag)) {

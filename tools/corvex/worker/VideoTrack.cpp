@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 extern "C" {
 #include <libavfilter/buffersink.h>
 #include <libavfilter/buffersrc.h>
+#include <libavutil/cpu.h>
+#include <libavutil/imgutils.h>
 #include <libavutil/pixdesc.h>
 }
 
@@ -32,24 +35,63 @@ bool hasAlpha(int format) {
     return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
 }
 
-bool isRgb(int format) {
-    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
-    return description != nullptr && (description->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL)) != 0;
+ColorTags tagsOf(const AVFrame& frame) {
+    return {frame.color_primaries, frame.color_trc, frame.colorspace, frame.color_range};
 }
 
-bool isFullRange(int format, AVColorRange range) {
-    return range == AVCOL_RANGE_JPEG || format == AV_PIX_FMT_YUVJ420P || format == AV_PIX_FMT_YUVJ422P ||
-           format == AV_PIX_FMT_YUVJ444P;
-}
+/// The range that a codec's pictures have unless another is asked for.
+AVColorRange usualRange(AVCodecID codec) { return codec == AV_CODEC_ID_MJPEG ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG; }
 
 }  // namespace
 
 VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, VideoTiming timing, MediaOutput& output)
     : request_(request), timing_(timing), output_(output), filtered_(makeFrame()), packet_(makePacket()) {
-    timeBase_ = timing.hasConstantRate ? av_inv_q(timing.frameRate) : fineTimeBase;
-    frameTicks_ = std::max<std::int64_t>(1, av_rescale_q(1, av_inv_q(timing.frameRate), timeBase_));
-    openEncoder(first, FrameGeometry::make(first.picture(), request_.frame));
+    if (request_.frameRate) timing_ = {*request_.frameRate, true};
+    timeBase_ = timing_.hasConstantRate ? av_inv_q(timing_.frameRate) : fineTimeBase;
+    frameTicks_ = std::max<std::int64_t>(1, av_rescale_q(1, av_inv_q(timing_.frameRate), timeBase_));
+    if (request_.sourceScale) {
+        const PixelSize whole = FrameGeometry::make(first.picture(), {}).upright;
+        TranscodeCliArguments scaling;
+        scaling.setExplicitVideoScaling(static_cast<float>(*request_.sourceScale));
+        const auto scaled = scaling.outputResolution(PictureSize(whole.width, whole.height));
+        request_.frame.box = PixelSize{scaled->width, scaled->height};
+    }
+    const FrameGeometry geometry = FrameGeometry::make(first.picture(), request_.frame);
+    openEncoder(first, geometry.output, geometry.pixelAspect);
     stream_ = output_.addStream(*encoder_, request_.codec->tag);
+}
+
+void VideoTrack::limitFramesInFlight() {
+    std::uint64_t frames = request_.frameCapacity.value_or(std::numeric_limits<std::uint64_t>::max());
+    if (request_.frameMemory) {
+        const int bytes = av_image_get_buffer_size(encoder_->pix_fmt, encoder_->width, encoder_->height, 1);
+        const std::int64_t fitting = *request_.frameMemory / std::max(bytes, 1);
+        if (fitting < 1) {
+            throw JobError("-max_v_frame_mem " + std::to_string(*request_.frameMemory) +
+                           ": expected at least one frame of " + std::to_string(bytes) + " bytes");
+        }
+        frames = std::min(frames, static_cast<std::uint64_t>(fitting));
+    }
+    // Each thread of the decoder and of the encoder holds a frame; what is left may wait in the encoder.
+    constexpr std::uint64_t usualLookahead = 40;
+    const auto processors = static_cast<std::uint64_t>(std::max(1, av_cpu_count()));
+    if (frames >= 2 * processors + usualLookahead) return;
+    const std::uint64_t threads = std::clamp<std::uint64_t>(frames / 2, 1, processors);
+    threads_ = static_cast<int>(threads);
+    lookahead_ = static_cast<int>(frames > 2 * threads ? frames - 2 * threads : 0);
+}
+
+void VideoTrack::setKeyFrameDistance(AVCodecContext& encoder) const {
+    if (!request_.keyFrameDistance) return;
+    const std::string distance = std::to_string(*request_.keyFrameDistance);
+    encoder.gop_size = *request_.keyFrameDistance;
+    encoder.keyint_min = *request_.keyFrameDistance;
+    // Scene changes would bring key frames of their own; who asks for a distance counts on it.
+    if (encoder.codec_id == AV_CODEC_ID_H264) {
+        check(av_opt_set_int(&encoder, "sc_threshold", 0, AV_OPT_SEARCH_CHILDREN), encoder.codec->name);
+    } else if (encoder.codec_id == AV_CODEC_ID_MPEG4) {
+        check(av_opt_set_int(&encoder, "sc_threshold", 1'000'000'000, AV_OPT_SEARCH_CHILDREN), encoder.codec->name);
+    }
 }
 
 CodecContextPointer VideoTrack::makeEncoder(std::optional<std::int64_t> bitsPerSecond) const {
@@ -66,14 +108,21 @@ CodecContextPointer VideoTrack::makeEncoder(std::optional<std::int64_t> bitsPerS
     made->color_primaries = encoder_->color_primaries;
     made->color_trc = encoder_->color_trc;
     made->chroma_sample_location = encoder_->chroma_sample_location;
-    made->thread_count = 0;  // as many as the machine has processors
+    made->thread_count = threads_;
     if (output_.wantsGlobalHeaders()) made->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    if (request_.codec->profile != nullptr) {
-        check(av_opt_set(made.get(), "profile", request_.codec->profile, AV_OPT_SEARCH_CHILDREN), codec->name);
+    const char* profile = request_.profile != nullptr ? request_.profile->name : request_.codec->profile;
+    if (profile != nullptr) check(av_opt_set(made.get(), "profile", profile, AV_OPT_SEARCH_CHILDREN), codec->name);
+    setKeyFrameDistance(*made);
+    if (codec->id == AV_CODEC_ID_H264 && lookahead_ >= 0) {
+        check(av_opt_set_int(made.get(), "rc-lookahead", lookahead_, AV_OPT_SEARCH_CHILDREN), codec->name);
     }
     if (codec->id == AV_CODEC_ID_HEVC) {
         // This encoder writes its settings to standard error itself, past the libraries' messages.
-        check(av_opt_set(made.get(), "x265-params", "log-level=none", AV_OPT_SEARCH_CHILDREN), codec->name);
+        std::string parameters = "log-level=none";
+        if (request_.keyFrameDistance) parameters += ":scenecut=0:open-gop=0";
+        // It looks ahead over its consecutive B pictures at least.
+        if (lookahead_ >= 0) parameters += ":rc-lookahead=" + std::to_string(std::max(lookahead_, 5));
+        check(av_opt_set(made.get(), "x265-params", parameters.c_str(), AV_OPT_SEARCH_CHILDREN), codec->name);
     }
     if (bitsPerSecond) {
         made->bit_rate = *bitsPerSecond;
@@ -84,21 +133,28 @@ CodecContextPointer VideoTrack::makeEncoder(std::optional<std::int64_t> bitsPerS
     return made;
 }
 
-void VideoTrack::openEncoder(const MediaInput& first, const FrameGeometry& geometry) {
+void VideoTrack::openEncoder(const MediaInput& first, PixelSize size, PixelAspect pixelAspect) {
     const AVCodec* codec = avcodec_find_encoder_by_name(request_.codec->encoder);
     output_.requireCarries(codec->id);
     const AVCodecParameters& source = *first.video()->codecpar;
     encoder_.reset(checkAllocated(avcodec_alloc_context3(codec)));
-    encoder_->width = geometry.output.width;
-    encoder_->height = geometry.output.height;
+    encoder_->width = size.width;
+    encoder_->height = size.height;
     const bool keepsAlpha = request_.codec->alphaFormat != AV_PIX_FMT_NONE && hasAlpha(source.format);
-    encoder_->pix_fmt = keepsAlpha ? request_.codec->alphaFormat : request_.codec->pixelFormat;
-    encoder_->sample_aspect_ratio = {geometry.pixelAspect.numerator, geometry.pixelAspect.denominator};
-    encoder_->color_range = codec->id == AV_CODEC_ID_MJPEG ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG;
-    encoder_->colorspace = isRgb(source.format) ? AVCOL_SPC_BT709 : source.color_space;
-    encoder_->color_primaries = source.color_primaries;
-    encoder_->color_trc = source.color_trc;
+    const PictureFormats& formats = request_.profile != nullptr ? request_.profile->formats : request_.codec->formats;
+    encoder_->pix_fmt = keepsAlpha ? request_.codec->alphaFormat : *formats.format(request_.bitDepth);
+    encoder_->sample_aspect_ratio = {pixelAspect.numerator, pixelAspect.denominator};
+    const ColorTags tags =
+        ColorConversion::make(source.format, source.height,
+                              {source.color_primaries, source.color_trc, source.color_space, source.color_range},
+                              request_.color, usualRange(codec->id))
+            .tags;
+    encoder_->color_range = tags.range;
+    encoder_->colorspace = tags.matrix;
+    encoder_->color_primaries = tags.primaries;
+    encoder_->color_trc = tags.transfer;
     encoder_->chroma_sample_location = source.chroma_location;
+    limitFramesInFlight();
 
     if (request_.codec->rate == RateChoice::classes) {
         openWithRateClass();
@@ -106,8 +162,8 @@ void VideoTrack::openEncoder(const MediaInput& first, const FrameGeometry& geome
     }
     encoder_ = makeEncoder(request_.bitsPerSecond);
     check(avcodec_open2(encoder_.get(), codec, nullptr),
-          "cannot encode " + std::string(request_.codec->codec.rawValue()) + " at " +
-              std::to_string(geometry.output.width) + "x" + std::to_string(geometry.output.height));
+          "cannot encode " + std::string(request_.codec->codec.rawValue()) + " at " + std::to_string(size.width) + "x" +
+              std::to_string(size.height));
 }
 
 void VideoTrack::openWithRateClass() {
@@ -147,7 +203,7 @@ void VideoTrack::openWithRateClass() {
 }
 
 void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) {
-    decoder_.emplace(input, stream);
+    decoder_.emplace(input, stream, threads_, request_.decodeOptions);
     source_ = input.picture();
     inputPath_ = input.path();
     inputTimeBase_ = stream.time_base;
@@ -158,6 +214,7 @@ void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std:
 }
 
 void VideoTrack::consume(const AVPacket& packet) {
+    if (isFull()) return;
     decoder_->decode(&packet, [&](AVFrame& frame) { filter(&frame); });
 }
 
@@ -174,6 +231,11 @@ void VideoTrack::finish() {
 
 std::int64_t VideoTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, AV_TIME_BASE_Q); }
 
+std::optional<std::int64_t> VideoTrack::knownLimit() const noexcept {
+    if (!request_.maxFrames || !timing_.hasConstantRate) return std::nullopt;
+    return av_rescale_q(*request_.maxFrames, timeBase_, AV_TIME_BASE_Q);
+}
+
 void VideoTrack::buildGraph(const AVFrame& frame) {
     graphInput_ = {frame.width, frame.height, frame.format, frame.sample_aspect_ratio, frame.color_range};
     // A picture may change its size within a file; the turn and the pixel aspect are the container's word.
@@ -181,16 +243,15 @@ void VideoTrack::buildGraph(const AVFrame& frame) {
     const FrameGeometry geometry =
         FrameGeometry::makeForOutput(source_, request_.frame, {encoder_->width, encoder_->height});
 
-    std::string scaleOptions;
-    const bool wantsFull = encoder_->color_range == AVCOL_RANGE_JPEG;
-    const bool isFull = isFullRange(frame.format, frame.color_range);
-    if (isRgb(frame.format)) scaleOptions += ":out_color_matrix=bt709";
-    if (isRgb(frame.format) || wantsFull != isFull) {
-        scaleOptions += std::string(":in_range=") + (isFull || isRgb(frame.format) ? "pc" : "tv");
-        scaleOptions += std::string(":out_range=") + (wantsFull ? "pc" : "tv");
+    const ColorConversion color = ColorConversion::make(frame.format, frame.height, tagsOf(frame), request_.color,
+                                                        usualRange(encoder_->codec_id));
+    std::string text;
+    if (request_.frameRate) {
+        text = "fps=" + std::to_string(request_.frameRate->num) + "/" + std::to_string(request_.frameRate->den) + ",";
     }
-    const std::string text =
-        geometry.filterText(scaleOptions) + ",format=pix_fmts=" + av_get_pix_fmt_name(encoder_->pix_fmt);
+    text += geometry.filterText(color.scaleOptions);
+    if (!color.filter.empty()) text += "," + color.filter;
+    text += std::string(",format=pix_fmts=") + av_get_pix_fmt_name(encoder_->pix_fmt);
 
     graph_.reset(checkAllocated(avfilter_graph_alloc()));
     graph_->scale_sws_opts = av_strdup("flags=bicubic");
@@ -221,6 +282,7 @@ void VideoTrack::buildGraph(const AVFrame& frame) {
 void VideoTrack::filter(AVFrame* frame) {
     if (frame != nullptr) {
         frame->pts = frame->best_effort_timestamp;
+        if (frame->pts != AV_NOPTS_VALUE) frame->pts -= inputStart_;
         const GraphInput now{frame->width, frame->height, frame->format, frame->sample_aspect_ratio,
                              frame->color_range};
         if (graph_ && now != graphInput_) {
@@ -240,10 +302,10 @@ void VideoTrack::filter(AVFrame* frame) {
 }
 
 void VideoTrack::encodeFrame(AVFrame& frame) {
+    if (isFull()) return;
     std::int64_t time = nextTime_;
     if (frame.pts != AV_NOPTS_VALUE) {
-        const std::int64_t sinceStart = frame.pts - inputStart_;
-        time = outputStart_ + av_rescale_q(sinceStart, av_buffersink_get_time_base(graphSink_), timeBase_);
+        time = outputStart_ + av_rescale_q(frame.pts, av_buffersink_get_time_base(graphSink_), timeBase_);
     }
     // Never two pictures at one time, and never a picture less: one that comes too early moves to the next free tick.
     frame.pts = frameCount_ == 0 ? std::max<std::int64_t>(time, 0) : std::max(time, lastTime_ + 1);

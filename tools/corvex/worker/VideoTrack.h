@@ -5,7 +5,7 @@
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
 #include <tools/corvex/worker/Track.h>
-#include <tools/corvex/worker/TranscodeJob.h>
+#include <tools/corvex/worker/VideoRequest.h>
 
 namespace corvex::tool {
 
@@ -25,8 +25,19 @@ public:
     void consume(const AVPacket& packet) override;
     void endFile() override;
     void finish() override;
+    /// The video is limited by its number of frames alone.
+    void limitTo(std::int64_t) override {}
     [[nodiscard]] std::int64_t end() const noexcept override;
     [[nodiscard]] std::int64_t frameCount() const noexcept { return frameCount_; }
+    /// Whether the output has all the frames that it may have; further ones are left out.
+    [[nodiscard]] bool isFull() const noexcept override {
+        return request_.maxFrames && frameCount_ >= *request_.maxFrames;
+    }
+    [[nodiscard]] int stream() const noexcept override { return stream_; }
+    /// Where the output ends at the latest, in microseconds, if the request limits its frames and they have one length.
+    [[nodiscard]] std::optional<std::int64_t> knownLimit() const noexcept;
+    /// The rate at which the frames are counted.
+    [[nodiscard]] AVRational frameRate() const noexcept { return timing_.frameRate; }
 
 private:
     /// What a filter graph was made for; a frame that differs needs another one.
@@ -40,7 +51,9 @@ private:
         }
     };
 
-    void openEncoder(const MediaInput& first, const FrameGeometry& geometry);
+    void openEncoder(const MediaInput& first, PixelSize size, PixelAspect pixelAspect);
+    void limitFramesInFlight();
+    void setKeyFrameDistance(AVCodecContext& encoder) const;
     void openWithRateClass();
     [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
     void buildGraph(const AVFrame& frame);
@@ -52,6 +65,8 @@ private:
     VideoTiming timing_;
     MediaOutput& output_;
     AVRational timeBase_{};        ///< Of the encoder.
+    int threads_ = 0;              ///< Of decoder and encoder each; 0: as many as the machine has processors.
+    int lookahead_ = -1;           ///< Frames that the encoder may look ahead; -1: as many as it likes.
     std::int64_t frameTicks_ = 1;  ///< Length of a frame at the nominal rate, in that time base.
     CodecContextPointer encoder_;
     int stream_ = -1;
