@@ -5,20 +5,14 @@
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/exported/TranscodeVocabulary.h>
+#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex::inline v0 {
 namespace {
 
-constexpr std::size_t flagCount =
-    OAVTranscodeCliCommand::allCases().size() + OAVTranscodeArgumentFlag::allCases().size() +
-    OAVTranscodeVideoArgumentFlag::allCases().size() + OAVTranscodeAudioArgumentFlag::allCases().size() +
-    OAVTranscodeTimecodeArgumentFlag::allCases().size() + OAVTranscodeWatermarkFileArgumentFlag::allCases().size() +
-    OAVTranscodeWatermarkTextArgumentFlag::allCases().size() + OAVTranscodeArriLookArgumentFlag::allCases().size() +
-    caseTable<TranscodeCLIFlag>.size();
-
 constexpr auto knownFlags = [] {
-    std::array<std::string_view, flagCount> flags{};
+    std::array<std::string_view, knownTranscodeFlagCount> flags{};
     std::size_t count = 0;
     const auto append = [&](const auto& family) {
         for (const auto& flag : family) flags[count++] = flag.cliFlag();
@@ -32,6 +26,13 @@ constexpr auto knownFlags = [] {
     append(OAVTranscodeWatermarkTextArgumentFlag::allCases());
     append(OAVTranscodeArriLookArgumentFlag::allCases());
     for (const auto& row : caseTable<TranscodeCLIFlag>) flags[count++] = row.cliFlag;
+    require(count == flags.size(), "the families have another number of flags");
+    return flags;
+}();
+
+constexpr auto sortedFlags = [] {
+    auto flags = knownFlags;
+    std::sort(flags.begin(), flags.end());
     return flags;
 }();
 
@@ -55,10 +56,11 @@ constexpr RecognizedKey factsOf(std::string_view key, bool isKnown) noexcept {
 class ExactFlags {
 public:
     constexpr ExactFlags() noexcept {
-        for (const std::string_view flag : knownFlags) {
-            std::size_t slot = slotOf(flag);
+        for (std::size_t i = 0; i < sortedFlags.size(); ++i) {
+            std::size_t slot = slotOf(sortedFlags[i]);
             while (!slots_[slot].flag.empty()) slot = (slot + 1) % slots_.size();
-            slots_[slot] = {flag, factsOf(flag, true)};
+            slots_[slot] = {sortedFlags[i], factsOf(sortedFlags[i], true)};
+            slots_[slot].facts.sortedIndex = static_cast<std::uint8_t>(i);
         }
     }
     [[nodiscard]] constexpr const RecognizedKey* find(std::string_view key) const noexcept {
@@ -82,14 +84,14 @@ private:
                slotCount;
     }
     static constexpr std::size_t slotCount = 512;
-    static_assert(flagCount * 4 <= slotCount);
+    static_assert(sortedFlags.size() * 4 <= slotCount && sortedFlags.size() < RecognizedKey::noFlag);
     std::array<Slot, slotCount> slots_{};
 };
 constexpr ExactFlags exactFlags;
 
 /// The known flags that no other known flag occurs in, sorted: whether one of these occurs decides for all.
 constexpr auto shortestFlags = [] {
-    std::array<std::string_view, flagCount> flags{};
+    std::array<std::string_view, knownTranscodeFlagCount> flags{};
     std::size_t count = 0;
     for (const std::string_view flag : knownFlags) {
         const bool isImplied = std::any_of(knownFlags.begin(), knownFlags.end(), [&](std::string_view other) {
@@ -121,8 +123,14 @@ bool holdsKnownFlag(std::string_view folded) noexcept {
 
 std::span<const std::string_view> knownTranscodeFlags() noexcept { return knownFlags; }
 
+const std::array<std::string_view, knownTranscodeFlagCount>& sortedKnownTranscodeFlags() noexcept {
+    return sortedFlags;
+}
+
+const RecognizedKey* findKnownTranscodeFlag(std::string_view word) noexcept { return exactFlags.find(word); }
+
 RecognizedKey recognizeTranscodeKey(std::string_view testForm) {
-    if (const RecognizedKey* exact = exactFlags.find(testForm)) return *exact;
+    if (const RecognizedKey* exact = findKnownTranscodeFlag(testForm)) return *exact;
     const bool isKnown = isAscii(testForm) ? holdsKnownFlag(testForm) : holdsKnownFlag(caseFolded(testForm));
     return factsOf(testForm, isKnown);
 }

@@ -36,38 +36,61 @@ void sanitizeInPlace(std::string& value, CLISanitizationOptions options) {
 TranscodeArgumentParser::TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept
     : arguments_(arguments), nextInput_(arguments.flagValueLookup_.end()) {}
 
-void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string testForm, std::string_view givenKey,
+void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string_view testForm, std::string_view givenKey,
                                     std::string value) {
     if (!facts.isKnown) {
         unknown_.insert_or_assign(std::string(givenKey), std::move(value));
         return;
     }
-    auto& target = facts.isPreset ? presetValues_ : arguments_.flagValueLookup_;
-    // Numbered inputs mostly come in the order of the lookup, so that each belongs next to the one before.
-    const std::size_t count = target.size();
-    const auto entry =
-        target.emplace_hint(facts.isInput ? nextInput_ : target.end(), std::move(testForm), std::string());
-    entry->second = std::move(value);
-    if (facts.isInput) nextInput_ = std::next(entry);
-    if (keepsOrder_ && target.size() != count) wordOrder_.push_back(entry->first);
+    bool isNew = false;
+    if (facts.isPreset) {
+        isNew = presetValues_.insert_or_assign(std::string(testForm), std::move(value)).second;
+    } else if (facts.sortedIndex != RecognizedKey::noFlag) {
+        isNew = !std::exchange(isExactFound_[facts.sortedIndex], true);
+        exactValues_[facts.sortedIndex] = std::move(value);
+    } else {
+        // Numbered inputs mostly come in the order of the lookup, so that each belongs next to the one before.
+        auto& lookup = arguments_.flagValueLookup_;
+        const std::size_t count = lookup.size();
+        const auto entry = lookup.emplace_hint(facts.isInput ? nextInput_ : lookup.end(), testForm, std::string());
+        entry->second = std::move(value);
+        if (facts.isInput) nextInput_ = std::next(entry);
+        isNew = lookup.size() != count;
+    }
+    if (keepsOrder_ && isNew) wordOrder_.emplace_back(testForm);
+}
+
+void TranscodeArgumentParser::storeExactFlags() {
+    auto& lookup = arguments_.flagValueLookup_;
+    auto next = lookup.begin();
+    for (std::size_t i = 0; i < isExactFound_.size(); ++i) {
+        if (!isExactFound_[i]) continue;
+        next = std::next(lookup.emplace_hint(next, sortedKnownTranscodeFlags()[i], std::move(exactValues_[i])));
+    }
 }
 
 void TranscodeArgumentParser::parseWords(std::span<const std::string> words, bool maintainOriginalOrdering) {
     keepsOrder_ = maintainOriginalOrdering;
+    std::string cleaned;
     std::size_t i = 0;
     while (i < words.size() && !isFlag(words[i])) ++i;  // stray text is dropped
     while (i < words.size()) {
-        std::string key = testFormOf(words[i]);
+        std::string_view key = trimmed(words[i]);
+        const RecognizedKey* exact = findKnownTranscodeFlag(key);
+        if (exact == nullptr) {
+            cleaned = key;
+            makeLowercase(cleaned);
+            key = cleaned;
+        }
+        const RecognizedKey facts = exact != nullptr ? *exact : recognizeTranscodeKey(key);
         std::string value;
         const std::size_t first = ++i;
         for (; i < words.size() && !isFlag(words[i]); ++i) {
             if (i != first) value += ' ';
             value += words[i];
         }
-        const RecognizedKey facts = recognizeTranscodeKey(key);
         sanitizeInPlace(value, facts.valueOptions());
-        const std::string givenKey = facts.isKnown ? std::string() : key;  // a parsed key is in test form already
-        store(facts, std::move(key), givenKey, std::move(value));
+        store(facts, key, key, std::move(value));  // a parsed key is in test form already
     }
     finish();
 }
@@ -79,7 +102,7 @@ void TranscodeArgumentParser::parseLookup(const ArgumentLookup& lookup) {
         if (facts.isKnown && testForm != key && lookup.contains(testForm)) continue;  // that one wins
         std::string value = given;
         if (facts.isKnown) sanitizeInPlace(value, facts.valueOptions());
-        store(facts, std::move(testForm), key, std::move(value));
+        store(facts, testForm, key, std::move(value));
     }
     finish();
 }
@@ -101,6 +124,7 @@ void TranscodeArgumentParser::expand(std::string_view presetValue) {
 }
 
 void TranscodeArgumentParser::finish() {
+    storeExactFlags();
     for (const auto& [key, value] : presetValues_) expand(value);
     if (!unknown_.empty()) arguments_.invalidKeyValueLookup_ = std::move(unknown_);
     if (!keepsOrder_) return;

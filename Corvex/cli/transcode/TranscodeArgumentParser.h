@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,11 +23,16 @@ public:
 
 private:
     /// `testForm` is what a known key is stored under, `givenKey` what an unknown one is kept under.
-    void store(const RecognizedKey& facts, std::string testForm, std::string_view givenKey, std::string value);
+    void store(const RecognizedKey& facts, std::string_view testForm, std::string_view givenKey, std::string value);
+    void storeExactFlags();
     void finish();
     void expand(std::string_view presetValue);
 
     TranscodeCliArguments& arguments_;
+    /// Keys that are a known flag letter for letter, which most are, wait here by the flag's place in the sorted list
+    /// and then enter the lookup in order, so that none has to search for its place.
+    std::array<bool, knownTranscodeFlagCount> isExactFound_{};
+    std::array<std::string, knownTranscodeFlagCount> exactValues_;
     ArgumentLookup presetValues_;  ///< By key: that is the order in which they are expanded.
     ArgumentLookup unknown_;
     ArgumentLookup::iterator nextInput_;   ///< In the lookup, behind the input that was stored last.
