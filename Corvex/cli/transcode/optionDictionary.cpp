@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <Corvex/platform/Text.h>
+
 namespace corvex::inline v0 {
 namespace {
 
@@ -48,7 +50,11 @@ std::string dictionaryText(const std::map<std::string, std::string>& dictionary)
         text += '=';
         appendEscaped(text, value);
     }
-    if (text.starts_with('-')) text.insert(0, 1, '\\');
+    // Parsing an argument vector trims, and takes what then begins with "-" for a flag.
+    const std::string_view rest = trimmed(text);
+    const bool endsInBlank = !rest.empty() && rest.data() + rest.size() != text.data() + text.size();
+    if (rest.starts_with('-') || rest.data() != text.data()) text.insert(0, 1, '\\');
+    if (endsInBlank) text += ':';  // begins a pair without a key, which is dropped
     return text;
 }
 

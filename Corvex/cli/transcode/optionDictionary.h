@@ -12,8 +12,8 @@ namespace corvex::inline v0 {
 /// with an empty key is dropped, of equal keys the last counts; the empty text is the empty dictionary.
 [[nodiscard]] CORVEX_EXPORT std::map<std::string, std::string> parseDictionary(std::string_view text);
 
-/// The text that reads back as `dictionary`, keys ascending. One that would begin with "-" begins with a backslash, as
-/// an argument vector would take it for a flag.
+/// The text that reads back as `dictionary`, keys ascending, also after a way through an argument vector: one that would
+/// begin with "-" or with white space begins with a backslash, one that would end in white space ends in ":".
 [[nodiscard]] CORVEX_EXPORT std::string dictionaryText(const std::map<std::string, std::string>& dictionary);
 
 }  // namespace corvex::inline v0
