@@ -130,7 +130,8 @@ void Arguments::setVideoBitRate(std::optional<float> value) { setNumber(*this, v
 
 std::optional<float> Arguments::videoBitRateAsBitsPerSecond() const {
     const auto megabits = videoBitRate();
-    return megabits ? std::optional(*megabits * 1'000'000.0F) : std::nullopt;
+    const float bits = megabits.value_or(0) * 1'000'000.0F;
+    return megabits && std::isfinite(bits) ? std::optional(bits) : std::nullopt;
 }
 
 std::optional<std::int64_t> Arguments::videoBitDepth() const {
