@@ -28,7 +28,11 @@ enum class AudioChannelLabel : std::uint8_t {
     visuallyImpairedNarrative,
     leftTotal,
     rightTotal,
+    leftSurroundTotal,
+    rightSurroundTotal,
+    surround,
     mono,
+    secondMono,
 };
 
 template <>
@@ -50,7 +54,11 @@ inline constexpr auto caseTable<AudioChannelLabel> = std::to_array<Case<AudioCha
     {AudioChannelLabel::visuallyImpairedNarrative, "VIN", "Visually impaired narrative"},
     {AudioChannelLabel::leftTotal, "Lt", "Left total"},
     {AudioChannelLabel::rightTotal, "Rt", "Right total"},
+    {AudioChannelLabel::leftSurroundTotal, "Lst", "Left surround total"},
+    {AudioChannelLabel::rightSurroundTotal, "Rst", "Right surround total"},
+    {AudioChannelLabel::surround, "S", "Surround"},
     {AudioChannelLabel::mono, "M1", "Mono one"},
+    {AudioChannelLabel::secondMono, "M2", "Mono two"},
 });
 static_assert(isComplete<AudioChannelLabel>(caseTable<AudioChannelLabel>));
 
