@@ -1,0 +1,235 @@
+// What is set through the typed options and rendered is what a worker reads after parsing.
+
+#include <bit>
+#include <clocale>
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <locale>
+#include <map>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/color/OrvanePixelTransferFunction.h>
+#include <Corvex/color/OrvaneVideoColorMatrix.h>
+#include <Corvex/media/AudioChannelLabel.h>
+#include <Corvex/timing/TimecodeComponents.h>
+
+namespace corvex {
+namespace {
+
+using Arguments = TranscodeCliArguments;
+
+/// Values that an argument vector can carry: nothing of them begins with "-", and what it lower-cases is lower case.
+class Random {
+public:
+    std::uint64_t below(std::uint64_t end) { return std::uniform_int_distribution<std::uint64_t>(0, end - 1)(engine_); }
+    std::uint64_t bits() { return engine_() >> below(64); }
+    std::int64_t integer() { return static_cast<std::int64_t>(bits() / 2); }
+    /// Of any magnitude, tiny and huge ones too.
+    float number() {
+        const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(engine_()) & 0x7FFFFFFFU);
+        return std::isfinite(value) ? value : 1.0F;
+    }
+    double factor() {
+        return std::ldexp(1.0 + static_cast<double>(bits()) * 0x1p-64, static_cast<int>(below(99)) - 50);
+    }
+    Color color() { return Color::sRGB(component(), component(), component()); }
+    std::string lowerWord() { return word({"a", "z", "9", ".", "_", "-", "é", " b", "/"}); }
+    std::string freeWord() { return word({"a", "Z", "É", " -c", "\u00A0x", "'", "\"", "\\", "=", ":", "[", "\nB"}); }
+    std::string anyText() {
+        std::string text;
+        for (auto pieces = below(5); pieces > 0; --pieces) {
+            text += choice<std::string>({"a", "B", "-", " ", "\u3000", "\n", "=", ":", "\\", "ß", "-vn", "\xFF"});
+        }
+        return text;
+    }
+    template <class Value>
+    Value choice(const std::vector<Value>& values) {
+        return values[below(values.size())];
+    }
+    template <class Enumeration>
+    Enumeration anyCase() {
+        return allCases<Enumeration>[below(allCases<Enumeration>.size())];
+    }
+    /// A case that the command line can name.
+    template <class Enumeration>
+    Enumeration namedCase() {
+        for (;;) {
+            const auto value = anyCase<Enumeration>();
+            if (cliEquivalent(value)) return value;
+        }
+    }
+
+private:
+    double component() { return static_cast<double>(below(1001)) / 1000; }
+    std::string word(const std::vector<std::string>& pieces) {
+        std::string text = "x";
+        for (auto count = below(6); count > 0; --count) text += choice(pieces);
+        return text;
+    }
+    std::mt19937_64 engine_{20260102};
+};
+
+using Check = std::function<void(const Arguments& parsed)>;
+/// Sets an option to a random value; the check expects that value.
+using SetRandomly = std::function<Check(Arguments&, Random&)>;
+
+template <class Getter, class Setter, class Make>
+SetRandomly option(const char* name, Getter getter, Setter setter, Make make) {
+    return [=](Arguments& arguments, Random& random) -> Check {
+        const auto value = make(random);
+        (arguments.*setter)(value);
+        return [=](const Arguments& parsed) { EXPECT_EQ((parsed.*getter)(), value) << name; };
+    };
+}
+#define CORVEX_OPTION(get, set, ...) \
+    option(#get, &Arguments::get, &Arguments::set, [](Random& random) { return __VA_ARGS__; })
+
+std::map<std::string, std::string> dictionary(Random& random) {
+    std::map<std::string, std::string> options;
+    for (auto count = random.below(4); count > 0; --count) options["k" + random.anyText()] = random.anyText();
+    for (auto count = random.below(2); count > 0; --count) options[random.anyText() + "k"] = random.anyText();
+    return options;
+}
+
+std::vector<std::uint64_t> numbers(Random& random) {
+    std::vector<std::uint64_t> values(1 + random.below(4));
+    for (auto& value : values) value = random.bits();
+    return values;
+}
+
+std::vector<AudioChannelLabel> labels(Random& random) {
+    std::vector<AudioChannelLabel> values(1 + random.below(8));
+    for (auto& value : values) value = random.anyCase<AudioChannelLabel>();
+    return values;
+}
+
+TimecodeComponents timecode(Random& random) {
+    const auto field = [&random](std::uint64_t end) { return static_cast<std::int64_t>(random.below(end)); };
+    return {field(200), field(60), field(60), field(120),
+            random.below(2) == 0 ? DropFrameState::drop : DropFrameState::nonDrop};
+}
+
+Check setCustomTimecode(Arguments& arguments, Random& random) {
+    const TimecodeComponents components = timecode(random);
+    arguments.setTimecodeSource(components);
+    return [=](const Arguments& parsed) {
+        EXPECT_EQ(parsed.timecodeSource(), TimecodeSource::custom);
+        EXPECT_EQ(TimecodeComponents::fromTimecode(parsed.timecode().value_or("")), components);
+        EXPECT_EQ(parsed.timecodeDropFrameState(), components.dropFrameState);
+    };
+}
+
+Check setIgnoredTracks(Arguments& arguments, Random& random) {
+    std::map<std::uint64_t, std::set<std::uint64_t>> files;
+    for (auto count = random.below(3); count > 0; --count) files[random.below(20)].insert(random.bits());
+    for (const auto& [file, tracks] : files) arguments.setIgnoredAudioTracks(file, tracks);
+    return [=](const Arguments& parsed) { EXPECT_EQ(parsed.ignoredAudioFileTracks(), files); };
+}
+
+const SetRandomly options[] = {
+    CORVEX_OPTION(outputFile, setOutputFile, random.freeWord()),
+    CORVEX_OPTION(languageCode, setLanguageCode, random.lowerWord()),
+    CORVEX_OPTION(videoFormat, setVideoFormat, OAVTranscodeArgumentVideoCodecValue(random.lowerWord())),
+    CORVEX_OPTION(aspectScaling, setAspectScaling, OAVTranscodeArgumentAspectRatioValue(random.lowerWord())),
+    CORVEX_OPTION(videoCropAnchor, setVideoCropAnchor,
+                  VideoCropAnchor(OAVTranscodeArgumentOverlayAnchorValue(random.lowerWord()))),
+    CORVEX_OPTION(colorSpace, setColorSpace, random.namedCase<OrvaneVideoColorSpace>()),
+    CORVEX_OPTION(colorMatrix, setColorMatrix, random.namedCase<OrvaneVideoColorMatrix>()),
+    CORVEX_OPTION(colorTransferFunction, setColorTransferFunction, random.namedCase<OrvanePixelTransferFunction>()),
+    CORVEX_OPTION(colorRange, setColorRange, random.anyCase<OrvanePixelColorRange>()),
+    CORVEX_OPTION(videoFrameRate, setVideoFrameRate, random.number()),
+    CORVEX_OPTION(videoBitRate, setVideoBitRate, random.number()),
+    CORVEX_OPTION(videoBitDepth, setVideoBitDepth, random.integer()),
+    CORVEX_OPTION(keyFrames, setKeyFrames, random.integer()),
+    CORVEX_OPTION(maxFrames, setMaxFrames, random.integer()),
+    CORVEX_OPTION(videoProfile, setVideoProfile, random.lowerWord()),
+    CORVEX_OPTION(videoDecodeEngineValue, setVideoDecodeEngineValue, random.lowerWord()),
+    CORVEX_OPTION(audioDecodeEngineValue, setAudioDecodeEngineValue, random.lowerWord()),
+    CORVEX_OPTION(preserveLogEncoding, setPreserveLogEncoding, random.below(2) == 0),
+    CORVEX_OPTION(gpuEncode, setGpuEncode, random.below(2) == 0),
+    CORVEX_OPTION(videoDimensions, setVideoDimensions, PictureSize(random.factor(), random.factor())),
+    CORVEX_OPTION(explicitVideoScaling, setExplicitVideoScaling, random.number()),
+    CORVEX_OPTION(videoFrameCapacity, setVideoFrameCapacity, random.bits()),
+    CORVEX_OPTION(maxVideoFrameMemory, setMaxVideoFrameMemory, random.integer()),
+    CORVEX_OPTION(additionalDecodeOptions, setAdditionalDecodeOptions, dictionary(random)),
+    CORVEX_OPTION(lutFile, setLutFile, std::filesystem::path(random.freeWord())),
+    CORVEX_OPTION(gpuTransformationDeviceIDs, setGpuTransformationDeviceIDs, numbers(random)),
+    CORVEX_OPTION(audioFormat, setAudioFormat, OAVTranscodeArgumentAudioFormatValue(random.lowerWord())),
+    CORVEX_OPTION(audioQuality, setAudioQuality, random.anyCase<TranscodeAudioQuality>()),
+    CORVEX_OPTION(audioBitRate, setAudioBitRate, random.integer()),
+    CORVEX_OPTION(sampleRate, setSampleRate, random.integer()),
+    CORVEX_OPTION(audioBitsPerChannel, setAudioBitsPerChannel, random.integer()),
+    CORVEX_OPTION(channelLayout, setChannelLayout, OAVTranscodeArgumentAudioChannelLayoutValue(random.lowerWord())),
+    CORVEX_OPTION(channelLayoutTag, setChannelLayoutTag, random.integer()),
+    CORVEX_OPTION(channelLayoutBitmap, setChannelLayoutBitmap, labels(random)),
+    CORVEX_OPTION(audioLanguageCode, setAudioLanguageCode, random.lowerWord()),
+    CORVEX_OPTION(audioOutputIsDiscrete, setAudioOutputIsDiscrete, random.below(2) == 0),
+    CORVEX_OPTION(addTimecodeBurn, setAddTimecodeBurn, random.below(2) == 0),
+    CORVEX_OPTION(timecodeFrameRate, setTimecodeFrameRate, random.number()),
+    CORVEX_OPTION(timecodeBurnAnchor, setTimecodeBurnAnchor,
+                  TimecodeBurnAnchor(OAVTranscodeArgumentOverlayAnchorValue(random.lowerWord()))),
+    CORVEX_OPTION(timecodeBurnFontSize, setTimecodeBurnFontSize, random.integer()),
+    CORVEX_OPTION(timecodeBurnFontColor, setTimecodeBurnFontColor, random.color()),
+    CORVEX_OPTION(timecodeBurnBoxColor, setTimecodeBurnBoxColor, random.color()),
+    CORVEX_OPTION(watermarkFilePath, setWatermarkFilePath, random.lowerWord()),
+    CORVEX_OPTION(watermarkFileScale, setWatermarkFileScale, random.factor()),
+    CORVEX_OPTION(watermarkText, setWatermarkText, random.freeWord()),
+    CORVEX_OPTION(watermarkTextBurnFontSize, setWatermarkTextBurnFontSize, random.integer()),
+    CORVEX_OPTION(watermarkTextFontColor, setWatermarkTextFontColor, random.color()),
+    CORVEX_OPTION(watermarkTextBoxColor, setWatermarkTextBoxColor, random.color()),
+    setCustomTimecode,
+    setIgnoredTracks,
+};
+#undef CORVEX_OPTION
+
+void expectRoundTrips(int rounds) {
+    Random random;
+    for (int round = 0; round < rounds && !testing::Test::HasFailure(); ++round) {
+        Arguments arguments;
+        std::vector<Check> checks;
+        for (const auto& setRandomly : options) {
+            if (random.below(3) == 0) checks.push_back(setRandomly(arguments, random));
+        }
+        const auto words = arguments.commandLineArguments();
+        SCOPED_TRACE(testing::PrintToString(words));
+        const Arguments parsed(words);
+        EXPECT_TRUE(parsed.allFlagsAreValid());
+        for (const auto& check : checks) check(parsed);
+    }
+}
+
+TEST(TranscodeOptionRoundTrip, typedOptionsSurviveRenderingAndParsing) { expectRoundTrips(3000); }
+
+/// Writes 1.234,5.
+class CommaPunctuation : public std::numpunct<char> {
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+    [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(TranscodeOptionRoundTrip, theProcessLocaleDoesNotMatter) {
+    // The C library's locale too, where one with a decimal comma is installed.
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE"}) {
+        if (std::setlocale(LC_ALL, name) != nullptr) break;
+    }
+    const std::locale previous = std::locale::global(std::locale(std::locale(), new CommaPunctuation));
+    Arguments arguments;
+    arguments.setVideoFrameRate(23.976F);
+    arguments.setSampleRate(48000);
+    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-asr", "48000"}, {"-vr", "23.976"}}));
+    expectRoundTrips(300);
+    std::locale::global(previous);
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+}  // namespace
+}  // namespace corvex
