@@ -1,0 +1,139 @@
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <tests/tools/Command.h>
+#include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/TypedOptions.h>
+#include <tools/corvex/host/ProgressDisplay.h>
+
+namespace corvex::tool {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::internal::CaptureStdout;
+using ::testing::internal::GetCapturedStdout;
+
+TEST(SuggestedFlag, findsTheFlagThatWasMeant) {
+    using Row = std::pair<std::string, std::optional<std::string_view>>;
+    const Row rows[] = {
+        {"-vcodec", "-vcodec"},
+        {"-vcodc", "-vcodec"},
+        {"-vocdec", "-vcodec"},
+        {"-overwirte", "-overwrite"},
+        {"-dim", "-dims"},
+        {"-acodek", "-acodec"},
+        {"-5", std::nullopt},
+        {"-zzzzzzzz", std::nullopt},
+        {"", std::nullopt},
+        {"-otu", "-out"},
+        {"-presset", "-preset"},
+        {"-", std::nullopt},
+        {"-aspect_scale", "-aspect_scaling"},
+        {std::string(65, '-'), std::nullopt},
+    };
+    for (const auto& [unknown, expected] : rows) EXPECT_EQ(suggestedFlag(unknown), expected) << unknown;
+}
+
+TEST(TypedOptions, showValuesWithUnitsAndTextsThatAreNone) {
+    const auto textOf = [](const std::vector<std::string>& words) {
+        std::string text;
+        for (const TypedOption& option : typedOptions(TranscodeCliArguments(words))) {
+            text += std::string(option.accessor) + "=" + option.text + ";";
+        }
+        return text;
+    };
+    struct Row {
+        std::vector<std::string> words;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {{"-dims", "1920x1080"}, "videoDimensions=1920 x 1080 pixels"},
+        {{"-dims", "wide"}, "videoDimensions='wide': not a size as 1920x1080"},
+        {{"-vbr", "3.5"}, "videoBitRate=3.5 Mbit/s"},
+        {{"-vbr", "fast"}, "videoBitRate='fast': not "},
+        {{"-asr", "48000"}, "sampleRate=48000 Hz"},
+        {{"-asr", "48k"}, "sampleRate='48k': not "},
+        {{"-web"}, "prepareForWeb=true"},
+        {{"-vcodec", "H264"}, "videoFormat=h264"},
+        {{"-out", "/A b.mov"}, "outputFile=/A b.mov"},
+    };
+    for (const Row& row : rows) EXPECT_THAT(textOf(row.words), HasSubstr(row.expected));
+    EXPECT_EQ(textOf({"-in", "a.mov"}), "");
+}
+
+TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {
+    struct Row {
+        const char* prefix;
+        const char* line;
+        const char* shown;
+    };
+    constexpr Row rows[] = {
+        {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=62",
+         " 10.0 %  5/50 frames  25.0 fps  1:02 left\n"},
+        {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=3723",
+         " 10.0 %  5/50 frames  25.0 fps  1:02:03 left\n"},
+        {"", "state=running frame=0 total=50 percent=0.0 fps=0.00 eta=-1", "  0.0 %  0/50 frames  0.0 fps\n"},
+        {"", "state=running frame=0 total=0 percent=40.0 fps=0.00 eta=3", " 40.0 %  0:03 left\n"},
+        {"", "state=done frame=50 total=50 percent=100.0 fps=25.00 eta=0", "100.0 %  50/50 frames  25.0 fps  done\n"},
+        {"", "state=finishing frame=0 total=0 percent=99.0 fps=0.00 eta=0", " 99.0 %  finishing\n"},
+        {"", "state=failed frame=5 total=50 percent=10.0 fps=25.00 eta=62", ""},
+        {"job 7", "job 7 state=done frame=0 total=0 percent=100.0 fps=0.00 eta=0", "100.0 %  done\n"},
+        {"job 7", "state=done frame=0 total=0 percent=100.0", "state=done frame=0 total=0 percent=100.0\n"},
+        {"", "something else", "something else\n"},
+        {"", "", "\n"},
+    };
+    for (const Row& row : rows) {
+        CaptureStdout();
+        ProgressDisplay(row.prefix).takeLine(row.line);
+        EXPECT_EQ(GetCapturedStdout(), row.shown) << row.line;
+    }
+}
+
+TEST(ProgressDisplay, theLastLineIsNeverHeldBack) {
+    CaptureStdout();
+    ProgressDisplay display("");
+    for (const char* state : {"running", "running", "done"}) {
+        display.takeLine("state=" + std::string(state) + " frame=0 total=0 percent=50.0 eta=-1");
+    }
+    EXPECT_THAT(GetCapturedStdout(), ::testing::AllOf(HasSubstr("%\n"), HasSubstr("done\n")));
+}
+
+TEST(ProgressDisplay, redrawsOneBarOnATerminal) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal) | unlockpt(terminal), 0);
+    const int screen = open(ptsname(terminal), O_RDWR | O_NOCTTY);
+    const int before = dup(STDOUT_FILENO);
+    std::fflush(stdout);
+    dup2(screen, STDOUT_FILENO);
+    {
+        ProgressDisplay display("");
+        display.takeLine("state=running frame=5 total=10 percent=50.0 fps=1.00 eta=5");
+        display.takeLine("a message");
+        display.takeLine("state=done frame=10 total=10 percent=100.0 fps=1.00 eta=0");
+        display.clear();
+    }
+    dup2(before, STDOUT_FILENO);
+    const std::string expected =
+        "\r\x1b[K[###############...............]  50.0 %  5/10 frames  1.0 fps  0:05 left"
+        "\r\x1b[Ka message\r\n"
+        "\r\x1b[K[##############################] 100.0 %  10/10 frames  1.0 fps  done\r\n";
+    std::string shown;  // what is written to a terminal arrives piece by piece
+    fcntl(terminal, F_SETFL, O_NONBLOCK);
+    test::eventually([&] {
+        char buffer[256];
+        const ssize_t count = read(terminal, buffer, sizeof buffer);
+        shown.append(buffer, static_cast<std::size_t>(std::max<ssize_t>(0, count)));
+        return shown.size() >= expected.size();
+    });
+    for (const int descriptor : {terminal, screen, before}) close(descriptor);
+    EXPECT_EQ(shown, expected);
+}
+
+}  // namespace
+}  // namespace corvex::tool

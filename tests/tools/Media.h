@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include <tests/tools/Command.h>
+
+namespace corvex::tool::test {
+
+using ProbeResult = nlohmann::json;
+
+/// The path of a small clip, made with the ffmpeg program when it is first asked for. clips() in Media.cpp lists them.
+const std::string& clip(const std::string& name);
+
+/// Runs ffmpeg quietly; the last word is the file to write.
+void ffmpeg(Words words);
+
+/// What ffprobe says: "format" and "streams", packets counted.
+ProbeResult probe(const std::string& path);
+/// The stream of a type ("video", "audio") by its order among those; an empty object when there is none.
+ProbeResult stream(const ProbeResult& result, const std::string& type, std::size_t index = 0);
+/// A number of ffprobe's, which writes most of them as texts; 0 when absent.
+double number(const ProbeResult& object, const std::string& key);
+std::string text(const ProbeResult& object, const std::string& key);
+
+/// Peak signal-to-noise ratio of all pictures of two files, in dB, all components together; infinite when they are equal.
+/// `filter` brings the second to the shape of the first.
+double psnr(const std::string& path, const std::string& reference, const std::string& filter = "null");
+
+struct Pixel {
+    int red = 0, green = 0, blue = 0;
+};
+/// The picture at a time, decoded to 8-bit RGB.
+class Picture {
+public:
+    explicit Picture(const std::string& path, double seconds = 0);
+    /// At parts (0 to 1) of the width and height.
+    [[nodiscard]] Pixel at(double x, double y) const;
+    [[nodiscard]] int width() const noexcept { return width_; }
+    [[nodiscard]] int height() const noexcept { return height_; }
+
+private:
+    int width_ = 0, height_ = 0;
+    std::string bytes_;
+};
+
+/// Loudness over time: the root mean square (0 to 1) of the samples of a stream, mixed to mono, in each of the windows.
+std::vector<double> loudness(const std::string& path, double windowSeconds, std::size_t track = 0);
+
+/// Whether the index of a QuickTime or MPEG-4 file stands before its media (ISO/IEC 14496-12).
+bool isIndexInFront(const std::string& path);
+
+}  // namespace corvex::tool::test

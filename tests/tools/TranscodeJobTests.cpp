@@ -1,0 +1,162 @@
+#include <tools/corvex/worker/TranscodeJob.h>
+
+#include <functional>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+namespace corvex::tool {
+namespace {
+
+using ::testing::HasSubstr;
+
+TranscodeJob jobOf(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> words;
+    for (std::string word; stream >> word;) words.push_back(word);
+    return TranscodeJob::make(TranscodeCliArguments(words));
+}
+
+TEST(TranscodeJob, usageErrorsNameTheOffenderAndWhatWouldBeRight) {
+    struct Row {
+        const char* words;
+        const char* offender;
+        const char* remedy;
+    };
+    constexpr Row rows[] = {
+        {"-out x.mov", "-in is missing", "the file to transcode"},
+        {"-in -out x.mov", "-in:", "the path of a file"},
+        {"-in_0_0 a -in_0_1 -out x.mov", "-in:", "the path of a file"},
+        {"-in_0 a -in_0_0 b -out x.mov", "'-in_0'", "remove it"},
+        {"-in a", "-out is missing", "the file to write"},
+        {"-in a -out", "-out:", "a value"},
+        {"-in a -out x.mov -work_dir", "-work_dir:", "a value"},
+        {"-in a -out x.mov -progress_file", "-progress_file:", "a value"},
+        {"-in a -out x.mov -file_format", "-file_format:", "a value"},
+        {"-in a -out x.avi", "'x.avi'", ".mov, .mp4 or .wav"},
+        {"-in a -out x", "'x'", ".mov, .mp4 or .wav"},
+        {"-in a -out x.mov -file_format mxf", "'mxf'", "qt, mp4, wav"},
+        {"-in a -out x.mov -file_format wav", "'x.mov'", "ends in .wav"},
+        {"-in a -out x.wav -file_format qt", "'x.wav'", "ends in .mov or .mp4"},
+        {"-in a -out x.mov -vcodec vp9", "'vp9'", "prores422proxy"},
+        {"-in a -out x.mp4 -vcodec prores422", "prores422", "expected qt"},
+        {"-in a -out x.mp4 -vcodec dnxhd", "dnxhd", "expected qt"},
+        {"-in a -out x.wav -vcodec h264", "-vcodec", "-vn"},
+        {"-in a -out x.mov -dims 1920", "'1920'", "1920x1080"},
+        {"-in a -out x.mov -dims 0x10", "'0x10'", "1 to 16384"},
+        {"-in a -out x.mov -dims 10x16385", "'10x16385'", "1 to 16384"},
+        {"-in a -out x.mov -dims x", "'x'", "1920x1080"},
+        {"-in a -out x.mov -dims 9x9 -aspect_scaling fit", "'fit'", "match, stretch, letterbox, crop"},
+        {"-in a -out x.mov -aspect_scaling crop", "-aspect_scaling", "-dims"},
+        {"-in a -out x.mov -dims 9x9 -aspect_scaling crop -crop_anchor x", "'x'", "tl, tc, tr"},
+        {"-in a -out x.mov -dims 9x9 -crop_anchor tl", "-crop_anchor", "-aspect_scaling crop"},
+        {"-in a -out x.mov -vbr fast", "'fast'", "megabits"},
+        {"-in a -out x.mov -vbr 0", "'0'", "above 0"},
+        {"-in a -out x.mov -vbr 10001", "'10001'", "up to 10000"},
+        {"-in a -out x.mov -vcodec prores422 -vbr 5", "prores422", "remove the flag"},
+        {"-in a -out x.mov -acodec mp3", "'mp3'", "lpcm, aac"},
+        {"-in a -out x.mov -asr 0", "'0'", "1 to 768000"},
+        {"-in a -out x.mov -asr 48k", "'48k'", "1 to 768000"},
+        {"-in a -out x.mov -vn -an", "-vn and -an", "nothing to write"},
+        {"-in a -out x.mov -preset mine", "'mine'", "orvane_cloud or orvane_4444xq"},
+        {"-in a -out x.mov -clut b.cube", "'-clut'", "remove it"},
+        {"-in a -out x.mov -tc_burn", "'-tc_burn'", "remove it"},
+        {"-in a -out x.mov -vcodeck h264", "'-vcodeck'", "did you mean -vcodec?"},
+        {"-in a -out x.mov -nosuch", "'-nosuch'", "lists the flags"},
+        {"-in a -out x.mov -parentPid none", "'none'", "a process identifier"},
+        {"-in a -out x.mov -parentPid 0", "'0'", "a process identifier"},
+        {"-in a -out x.mov -parentAppNumber one", "'one'", "an integer"},
+    };
+    for (const Row& row : rows) {
+        try {
+            (void)jobOf(row.words);
+            ADD_FAILURE() << row.words << ": was taken";
+        } catch (const UsageError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(row.offender)) << row.words;
+            EXPECT_THAT(error.what(), HasSubstr(row.remedy)) << row.words;
+        }
+    }
+}
+
+TEST(TranscodeJob, whatThisMachineCannotEncodeIsNoUsageError) {
+    for (const char* format : {"aac_he", "aac_eld"}) {
+        try {
+            (void)jobOf("-in a -out x.mov -acodec " + std::string(format));
+            ADD_FAILURE() << format << ": was taken";
+        } catch (const JobError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(format));
+        }
+    }
+}
+
+TEST(TranscodeJob, everyKnownFlagIsCarriedOutOrNamed) {
+    for (const std::string_view flag : TranscodeCliArguments::allKnownCommandFlags()) {
+        // "-presets" begins as "-preset" does, so parsing makes it one.
+        const std::string_view named = flag == "-presets" ? "-preset" : flag;
+        if (isCarriedOut(flag)) continue;
+        try {
+            (void)jobOf("-in a -out x.mov " + std::string(flag) + " 1");
+            ADD_FAILURE() << flag << ": was taken";
+        } catch (const UsageError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(std::string(named)));
+        }
+    }
+}
+
+TEST(TranscodeJob, defaultsFollowTheOutput) {
+    struct Row {
+        const char* output;
+        OAVTranscodeArgumentFileFormatValue format;
+        std::optional<OAVTranscodeArgumentVideoCodecValue> video;
+        OAVTranscodeArgumentAudioFormatValue audio;
+    };
+    const Row rows[] = {
+        {"x.mov", OAVQuickTimeFileFormat, OAVAvcH264Codec, OAVLpcmAudioFormatValue},
+        {"X.MOV", OAVQuickTimeFileFormat, OAVAvcH264Codec, OAVLpcmAudioFormatValue},
+        {"x.mp4", OAVMp4Format, OAVAvcH264Codec, OAVAacAudioFormatValue},
+        {"x.wav", OAVWaveFileFormat, std::nullopt, OAVLpcmAudioFormatValue},
+        {"x.mov -file_format mp4", OAVMp4Format, OAVAvcH264Codec, OAVAacAudioFormatValue},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.output);
+        const TranscodeJob job = jobOf(std::string("-in a -out ") + row.output);
+        EXPECT_EQ(job.format, row.format);
+        EXPECT_EQ(job.video ? std::optional(job.video->codec->codec) : std::nullopt, row.video);
+        EXPECT_EQ(job.audio->format->format, row.audio);
+        EXPECT_FALSE(job.indexInFront || job.overwrites);
+    }
+}
+
+TEST(TranscodeJob, presetsFillInWhatTheWordsLeaveOpen) {
+    const TranscodeJob cloud = jobOf("-in a -out x.mov -preset orvane_cloud");
+    EXPECT_EQ(cloud.video->codec->codec, OAVAvcH264Codec);
+    EXPECT_EQ(cloud.video->bitsPerSecond, 3'000'000);
+    EXPECT_EQ(cloud.video->frame.box, (PixelSize{960, 540}));
+    EXPECT_EQ(cloud.video->frame.scaling, OAVStretchAspect);
+    EXPECT_EQ(cloud.audio->format->format, OAVAacAudioFormatValue);
+    EXPECT_EQ(cloud.audio->sampleRate, 48000);
+    EXPECT_TRUE(cloud.indexInFront);
+
+    const TranscodeJob mixed = jobOf("-preset orvane_cloud -in a -out x.mov -vcodec h265 -dims 640x360 -acopy");
+    EXPECT_EQ(mixed.video->codec->codec, OAVHevcCodec);
+    EXPECT_EQ(mixed.video->frame.box, (PixelSize{640, 360}));
+    EXPECT_EQ(mixed.audio->format, nullptr);
+
+    const TranscodeJob master = jobOf("-in a -out x.mov -preset orvane_4444xq -an");
+    EXPECT_EQ(master.video->codec->codec, OAVProRes4444XQ);
+    EXPECT_FALSE(master.audio);
+}
+
+TEST(TranscodeJob, inputsFollowGroupsThenPositions) {
+    const TranscodeJob job = jobOf("-in_10_0 e -in_2_10 d -in_2_9 c -in_-1_0 a -in_0_0 b -out x.mov");
+    EXPECT_EQ(job.inputs, (std::vector<std::string>{"a", "b", "c", "d", "e"}));
+    EXPECT_EQ(jobOf("-in plain -in_0_0 other -out x.mov").inputs, std::vector<std::string>{"plain"});
+}
+
+TEST(TranscodeJob, theParentIsKnownByItsCustodialFlag) {
+    EXPECT_EQ(jobOf("-in a -out x.mov -parentPid 123 -parentAppNumber 0").parentPid, 123);
+    EXPECT_EQ(jobOf("-in a -out x.mov").parentPid, 0);
+}
+
+}  // namespace
+}  // namespace corvex::tool
