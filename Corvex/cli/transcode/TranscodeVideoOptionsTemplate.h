@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Localization.h>
+
+namespace corvex::inline v0 {
+
+/// Ready-made video conversions that a host offers by name. The component Corvex::proto gives each as a message.
+enum class TranscodeVideoOptionsTemplate : std::uint8_t { iOSCurrent, h264, proRes422, proRes4444 };
+
+template <>
+inline constexpr auto caseTable<TranscodeVideoOptionsTemplate> = std::to_array<Case<TranscodeVideoOptionsTemplate>>({
+    {TranscodeVideoOptionsTemplate::iOSCurrent, "iOSCurrent", "Current iOS/tvOS"},
+    {TranscodeVideoOptionsTemplate::h264, "h264", "H.264"},
+    {TranscodeVideoOptionsTemplate::proRes422, "proRes422", "Apple ProRes 422"},
+    {TranscodeVideoOptionsTemplate::proRes4444, "proRes4444", "Apple ProRes 4444"},
+});
+static_assert(isComplete<TranscodeVideoOptionsTemplate>(caseTable<TranscodeVideoOptionsTemplate>));
+
+/// The name to show, in the user's language.
+[[nodiscard]] inline std::string localizedString(TranscodeVideoOptionsTemplate videoTemplate) {
+    return localizedText(description(videoTemplate).data());  // a literal, and so ended by a null character
+}
+
+/// The identifier under which hosts and servers know the template's preset.
+[[nodiscard]] inline std::string definedPresetID(TranscodeVideoOptionsTemplate videoTemplate) {
+    return "ORV_TranscodePreset_Template-" + std::string(rawValue(videoTemplate));
+}
+
+}  // namespace corvex::inline v0
