@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include <tests/tools/Command.h>
@@ -84,10 +85,9 @@ TEST(RateCommand, listsInTheUsersLanguage) {
     const auto list = nlohmann::json::parse(corvex({"rate", "list", "--json"}).output);
     EXPECT_EQ(list["rates"].size(), 36U);
     EXPECT_EQ(list["choices"][0]["description"], "Match Source");
+    if (!std::filesystem::exists(CORVEX_TEST_LOCALE)) GTEST_SKIP() << "built without msgfmt";
     const CommandResult german = run({"env", "LC_ALL=C.UTF-8", "LANGUAGE=de", CORVEX_TOOL_PATH, "rate", "list"});
-#ifdef CORVEX_TEST_LOCALE
     EXPECT_THAT(german.output, HasSubstr("Wie Quelle"));
-#endif
 }
 
 TEST(TimecodeCommand, speaksJson) {
