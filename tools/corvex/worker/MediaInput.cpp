@@ -20,6 +20,12 @@ namespace {
 /// A stream that ends this much before the length that the file states has been cut off.
 constexpr double missingSeconds = 1.0;
 
+/// Pictures that are looked at to learn whether time stamps follow the rate that a file claims.
+constexpr std::size_t scannedPictures = 250;
+
+/// Time stamps in whole milliseconds are rounded, the first as well as the others.
+constexpr double roundingSeconds = 0.0015;
+
 /// A number of EBML (RFC 8794): the leading zero bits of its first byte tell its length. An identifier keeps the bit that
 /// marks the length; a size without it that is all ones is unknown.
 std::optional<std::uint64_t> readEbmlNumber(std::istream& file, bool isSize) {
@@ -151,10 +157,30 @@ AVRational MediaInput::frameRate() const noexcept {
     return video_ == nullptr ? AVRational{0, 1} : av_guess_frame_rate(context_.get(), video_, nullptr);
 }
 
-bool MediaInput::hasConstantRate() const noexcept {
+bool MediaInput::hasConstantRate() const {
     if (video_ == nullptr || video_->avg_frame_rate.num <= 0 || video_->r_frame_rate.num <= 0) return false;
     const double average = av_q2d(video_->avg_frame_rate);
-    return std::fabs(average - av_q2d(video_->r_frame_rate)) <= 0.001 * average;
+    if (std::fabs(average - av_q2d(video_->r_frame_rate)) > 0.001 * average) return false;
+    // These know each picture's length; in others the rate is a claim that time stamps need not follow.
+    const std::string_view format = context_->iformat->name;
+    if (format.starts_with("mov") || format == "avi" || format == "mxf") return true;
+    return !std::filesystem::is_regular_file(path_) || MediaInput(path_).beginsAtRate(frameRate());
+}
+
+bool MediaInput::beginsAtRate(AVRational rate) {
+    const PacketPointer packet = makePacket();
+    std::vector<double> times;
+    while (times.size() < scannedPictures && read(*packet)) {
+        const bool isPicture = packet->stream_index == video_->index && packet->pts != AV_NOPTS_VALUE;
+        if (isPicture) times.push_back(static_cast<double>(packet->pts) * av_q2d(video_->time_base));
+        av_packet_unref(packet.get());
+    }
+    if (times.empty()) return true;
+    const double first = *std::min_element(times.begin(), times.end());
+    return std::all_of(times.begin(), times.end(), [&](double time) {
+        const double frames = (time - first) * av_q2d(rate);
+        return std::fabs(frames - std::round(frames)) <= roundingSeconds * av_q2d(rate);
+    });
 }
 
 std::int64_t MediaInput::expectedFrames() const noexcept {

@@ -30,7 +30,7 @@ public:
     /// Frames per second of the video; {0, 1} when unknown.
     [[nodiscard]] AVRational frameRate() const noexcept;
     /// Whether the frames follow each other at that rate exactly.
-    [[nodiscard]] bool hasConstantRate() const noexcept;
+    [[nodiscard]] bool hasConstantRate() const;
     /// Number of video frames as the container counts them, else estimated; 0 when unknown.
     [[nodiscard]] std::int64_t expectedFrames() const noexcept;
     [[nodiscard]] SourcePicture picture() const noexcept;
@@ -40,6 +40,7 @@ public:
 
 private:
     [[noreturn]] void fail(const std::string& problem) const;
+    [[nodiscard]] bool beginsAtRate(AVRational rate);
     void requireCompleteIndex() const;
     void requireCompleteSegment() const;
     void requireCompleteStreams() const;
