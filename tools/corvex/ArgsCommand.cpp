@@ -8,6 +8,7 @@
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/TypedOptions.h>
+#include <tools/corvex/jsonOutput.h>
 
 namespace corvex::tool {
 namespace {
@@ -25,7 +26,15 @@ Json groupsJson(const TranscodeCliArguments& arguments) {
     return json;
 }
 
-void printJson(const TranscodeCliArguments& arguments) {
+/// A member for each option that is set, and one for the mistakes, if there are any.
+void addOptions(Json& json, const TranscodeCliArguments& arguments) {
+    const TypedOptions options = typedOptions(arguments);
+    json["options"] = Json::object();
+    for (const TypedOption& option : options.readable) json["options"][std::string(option.accessor)] = option.value;
+    for (const auto& [flag, problem] : options.unreadable) json["unreadableOptions"][std::string(flag)] = problem;
+}
+
+void printAsJson(const TranscodeCliArguments& arguments) {
     Json json;
     json["arguments"] = arguments;
     json["allFlagsAreValid"] = arguments.allFlagsAreValid();
@@ -35,12 +44,23 @@ void printJson(const TranscodeCliArguments& arguments) {
     json["inputFileGroups"] = groupsJson(arguments);
     json["inputFiles"] = orNull(arguments.inputFiles());
     json["firstInputFile"] = orNull(arguments.firstInputFile());
-    fmt::print("{}\n", jsonText(json, 2));
+    addOptions(json, arguments);
+    printJson(json);
 }
 
 std::string shellLike(std::string_view word) {
     const bool isPlain = !word.empty() && word.find_first_of(" \t\n\"'\\") == std::string_view::npos;
     return isPlain ? std::string(word) : jsonText(Json(std::string(word)));
+}
+
+void printOptions(const TranscodeCliArguments& arguments) {
+    const TypedOptions options = typedOptions(arguments);
+    if (!options.readable.empty()) fmt::print("Options\n");
+    for (const TypedOption& option : options.readable) {
+        fmt::print("  {:<31} {:<31} {}\n", option.accessor, option.text(), fmt::join(option.flags, " "));
+    }
+    if (!options.unreadable.empty()) fmt::print("Options that cannot be read\n");
+    for (const auto& [flag, problem] : options.unreadable) fmt::print("  {} {}\n", flag, problem);
 }
 
 void printText(const TranscodeCliArguments& arguments) {
@@ -63,12 +83,7 @@ void printText(const TranscodeCliArguments& arguments) {
             for (const std::string& path : paths) fmt::print("  {:<24} {}\n", number, shellLike(path));
         }
     }
-    if (const auto options = typedOptions(arguments); !options.empty()) {
-        fmt::print("Options\n");
-        for (const TypedOption& option : options) {
-            fmt::print("  {:<24} {:<32} {}\n", option.accessor, option.text, option.flag);
-        }
-    }
+    printOptions(arguments);
 }
 
 }  // namespace
@@ -97,7 +112,7 @@ void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action)
                 throw UsageError("args: expected -- and then the words of the job, as: corvex args -- -vcodec h264");
             }
             const TranscodeCliArguments arguments(invocation.words, choices->ordered);
-            choices->json ? printJson(arguments) : printText(arguments);
+            choices->json ? printAsJson(arguments) : printText(arguments);
             return ExitStatus::success;
         };
     });

@@ -9,6 +9,7 @@
 #include <Corvex/timing/FrameRate.h>
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/Subcommand.h>
+#include <tools/corvex/jsonOutput.h>
 
 namespace corvex::tool {
 namespace {

@@ -64,6 +64,4 @@ Json rateJson(const VideoFrameRate& rate) {
             {"name", common ? Json(std::string(rawValue(*common))) : Json(nullptr)}};
 }
 
-void printJson(const Json& json) { fmt::print("{}\n", jsonText(json, 2)); }
-
 }  // namespace corvex::tool

@@ -19,7 +19,4 @@ namespace corvex::tool {
 /// {"timeValue": 30000, "timeScale": 1001, "value": 29.97…, "name": "fps29_97" or null}.
 [[nodiscard]] Json rateJson(const VideoFrameRate& rate);
 
-/// One object with two blanks of indentation, and a newline, to standard output.
-void printJson(const Json& json);
-
 }  // namespace corvex::tool

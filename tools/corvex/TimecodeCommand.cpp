@@ -8,6 +8,7 @@
 #include <Corvex/timing/TimecodeFrame.h>
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/Subcommand.h>
+#include <tools/corvex/jsonOutput.h>
 
 namespace corvex::tool {
 namespace {

@@ -1,83 +1,340 @@
 #include <tools/corvex/TypedOptions.h>
 
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
 #include <optional>
 
 #include <fmt/format.h>
+
+#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
+#include <Corvex/color/OrvanePixelTransferFunction.h>
+#include <Corvex/color/OrvaneVideoColorMatrix.h>
+#include <Corvex/exported/OrvaneUTType.h>
+#include <Corvex/media/AudioChannelLabel.h>
+#include <Corvex/platform/NumberText.h>
+#include <Corvex/timing/TimecodeComponents.h>
+#include <tools/corvex/jsonOutput.h>
 
 namespace corvex::tool {
 namespace {
 
 using Arguments = TranscodeCliArguments;
 
-/// Reads an option whose flag is set; none when the stored text is no value of its type.
-using Reader = std::optional<std::string> (*)(const Arguments&);
+// The JSON form of each kind of typed value.
+
+Json jsonOf(std::string_view text) { return std::string(text); }
+Json jsonOf(std::int64_t number) { return number; }
+Json jsonOf(std::uint64_t number) { return number; }
+Json jsonOf(double number) { return numberJson(number); }
+Json jsonOf(float number) { return numberJson(number); }
+template <class Value>
+    requires requires(const Value& value) { value.rawValue(); }
+Json jsonOf(const Value& value) {
+    return jsonOf(value.rawValue());
+}
+template <ClosedEnumeration Enumeration>
+Json jsonOf(Enumeration value) {
+    if constexpr (ColorEnumeration<Enumeration>) {
+        return jsonOf(caseName(value));
+    } else {
+        return jsonOf(rawValue(value));
+    }
+}
+Json jsonOf(const std::filesystem::path& path) { return path.native(); }
+Json jsonOf(PictureSize size) { return {{"width", jsonOf(size.width)}, {"height", jsonOf(size.height)}}; }
+Json jsonOf(VideoDimensions size) { return {{"width", size.width}, {"height", size.height}}; }
+Json jsonOf(const Color& color) {
+    const auto rgb = color.toRGB(false);
+    return {{"red", jsonOf(rgb[0])}, {"green", jsonOf(rgb[1])}, {"blue", jsonOf(rgb[2])}, {"hex", *color.hexValue()}};
+}
+Json jsonOf(const std::map<std::string, std::string>& dictionary) {
+    Json json = Json::object();
+    for (const auto& [key, value] : dictionary) json[key] = value;
+    return json;
+}
+template <class Value>
+Json jsonOf(const std::vector<Value>& values) {
+    Json json = Json::array();
+    for (const Value& value : values) json.push_back(jsonOf(value));
+    return json;
+}
+
+/// Reads an option; none when there is no value to show.
+using Reader = std::optional<Json> (*)(const Arguments&);
+
+template <class Value>
+std::optional<Json> jsonOrNone(const std::optional<Value>& value) {
+    return value ? std::optional(jsonOf(*value)) : std::nullopt;
+}
+std::optional<Json> jsonOrNone(bool isOn) { return isOn ? std::optional<Json>(true) : std::nullopt; }
+std::optional<Json> jsonOrNone(TimecodeSource source) { return jsonOf(source); }
+std::optional<Json> jsonOrNone(DropFrameState state) {
+    return state == DropFrameState::unknown ? std::nullopt : std::optional(jsonOf(state));
+}
+
+template <auto accessor>
+std::optional<Json> read(const Arguments& arguments) {
+    return jsonOrNone((arguments.*accessor)());
+}
+
+bool isWholeNumber(std::string_view text) { return parseInteger<std::uint64_t>(text, SignRule::plusOnly).has_value(); }
+
+/// None where the accessor falls back on the process's default.
+std::optional<Json> readFrameCapacity(const Arguments& arguments) {
+    const auto text = arguments.argumentFlagValue(OAVVideoFrameCapacityFlag.rawValue());
+    const bool isStated = arguments.unboundVideoFrameCapacity() || (text && isWholeNumber(*text));
+    return isStated ? std::optional(jsonOf(arguments.videoFrameCapacity())) : std::nullopt;
+}
+
+std::optional<Json> readIgnoredTracks(const Arguments& arguments) {
+    Json json = Json::object();
+    arguments.enumerateIgnoredAudioFileTracks(
+        [&json](std::uint64_t file, const std::vector<std::uint64_t>& tracks) { json[std::to_string(file)] = tracks; });
+    return json.empty() ? std::nullopt : std::optional(json);
+}
+
+/// A flag of any family, or another key of the lookup.
+struct Flag {
+    std::string_view text;
+    constexpr Flag() = default;
+    constexpr Flag(std::string_view key) : text(key) {}
+    constexpr Flag(TranscodeCLIFlag flag) : text(cliFlag(flag)) {}
+    template <TypedStringFamily Family>
+    constexpr Flag(const Family& flag) : text(flag.rawValue()) {}
+};
 
 struct Row {
     std::string_view accessor;
-    std::string_view flag;
+    std::array<Flag, 4> flags;
     Reader read;
-    std::string_view expected;  ///< What a text that does not parse should have been.
+    std::string_view unit = "";
+    std::string_view expected = "";  ///< What the text of the flag must be; empty if any will do.
 };
 
-std::optional<std::string> yes(const Arguments&) { return "true"; }
-
-template <auto accessor>
-std::optional<std::string> text(const Arguments& arguments) {
-    const auto value = (arguments.*accessor)();
-    return value ? std::optional<std::string>(*value) : std::nullopt;
-}
-
-template <auto accessor>
-std::optional<std::string> typedText(const Arguments& arguments) {
-    const auto value = (arguments.*accessor)();
-    return value ? std::optional<std::string>(value->rawValue()) : std::nullopt;
-}
-
-std::optional<std::string> dimensions(const Arguments& arguments) {
-    const auto size = arguments.videoDimensions();
-    return size ? std::optional(fmt::format("{} x {} pixels", size->width, size->height)) : std::nullopt;
-}
-
-std::optional<std::string> bitRate(const Arguments& arguments) {
-    const auto megabits = arguments.videoBitRate();
-    return megabits ? std::optional(fmt::format("{} Mbit/s", *megabits)) : std::nullopt;
-}
-
-std::optional<std::string> rate(const Arguments& arguments) {
-    const auto samples = arguments.sampleRate();
-    return samples ? std::optional(fmt::format("{} Hz", *samples)) : std::nullopt;
-}
+constexpr std::string_view aNumber = "a number";
+constexpr std::string_view anInteger = "an integer";
+constexpr std::string_view aColor = "a colour as '1 0.5 0'";
 
 constexpr Row rows[] = {
-    {"outputFile", OAVOutputFileFlag.rawValue(), text<&Arguments::outputFile>, ""},
-    {"progressFile", OAVProgressFileFlag.rawValue(), text<&Arguments::progressFile>, ""},
-    {"progressOutputPrefix", OAVProgressOutputPrefixFlag.rawValue(), text<&Arguments::progressOutputPrefix>, ""},
-    {"workDirectory", OAVWorkDirectoryFlag.rawValue(), text<&Arguments::workDirectory>, ""},
-    {"languageCode", OAVLanguageCodeFlag.rawValue(), text<&Arguments::languageCode>, ""},
-    {"shouldOverwrite", OAVOverwriteExistingFlag.rawValue(), yes, ""},
-    {"useLegacyPipeline", OAVLegacyTranscodePipelineFlag.rawValue(), yes, ""},
-    {"outputFileFormat", OAVFileFormatFlag.rawValue(), typedText<&Arguments::outputFileFormat>, ""},
-    {"prepareForWeb", OAVPrepareForWebFlag.rawValue(), yes, ""},
-    {"videoFormat", OAVVideoFormatFlag.rawValue(), typedText<&Arguments::videoFormat>, ""},
-    {"aspectScaling", OAVVideoAspectScalingFlag.rawValue(), typedText<&Arguments::aspectScaling>, ""},
-    {"videoCropAnchor", OAVVideoAspectCropAnchorFlag.rawValue(), typedText<&Arguments::videoCropAnchor>, ""},
-    {"videoDimensions", OAVVideoDimensionsFlag.rawValue(), dimensions, "a size as 1920x1080"},
-    {"videoBitRate", OAVVideoBitRateFlag.rawValue(), bitRate, "a number"},
-    {"audioFormat", OAVAudioFormatFlag.rawValue(), typedText<&Arguments::audioFormat>, ""},
-    {"sampleRate", OAVAudioSampleRateFlag.rawValue(), rate, "an integer"},
+    {"outputFile", {OAVOutputFileFlag}, read<&Arguments::outputFile>},
+    {"progressFile", {OAVProgressFileFlag}, read<&Arguments::progressFile>},
+    {"progressOutputPrefix", {OAVProgressOutputPrefixFlag}, read<&Arguments::progressOutputPrefix>},
+    {"workDirectory", {OAVWorkDirectoryFlag}, read<&Arguments::workDirectory>},
+    {"languageCode", {OAVLanguageCodeFlag}, read<&Arguments::languageCode>},
+    {"shouldOverwrite", {OAVOverwriteExistingFlag}, read<&Arguments::shouldOverwrite>},
+    {"useLegacyPipeline", {OAVLegacyTranscodePipelineFlag}, read<&Arguments::useLegacyPipeline>},
+    {"outputFileFormat", {OAVFileFormatFlag}, read<&Arguments::outputFileFormat>},
+    {"explicitOutputFileType",
+     {rawValue(TranscodeCLIFlag::ftype)},
+     read<&Arguments::explicitOutputFileType>,
+     "",
+     "a known uniform type"},
+    {"prepareForWeb", {OAVPrepareForWebFlag}, read<&Arguments::prepareForWeb>},
+
+    {"videoFormat", {OAVVideoFormatFlag}, read<&Arguments::videoFormat>},
+    {"aspectScaling", {OAVVideoAspectScalingFlag}, read<&Arguments::aspectScaling>},
+    {"videoCropAnchor", {OAVVideoAspectCropAnchorFlag}, read<&Arguments::videoCropAnchor>},
+    {"colorSpace", {OAVVideoColorSpaceFlag}, read<&Arguments::colorSpace>, "", "a known colour space"},
+    {"colorMatrix", {OAVVideoColorMatrixFlag}, read<&Arguments::colorMatrix>, "", "a known matrix"},
+    {"colorTransferFunction",
+     {OAVVideoColorTransferFunctionFlag},
+     read<&Arguments::colorTransferFunction>,
+     "",
+     "a known transfer function"},
+    {"colorRange", {OAVVideoColorRangeFlag}, read<&Arguments::colorRange>, "", "f or v"},
+    {"videoFrameRate", {OAVVideoFrameRateFlag}, read<&Arguments::videoFrameRate>, "frames/s", aNumber},
+    {"videoBitRate", {OAVVideoBitRateFlag}, read<&Arguments::videoBitRate>, "Mbit/s", aNumber},
+    {"videoBitRateAsBitsPerSecond", {OAVVideoBitRateFlag}, read<&Arguments::videoBitRateAsBitsPerSecond>, "bit/s"},
+    {"videoBitDepth", {OAVVideoBitDepthFlag}, read<&Arguments::videoBitDepth>, "bits", anInteger},
+    {"keyFrames", {OAVVideoKeyFramesFlag}, read<&Arguments::keyFrames>, "frames", anInteger},
+    {"maxFrames", {OAVVideoMaxFrames}, read<&Arguments::maxFrames>, "frames", anInteger},
+    {"videoProfile", {OAVVideoProfileFlag}, read<&Arguments::videoProfile>},
+    {"videoDecodeEngineValue", {OAVVideoDecodeEngineFlag}, read<&Arguments::videoDecodeEngineValue>},
+    {"audioDecodeEngineValue", {OAVAudioDecodeEngineFlag}, read<&Arguments::audioDecodeEngineValue>},
+    {"gpuDecode", {OAVVideoGPUDecodingFlag}, read<&Arguments::gpuDecode>},
+    {"gpuEncode", {OAVVideoGPUEncodingFlag}, read<&Arguments::gpuEncode>},
+    {"preserveLogEncoding", {OAVVideoPreserveLogEncodingFlag}, read<&Arguments::preserveLogEncoding>},
+    {"unboundVideoFrameCapacity", {OAVVideoUnboundedFrameCapacityFlag}, read<&Arguments::unboundVideoFrameCapacity>},
+    {"useREDPremiumDecode", {OAVVideoREDPremiumDecodeFlag}, read<&Arguments::useREDPremiumDecode>},
+    {"videoDimensions", {OAVVideoDimensionsFlag}, read<&Arguments::videoDimensions>, "pixels", "a size as 1920x1080"},
+    {"explicitVideoScaling", {TranscodeCLIFlag::vscale}, read<&Arguments::explicitVideoScaling>, "times", aNumber},
+    {"explicitOutputResolution",
+     {OAVVideoDimensionsFlag, TranscodeCLIFlag::ovw, TranscodeCLIFlag::ovh, TranscodeCLIFlag::vscale},
+     read<&Arguments::explicitOutputResolution>,
+     "pixels"},
+    {"videoFrameCapacity",
+     {OAVVideoFrameCapacityFlag, OAVVideoUnboundedFrameCapacityFlag},
+     readFrameCapacity,
+     "frames"},
+    {"maxVideoFrameMemory", {OAVVideoMaxVideoFrameMemory}, read<&Arguments::maxVideoFrameMemory>, "bytes", anInteger},
+    {"additionalDecodeOptions", {OAVVideoAdditionalDecodeOptionsFlag}, read<&Arguments::additionalDecodeOptions>},
+    {"lutFile", {OAVColorLutFileFlag}, read<&Arguments::lutFile>},
+    {"gpuTransformationDeviceIDs", {OAVVideoGPUTransformFlag}, read<&Arguments::gpuTransformationDeviceIDs>},
+
+    {"audioFormat", {OAVAudioFormatFlag}, read<&Arguments::audioFormat>},
+    {"audioQuality", {OAVAudioQualityFlag}, read<&Arguments::audioQuality>, "", "one of min, low, medium, high, max"},
+    {"audioBitRate", {OAVAudioBitRateFlag}, read<&Arguments::audioBitRate>, "bit/s", anInteger},
+    {"sampleRate", {OAVAudioSampleRateFlag}, read<&Arguments::sampleRate>, "Hz", anInteger},
+    {"audioBitsPerChannel", {OAVAudioBitsPerChannelFlag}, read<&Arguments::audioBitsPerChannel>, "bits", anInteger},
+    {"channelLayout", {OAVAudioChannelLayoutFlag}, read<&Arguments::channelLayout>},
+    {"outputChannels", {OAVAudioChannelLayoutFlag}, read<&Arguments::outputChannels>, "channels"},
+    {"channelLayoutTag", {OAVAudioChannelLayoutTagFlag}, read<&Arguments::channelLayoutTag>, "", anInteger},
+    {"channelLayoutBitmap",
+     {OAVAudioChannelLayoutBitmapFlag},
+     read<&Arguments::channelLayoutBitmap>,
+     "",
+     "a list of channels as 'L R C LFE'"},
+    {"audioLanguageCode", {OAVAudioLanguageCodeFlag}, read<&Arguments::audioLanguageCode>},
+    {"audioOutputIsDiscrete", {OAVDiscreteAudioFlag}, read<&Arguments::audioOutputIsDiscrete>},
+    {"audioOutputChannelsMatchSource",
+     {OAVAudioChannelMatchSourceFlag},
+     read<&Arguments::audioOutputChannelsMatchSource>},
+    {"ignoredAudioFileTracks", {OAVAudioIgnoreTracksPrefixFlag}, readIgnoredTracks},
+
+    {"timecodeSource",
+     {OAVTimecodeMatchSourceFlag, OAVTimecodeFromCreationDateFlag, OAVTimecodeCustomFlag},
+     read<&Arguments::timecodeSource>},
+    {"timecode", {OAVTimecodeCustomFlag}, read<&Arguments::timecode>},
+    {"timecodeFrameRate", {OAVTimecodeFrameRateFlag}, read<&Arguments::timecodeFrameRate>, "frames/s", aNumber},
+    {"timecodeDropFrameState",
+     {OAVTimecodeIsDropFlag, OAVTimecodeIsNonDropFlag, OAVTimecodeCustomFlag},
+     read<&Arguments::timecodeDropFrameState>},
+    {"addTimecodeTrack", {OAVTimecodeAddTrackFlag}, read<&Arguments::addTimecodeTrack>},
+    {"addTimecodeBurn", {OAVTimecodeAddBurnFlag}, read<&Arguments::addTimecodeBurn>},
+    {"bypassNTSCDrop", {OAVTimecodeBypassNTSCDropFlag}, read<&Arguments::bypassNTSCDrop>},
+    {"includeTimecode", {OAVTimecodeAddTrackFlag, OAVTimecodeAddBurnFlag}, read<&Arguments::includeTimecode>},
+    {"timecodeBurnAnchor", {OAVTimecodeBurnAnchorFlag}, read<&Arguments::timecodeBurnAnchor>},
+    {"timecodeBurnFontSize", {OAVTimecodeBurnFontSize}, read<&Arguments::timecodeBurnFontSize>, "", anInteger},
+    {"timecodeBurnFontColor", {OAVTimecodeBurnFontRGB}, read<&Arguments::timecodeBurnFontColor>, "", aColor},
+    {"timecodeBurnBoxColor", {OAVTimecodeBurnBoxRGB}, read<&Arguments::timecodeBurnBoxColor>, "", aColor},
+
+    {"watermarkFilePath", {OAVWatermarkFileBurnFilePathFlag}, read<&Arguments::watermarkFilePath>},
+    {"watermarkFileAnchor", {OAVWatermarkFileBurnAnchorFlag}, read<&Arguments::watermarkFileAnchor>},
+    {"watermarkFileScale",
+     {OAVWatermarkFileBurnScaleFlag},
+     read<&Arguments::watermarkFileScale>,
+     "times",
+     "a number above 0"},
+    {"addWatermarkText", {OAVWatermarkTextAddBurnFlag}, read<&Arguments::addWatermarkText>},
+    {"watermarkText", {OAVWatermarkTextBurnTextFlag}, read<&Arguments::watermarkText>},
+    {"watermarkTextBurnFontSize",
+     {OAVWatermarkTextBurnFontSizeFlag},
+     read<&Arguments::watermarkTextBurnFontSize>,
+     "",
+     anInteger},
+    {"watermarkTextAnchor", {OAVWatermarkTextBurnAnchorFlag}, read<&Arguments::watermarkTextAnchor>},
+    {"watermarkTextFontColor", {OAVWatermarkTextBurnFontRGBFlag}, read<&Arguments::watermarkTextFontColor>, "", aColor},
+    {"watermarkTextBoxColor", {OAVWatermarkTextBurnBoxRGBFlag}, read<&Arguments::watermarkTextBoxColor>, "", aColor},
 };
+
+/// Flags whose text the accessors read leniently or together with others', so that a reading does not tell a mistake.
+struct Check {
+    Flag flag;
+    bool (*isValid)(std::string_view text);
+    std::string_view expected;
+};
+
+template <bool (*isValid)(std::string_view)>
+bool areAll(std::string_view list) {
+    bool areValid = true;
+    Arguments().enumerateListValues(list, [&](std::string_view piece) { areValid = areValid && isValid(piece); });
+    return areValid;
+}
+
+bool isDeviceOrPlatform(std::string_view text) {
+    return isWholeNumber(text) || text == OAVGpuPlatformOpenCLFlag.rawValue() ||
+           text == OAVGpuPlatformMetalFlag.rawValue() || text == OAVGpuPlatformDefaultPlatformFlag.rawValue();
+}
+
+constexpr auto isNumber = [](std::string_view text) { return parseFloat<double>(text).has_value(); };
+constexpr auto isTimecode = [](std::string_view text) { return TimecodeComponents::fromTimecode(text).has_value(); };
+
+constexpr Check checks[] = {
+    {TranscodeCLIFlag::ovw, isNumber, aNumber},
+    {TranscodeCLIFlag::ovh, isNumber, aNumber},
+    {OAVVideoFrameCapacityFlag, isWholeNumber, "a whole number from 0"},
+    {OAVVideoGPUTransformFlag, areAll<isDeviceOrPlatform>, "a list of device numbers, or opencl, metal, default"},
+    {OAVTimecodeCustomFlag, isTimecode, "a timecode as 01:00:00:00"},
+};
+
+std::string problemOf(std::string_view text, std::string_view expected) {
+    return fmt::format("{}: not {}", text.empty() ? "(no value)" : text, expected);
+}
+
+/// "-ac_omit" and its forms for each file, of which nothing else tells one that cannot be read.
+void checkIgnoredTracks(const Arguments& arguments, std::vector<UnreadableOption>& unreadable) {
+    constexpr std::string_view prefix = OAVAudioIgnoreTracksPrefixFlag.rawValue();
+    for (const auto& [key, text] : arguments.flagValueLookup()) {
+        if (!key.starts_with(prefix)) continue;
+        const std::string_view file = std::string_view(key).substr(prefix.size());
+        if (!file.empty() && !(file.starts_with('_') && isWholeNumber(file.substr(1)))) {
+            unreadable.push_back(
+                {key, problemOf(text, fmt::format("under {} or {}_<number of a file>", prefix, prefix))});
+        } else if (!areAll<isWholeNumber>(text)) {
+            unreadable.push_back({key, problemOf(text, "a list of track numbers from 0")});
+        }
+    }
+}
+
+/// The flags of the row that are set, as the lookup spells them.
+std::vector<std::string_view> flagsSet(const Row& row, const ArgumentLookup& lookup) {
+    std::vector<std::string_view> set;
+    const bool isPrefix = row.read == readIgnoredTracks;
+    for (const Flag& flag : row.flags) {
+        if (flag.text.empty()) continue;
+        for (auto entry = lookup.lower_bound(flag.text); entry != lookup.end(); ++entry) {
+            if (isPrefix ? !entry->first.starts_with(flag.text) : entry->first != flag.text) break;
+            set.push_back(entry->first);
+        }
+    }
+    return set;
+}
 
 }  // namespace
 
-std::vector<TypedOption> typedOptions(const Arguments& arguments) {
-    std::vector<TypedOption> options;
-    for (const Row& row : rows) {
-        const auto stored = arguments.argumentFlagValue(row.flag);
-        if (!stored) continue;
-        const auto value = row.read(arguments);
-        options.push_back(
-            {row.accessor, row.flag, value ? *value : fmt::format("'{}': not {}", *stored, row.expected)});
+std::string TypedOption::text() const {
+    std::string text;
+    if (value.is_string()) {
+        const std::string& own = value.get_ref<const std::string&>();
+        const bool isOneLine = std::none_of(own.begin(), own.end(), [](unsigned char byte) { return byte < 0x20; });
+        text = isOneLine ? own : jsonText(value);
+    } else if (value.contains("width")) {
+        text = fmt::format("{} x {}", value["width"].dump(), value["height"].dump());
+    } else if (value.contains("hex")) {
+        text = fmt::format("{} {} {} (#{})", value["red"].dump(), value["green"].dump(), value["blue"].dump(),
+                           value["hex"].get_ref<const std::string&>());
+    } else if (value.is_array()) {
+        for (const Json& part : value) {
+            if (!text.empty()) text += ' ';
+            text += part.is_string() ? part.get<std::string>() : jsonText(part);
+        }
+    } else {
+        text = jsonText(value);
     }
+    return unit.empty() ? text : fmt::format("{} {}", text, unit);
+}
+
+TypedOptions typedOptions(const Arguments& arguments) {
+    TypedOptions options;
+    const ArgumentLookup& lookup = arguments.flagValueLookup();
+    for (const Row& row : rows) {
+        auto flags = flagsSet(row, lookup);
+        if (flags.empty()) continue;
+        if (auto value = row.read(arguments)) {
+            options.readable.push_back({row.accessor, std::move(flags), *std::move(value), row.unit});
+        } else if (!row.expected.empty()) {
+            const auto& [flag, text] = *lookup.find(flags.front());
+            options.unreadable.push_back({flag, problemOf(text, row.expected)});
+        }
+    }
+    for (const Check& check : checks) {
+        const auto entry = lookup.find(check.flag.text);
+        if (entry == lookup.end() || check.isValid(entry->second)) continue;
+        options.unreadable.push_back({entry->first, problemOf(entry->second, check.expected)});
+    }
+    checkIgnoredTracks(arguments, options.unreadable);
     return options;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,14 +10,32 @@
 
 namespace corvex::tool {
 
-/// One typed option that is set: its accessor, the flag it came from, and its value with its unit, or why it has none.
+/// One typed option that is set.
 struct TypedOption {
     std::string_view accessor;
-    std::string_view flag;
-    std::string text;
+    std::vector<std::string_view> flags;  ///< Those of its flags that are set; valid while the arguments live.
+    /// Numbers and lists as such, switches true, sizes {"width", "height"}, colours {"red", "green", "blue", "hex"},
+    /// colour properties by case name, other choices by their text.
+    Json value;
+    std::string_view unit;
+
+    /// The value with its unit, for people.
+    [[nodiscard]] std::string text() const;
 };
 
-/// The typed options of a job whose flags are set, in the order of the accessors.
-[[nodiscard]] std::vector<TypedOption> typedOptions(const TranscodeCliArguments& arguments);
+/// A flag whose text is no value of its option: "-vbr" and "abc: not a number".
+struct UnreadableOption {
+    std::string_view flag;  ///< Valid while the arguments live.
+    std::string problem;
+};
+
+struct TypedOptions {
+    std::vector<TypedOption> readable;  ///< In the order of the accessors.
+    std::vector<UnreadableOption> unreadable;
+};
+
+/// What a job's flags say through the typed options: each accessor whose flags are set, but those that wrap another's
+/// value as an object. An option that reads several flags is left out when together they give no value.
+[[nodiscard]] TypedOptions typedOptions(const TranscodeCliArguments& arguments);
 
 }  // namespace corvex::tool
