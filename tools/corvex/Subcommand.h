@@ -27,6 +27,7 @@ using Action = std::function<ExitStatus()>;
 using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
 
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);

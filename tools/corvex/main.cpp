@@ -19,6 +19,7 @@ using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
     corvex::tool::addArgsCommand,
+    corvex::tool::addColorCommand,
     corvex::tool::addRateCommand,
     corvex::tool::addTimecodeCommand,
     corvex::tool::addTranscodeCommand,
