@@ -86,10 +86,9 @@ void AudioTrack::openEncoder(const AudioRequest& request, const MediaInput& firs
     encoder_->time_base = {1, encoder_->sample_rate};
     encoder_->sample_fmt = codec->sample_fmts[0];
     for (const AVSampleFormat* format = codec->sample_fmts; *format != AV_SAMPLE_FMT_NONE; ++format) {
-        // Lossless codecs offer a format for each depth.
-        if (isDeepOutput && av_get_bytes_per_sample(*format) > av_get_bytes_per_sample(encoder_->sample_fmt)) {
-            encoder_->sample_fmt = *format;
-        }
+        // Lossless codecs offer a format for each depth, in no order.
+        const int wider = av_get_bytes_per_sample(*format) - av_get_bytes_per_sample(encoder_->sample_fmt);
+        if (isDeepOutput ? wider > 0 : wider < 0) encoder_->sample_fmt = *format;
     }
     if (request.bitsPerSecond) encoder_->bit_rate = *request.bitsPerSecond;
     if (request.quality && !request.bitsPerSecond) {

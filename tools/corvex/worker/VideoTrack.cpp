@@ -290,8 +290,15 @@ void VideoTrack::filter(AVFrame* frame) {
             graph_.reset();
         }
         if (!graph_) buildGraph(*frame);
+        const AVRational frameLength = av_inv_q(timing_.frameRate);
+        const std::int64_t length =
+            frame->pkt_duration > 0 ? frame->pkt_duration : av_rescale_q(1, frameLength, inputTimeBase_);
+        if (frame->pts != AV_NOPTS_VALUE) inputEnd_ = frame->pts + length;
+        check(av_buffersrc_add_frame(graphSource_, frame), "video filter");
+    } else {
+        // Where the last picture ends: a change of rate may repeat it up to there.
+        check(av_buffersrc_close(graphSource_, inputEnd_, 0), "video filter");
     }
-    check(av_buffersrc_add_frame(graphSource_, frame), "video filter");
     for (;;) {
         const int result = av_buffersink_get_frame(graphSink_, filtered_.get());
         if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return;

@@ -75,6 +75,7 @@ private:
     SourcePicture source_;
     AVRational inputTimeBase_{};
     std::int64_t inputStart_ = 0;   ///< In the input's time base.
+    std::int64_t inputEnd_ = 0;     ///< Of the last frame, counted from the file's start, in the input's time base.
     std::int64_t outputStart_ = 0;  ///< Of the current file, in the encoder's time base.
     std::int64_t lastTime_ = 0;     ///< Of the last frame, in the same.
     std::int64_t nextTime_ = 0;     ///< Where the last frame ends at the nominal rate, in the same.
