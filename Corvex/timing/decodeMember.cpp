@@ -3,17 +3,15 @@
 #include <nlohmann/json.hpp>
 
 #include <string>
-#include <utility>
 
 #include <Corvex/platform/Error.h>
 
 namespace corvex::inline v0 {
 
 std::int64_t decodeInteger(const Json& json, std::string_view key) {
-    const bool fits =
-        json.is_number_unsigned() ? std::in_range<std::int64_t>(json.get<std::uint64_t>()) : json.is_number_integer();
-    if (!fits) throw DecodingError(std::string(key), "expected a whole number of 64 bits, not " + jsonText(json));
-    return json.get<std::int64_t>();
+    const auto number = wholeNumberOf(json);
+    if (!number) throw DecodingError(std::string(key), "expected a whole number of 64 bits, not " + jsonText(json));
+    return *number;
 }
 
 double decodeNumber(const Json& json, std::string_view key) {
