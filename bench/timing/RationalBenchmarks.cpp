@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include <Corvex/timing/CommonVideoFrameRate.h>
 #include <Corvex/timing/NumericRational.h>
@@ -47,9 +48,9 @@ Pairs randomPairs(unsigned numeratorBits, unsigned denominatorBits) {
 const Pairs pairs = randomPairs(13, 12);
 const Pairs longPairs = randomPairs(48, 24);
 
-/// Runs `step` on one pair after the other.
-template <class Step>
-void overPairs(benchmark::State& state, Step&& step, const Pairs& terms = pairs) {
+/// Runs `step` on one of the terms and the next, for one after the other.
+template <class Step, class Terms = Pairs>
+void overPairs(benchmark::State& state, Step&& step, const Terms& terms = pairs) {
     std::size_t at = 0;
     for (auto _ : state) {
         auto result = step(terms[at % terms.size()], terms[(at + 1) % terms.size()]);
@@ -132,17 +133,7 @@ void reduceLong_boost(benchmark::State& state) {
 }
 BENCHMARK(reduceLong_boost);
 
-/// The pairs as rationals that are reduced beforehand, as this peer always keeps them.
-const std::array<Rational, std::tuple_size_v<Pairs>>& rationals() {
-    static const auto made = [] {
-        std::array<Rational, std::tuple_size_v<Pairs>> result;
-        for (std::size_t i = 0; i < pairs.size(); ++i) result[i].assign(pairs[i].numerator, pairs[i].denominator);
-        return result;
-    }();
-    return made;
-}
-
-/// From the pairs as they come, as the others do it, and with operands that are reduced already.
+/// From the pairs as they come, as the others do it.
 void multiply_boost(benchmark::State& state) {
     overPairs(state, [](const Pair& a, const Pair& b) {
         return Rational(a.numerator, a.denominator) * Rational(b.numerator, b.denominator);
@@ -150,28 +141,23 @@ void multiply_boost(benchmark::State& state) {
 }
 BENCHMARK(multiply_boost);
 
+/// With operands that are reduced beforehand, as this peer always keeps them.
+template <class Ratio, class Reduce>
+void multiplyReducedBefore(benchmark::State& state, Reduce&& reduce) {
+    std::vector<Ratio> values;
+    for (const Pair& pair : pairs) values.push_back(reduce(pair));
+    overPairs(
+        state, [](const Ratio& a, const Ratio& b) { return a * b; }, values);
+}
+
 void multiply_boostReducedBefore(benchmark::State& state) {
-    const auto& values = rationals();
-    std::size_t at = 0;
-    for (auto _ : state) {
-        auto result = values[at % values.size()] * values[(at + 1) % values.size()];
-        benchmark::DoNotOptimize(result);
-        ++at;
-    }
-    state.SetItemsProcessed(state.iterations());
+    multiplyReducedBefore<Rational>(state, [](const Pair& pair) { return Rational(pair.numerator, pair.denominator); });
 }
 BENCHMARK(multiply_boostReducedBefore);
 
 void multiply_corvexReducedBefore(benchmark::State& state) {
-    static std::array<corvex::NumericRational, std::tuple_size_v<Pairs>> values;
-    for (std::size_t i = 0; i < pairs.size(); ++i) values[i] = numeric(pairs[i]).inLowestTerms();
-    std::size_t at = 0;
-    for (auto _ : state) {
-        auto result = values[at % values.size()] * values[(at + 1) % values.size()];
-        benchmark::DoNotOptimize(result);
-        ++at;
-    }
-    state.SetItemsProcessed(state.iterations());
+    multiplyReducedBefore<corvex::NumericRational>(state,
+                                                   [](const Pair& pair) { return numeric(pair).inLowestTerms(); });
 }
 BENCHMARK(multiply_corvexReducedBefore);
 
