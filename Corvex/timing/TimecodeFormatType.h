@@ -23,9 +23,9 @@ static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
 /// How a timecode counts and in which form a media sample carries it.
 struct TimecodeFormatOptions {
     bool ensureValidDropFrameRates = true;  ///< Only rates that are NTSC drop-frame compliant drop frames.
-    bool enforceBroadcastTimecode = true;
+    bool enforceBroadcastTimecode = true;   ///< For the caller: counting does not look at it.
     TimecodeFormatType formatType = TimecodeFormatType::timecode32;
-    bool permitNegativeTimes = false;
+    bool permitNegativeTimes = false;  ///< For the caller, too.
 
     friend constexpr bool operator==(const TimecodeFormatOptions&, const TimecodeFormatOptions&) noexcept = default;
 };
