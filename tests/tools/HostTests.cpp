@@ -8,7 +8,6 @@
 
 #include <tests/tools/Command.h>
 #include <tools/corvex/SuggestedFlag.h>
-#include <tools/corvex/TypedOptions.h>
 #include <tools/corvex/host/ProgressDisplay.h>
 
 namespace corvex::tool {
@@ -37,33 +36,6 @@ TEST(SuggestedFlag, findsTheFlagThatWasMeant) {
         {std::string(65, '-'), std::nullopt},
     };
     for (const auto& [unknown, expected] : rows) EXPECT_EQ(suggestedFlag(unknown), expected) << unknown;
-}
-
-TEST(TypedOptions, showValuesWithUnitsAndTextsThatAreNone) {
-    const auto textOf = [](const std::vector<std::string>& words) {
-        std::string text;
-        for (const TypedOption& option : typedOptions(TranscodeCliArguments(words))) {
-            text += std::string(option.accessor) + "=" + option.text + ";";
-        }
-        return text;
-    };
-    struct Row {
-        std::vector<std::string> words;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {{"-dims", "1920x1080"}, "videoDimensions=1920 x 1080 pixels"},
-        {{"-dims", "wide"}, "videoDimensions='wide': not a size as 1920x1080"},
-        {{"-vbr", "3.5"}, "videoBitRate=3.5 Mbit/s"},
-        {{"-vbr", "fast"}, "videoBitRate='fast': not "},
-        {{"-asr", "48000"}, "sampleRate=48000 Hz"},
-        {{"-asr", "48k"}, "sampleRate='48k': not "},
-        {{"-web"}, "prepareForWeb=true"},
-        {{"-vcodec", "H264"}, "videoFormat=h264"},
-        {{"-out", "/A b.mov"}, "outputFile=/A b.mov"},
-    };
-    for (const Row& row : rows) EXPECT_THAT(textOf(row.words), HasSubstr(row.expected));
-    EXPECT_EQ(textOf({"-in", "a.mov"}), "");
 }
 
 TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {

@@ -11,10 +11,7 @@
 namespace corvex::tool::test {
 namespace {
 
-using ::testing::Each;
-using ::testing::Ge;
 using ::testing::HasSubstr;
-using ::testing::Lt;
 
 /// What is left of two encodings of one picture by the same encoder.
 constexpr double sameDecibels = 35;
