@@ -61,7 +61,8 @@ TEST(Color, hexadecimalTextRoundTripsEveryByte) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     for (std::size_t byte = 0; byte < 256; ++byte) {
         const std::string two{digits[byte / 16], digits[byte % 16]};
-        const std::string text = two + "00FF" + two;
+        std::string text = two;
+        text.append("00FF").append(two);
         const auto color = Color::fromHex(text);
         ASSERT_TRUE(color.has_value()) << text;
         EXPECT_EQ(color->toHex(true), text);

@@ -14,7 +14,7 @@ using Json = nlohmann::ordered_json;
 
 Words argsWords(Words options, const Words& job) {
     options.insert(options.begin(), "args");
-    options.push_back("--");
+    options.emplace_back("--");
     options.insert(options.end(), job.begin(), job.end());
     return options;
 }

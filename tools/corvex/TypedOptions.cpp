@@ -109,8 +109,8 @@ struct Row {
     std::string_view accessor;
     std::array<Flag, 4> flags;
     Reader read;
-    std::string_view unit = "";
-    std::string_view expected = "";  ///< What the text of the flag must be; empty if any will do.
+    std::string_view unit{};
+    std::string_view expected{};  ///< What the text of the flag must be; empty if any will do.
 };
 
 constexpr std::string_view aNumber = "a number";
