@@ -103,7 +103,7 @@ void AudioTrack::beginFile(const MediaInput& input, const AVStream& stream, std:
     decoder_.emplace(input, stream);
     inputTimeBase_ = stream.time_base;
     inputStart_ = input.startOf(stream);
-    outputStart_ = av_rescale_q(start, AV_TIME_BASE_Q, encoder_->time_base);
+    outputStart_ = av_rescale_q(start, microseconds, encoder_->time_base);
     isFirstOfFile_ = true;
     toSkip_ = 0;  // a file before it was shorter than what was to be left out of it
 }
@@ -148,7 +148,7 @@ void AudioTrack::pickChannel(int sourceChannels) {
     check(swr_set_matrix(resampler_.get(), weights.data(), sourceChannels), "audio conversion");
 }
 
-void AudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, AV_TIME_BASE_Q, encoder_->time_base); }
+void AudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, microseconds, encoder_->time_base); }
 
 bool AudioTrack::isFull() const noexcept { return limit_ && taken_ >= *limit_; }
 
@@ -247,6 +247,6 @@ void AudioTrack::finish() {
            [&](AVPacket& packet) { output_.write(packet, stream_, encoder_->time_base); });
 }
 
-std::int64_t AudioTrack::end() const noexcept { return av_rescale_q(taken_, encoder_->time_base, AV_TIME_BASE_Q); }
+std::int64_t AudioTrack::end() const noexcept { return av_rescale_q(taken_, encoder_->time_base, microseconds); }
 
 }  // namespace corvex::tool

@@ -45,7 +45,7 @@ void CopiedAudioTrack::beginFile(const MediaInput& input, const AVStream& stream
                        std::to_string(stream.index) + " differs from the first file's");
     }
     inputTimeBase_ = stream.time_base;
-    shift_ = av_rescale_q(start, AV_TIME_BASE_Q, stream.time_base) - input.startOf(stream);
+    shift_ = av_rescale_q(start, microseconds, stream.time_base) - input.startOf(stream);
     isFirstOfFile_ = true;
 }
 
@@ -91,7 +91,7 @@ void CopiedAudioTrack::fillGap(std::int64_t from, std::int64_t to) {
     av_packet_move_ref(packet_.get(), firstPacket.get());
 }
 
-void CopiedAudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, AV_TIME_BASE_Q, timeBase_); }
+void CopiedAudioTrack::limitTo(std::int64_t end) { limit_ = av_rescale_q(end, microseconds, timeBase_); }
 
 void CopiedAudioTrack::writePacket() {
     if (limit_ && packet_->pts != AV_NOPTS_VALUE && av_rescale_q(packet_->pts, inputTimeBase_, timeBase_) >= *limit_) {
@@ -104,6 +104,6 @@ void CopiedAudioTrack::writePacket() {
     output_.write(*packet_, stream_, inputTimeBase_);
 }
 
-std::int64_t CopiedAudioTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, AV_TIME_BASE_Q); }
+std::int64_t CopiedAudioTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, microseconds); }
 
 }  // namespace corvex::tool

@@ -42,6 +42,9 @@ using FilterGraphPointer = std::unique_ptr<AVFilterGraph, FreeByAddress<avfilter
 using ResamplerPointer = std::unique_ptr<SwrContext, FreeByAddress<swr_free>>;
 using AudioFifoPointer = std::unique_ptr<AVAudioFifo, Free<av_audio_fifo_free>>;
 
+/// The time base of whole files (AV_TIME_BASE_Q, which is no expression of C++).
+inline constexpr AVRational microseconds{1, AV_TIME_BASE};
+
 /// A dictionary of options that frees what a library left in it.
 class Options {
 public:

@@ -146,7 +146,7 @@ void MediaInput::requireCompleteStreams() const {
 
 std::int64_t MediaInput::startOf(const AVStream& stream) const noexcept {
     if (context_->start_time == AV_NOPTS_VALUE) return 0;
-    return av_rescale_q(context_->start_time, AV_TIME_BASE_Q, stream.time_base);
+    return av_rescale_q(context_->start_time, microseconds, stream.time_base);
 }
 
 double MediaInput::duration() const noexcept {

@@ -208,7 +208,7 @@ void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std:
     inputPath_ = input.path();
     inputTimeBase_ = stream.time_base;
     inputStart_ = input.startOf(stream);
-    outputStart_ = std::max(nextTime_, av_rescale_q(start, AV_TIME_BASE_Q, timeBase_));
+    outputStart_ = std::max(nextTime_, av_rescale_q(start, microseconds, timeBase_));
     framesBeforeFile_ = frameCount_;
     graph_.reset();
 }
@@ -229,11 +229,11 @@ void VideoTrack::finish() {
     encode(*encoder_, nullptr, *packet_, [&](AVPacket& packet) { write(packet); });
 }
 
-std::int64_t VideoTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, AV_TIME_BASE_Q); }
+std::int64_t VideoTrack::end() const noexcept { return av_rescale_q(nextTime_, timeBase_, microseconds); }
 
 std::optional<std::int64_t> VideoTrack::knownLimit() const noexcept {
     if (!request_.maxFrames || !timing_.hasConstantRate) return std::nullopt;
-    return av_rescale_q(*request_.maxFrames, timeBase_, AV_TIME_BASE_Q);
+    return av_rescale_q(*request_.maxFrames, timeBase_, microseconds);
 }
 
 void VideoTrack::buildGraph(const AVFrame& frame) {
