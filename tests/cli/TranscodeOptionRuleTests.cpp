@@ -207,7 +207,8 @@ TEST(TranscodeOptionRules, transformationDevices) {
     Arguments arguments = holding({{"-gpu_trans", "metal 7 8"}});
     EXPECT_EQ(arguments.gpuTransformationDevice(), nullptr);
     setGpuDeviceProvider([](std::uint64_t number) { return number == 7 ? std::make_shared<Device>(7) : nullptr; });
-    EXPECT_EQ(arguments.gpuTransformationDevice()->registryID(), 7U);
+    const auto device = arguments.gpuTransformationDevice();
+    EXPECT_TRUE(device != nullptr && device->registryID() == 7);
     arguments.setArgumentFlagValue("8 7", "-gpu_trans");
     EXPECT_EQ(arguments.gpuTransformationDevice(), nullptr) << "only the first counts";
     setGpuDeviceProvider({});

@@ -93,7 +93,7 @@ TEST(Color, conversionToSRGB) {
         {"gray", Color::gray(0.3), {0.3F, 0.3F, 0.3F}},
         {"grayTakesItsFirst", Color(ColorModel::genericGray, 0.3, 0.9, 0.1), {0.3F, 0.3F, 0.3F}},
         {"linear", Color(ColorModel::linearSRGB, 0.21404114, 1, 0), {0.5F, 1, 0}},
-        {"linearToe", Color(ColorModel::linearSRGB, 0.0031308, 0.001, -1), {0.04045F, 0.01292F, 0}},
+        {"linearToe", Color(ColorModel::linearSRGB, 0.0031308, 0.0025, -1), {0.04045F, 0.0323F, 0}},
         {"p3White", Color(ColorModel::displayP3, 1, 1, 1), {1, 1, 1}},
         {"p3Grey", Color(ColorModel::displayP3, 0.5, 0.5, 0.5), {0.5F, 0.5F, 0.5F}},
         {"p3RedIsOutside", Color(ColorModel::displayP3, 1, 0, 0), {1, 0, 0}},
