@@ -134,6 +134,7 @@ void Arguments::setIgnoredAudioTracks(std::uint64_t file, const std::set<std::ui
     std::erase_if(flagValueLookup_, [&](const auto& entry) { return omittingFile(entry.first) == file; });
     if (tracks.empty()) return;
     std::vector<std::string> numbers;
+    numbers.reserve(tracks.size());
     for (const std::uint64_t track : tracks) numbers.push_back(std::to_string(track));
     setArgumentFlagValue(buildCLIList(numbers), std::string(omitFlag) + "_" + std::to_string(file));
 }

@@ -8,6 +8,7 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/NumberText.h>
 
+// NOLINTNEXTLINE(modernize-concat-nested-namespaces): they are; the check does not know inline ones
 namespace corvex::inline v0::options {
 
 // How the typed options read and write the texts of their flags. Internal.

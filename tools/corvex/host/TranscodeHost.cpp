@@ -46,7 +46,8 @@ void refuseUnknownFlags(const TranscodeCliArguments& arguments, const std::vecto
 void refuseValuesThatReadAsFlags(const TranscodeCliArguments& arguments) {
     for (const auto& [flag, value] : arguments.flagValueLookup()) {
         if (trimmed(value).starts_with('-')) {
-            throw UsageError(flag + " '" + value + "': a value cannot begin with '-', as it would be read as a flag");
+            throw UsageError(flag + " " + inQuotes(value) +
+                             ": a value cannot begin with '-', as it would be read as a flag");
         }
     }
 }

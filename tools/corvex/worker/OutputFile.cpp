@@ -39,7 +39,7 @@ fs::path temporaryName(const fs::path& directory, const fs::path& file, pid_t pr
 
 }  // namespace
 
-OutputFile::OutputFile(fs::path target, fs::path workDirectory, bool overwrites)
+OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites)
     : target_(std::move(target)), overwrites_(overwrites) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);

@@ -14,7 +14,7 @@ class OutputFile {
 public:
     /// `workDirectory` empty: the bytes gather beside the target. Throws JobError when the target exists and may not
     /// be replaced, is a directory, or when its directory or the work directory cannot be written.
-    OutputFile(std::filesystem::path target, std::filesystem::path workDirectory, bool overwrites);
+    OutputFile(std::filesystem::path target, const std::filesystem::path& workDirectory, bool overwrites);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;

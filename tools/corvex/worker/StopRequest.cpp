@@ -45,7 +45,7 @@ void watchParent(pid_t parentPid) {
         // The worker may wait for bytes of a pipe that never come: a signal interrupts that, and one that arrives just
         // before the wait is not the last.
         for (;;) {
-            pthread_kill(worker, SIGTERM);
+            pthread_kill(worker, SIGTERM);  // NOLINT(bugprone-bad-signal-to-kill-thread): it has a handler
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
         }
     }).detach();
