@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corvex/platform/CaseTable.h>
+
+namespace corvex::inline v0 {
+
+/// One table for each channel, or one for colours.
+enum class LutDimensions : std::uint8_t { oneD, cube };
+
+template <>
+inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimensions>>({
+    {LutDimensions::oneD, "oneD", "One-dimensional table"},
+    {LutDimensions::cube, "cube", "Three-dimensional cube"},
+});
+static_assert(isComplete<LutDimensions>(caseTable<LutDimensions>));
+
+/// How a LUT file is written. All dialects of plain text are read by one grammar.
+enum class LutMarkupType : std::uint8_t { genericText };
+
+template <>
+inline constexpr auto caseTable<LutMarkupType> = std::to_array<Case<LutMarkupType>>({
+    {LutMarkupType::genericText, "genericText", "Plain text, a line of three numbers for each entry"},
+});
+static_assert(isComplete<LutMarkupType>(caseTable<LutMarkupType>));
+
+}  // namespace corvex::inline v0

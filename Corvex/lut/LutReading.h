@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Corvex/lut/LutLineReport.h>
+#include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Log.h>
+
+namespace corvex::inline v0 {
+
+/// Why a file is no LUT.
+enum class LutReadProblem : std::uint8_t {
+    extension,
+    cannotOpen,
+    cannotRead,
+    tooManyEntries,
+    noEntries,
+    unknownDimensions,
+    notAPowerOfTwo,
+    tooFewEntries,
+    valueTooLarge,
+};
+
+template <>
+inline constexpr auto caseTable<LutReadProblem> = std::to_array<Case<LutReadProblem>>({
+    {LutReadProblem::extension, "extension", "The name has no extension of a LUT file"},
+    {LutReadProblem::cannotOpen, "cannotOpen", "The file cannot be opened, or is no regular file"},
+    {LutReadProblem::cannotRead, "cannotRead", "Reading the file failed"},
+    {LutReadProblem::tooManyEntries, "tooManyEntries", "The file has more than 16777216 entries"},
+    {LutReadProblem::noEntries, "noEntries", "No line of the file is three numbers"},
+    {LutReadProblem::unknownDimensions, "unknownDimensions",
+     "Nothing declares a cube or a 1D table, and the number of entries is of neither"},
+    {LutReadProblem::notAPowerOfTwo, "notAPowerOfTwo", "The entries of a 1D table are not a power of two"},
+    {LutReadProblem::tooFewEntries, "tooFewEntries", "A 1D table has fewer than 256 entries"},
+    {LutReadProblem::valueTooLarge, "valueTooLarge", "The largest value is above every bit depth"},
+});
+static_assert(isComplete<LutReadProblem>(caseTable<LutReadProblem>));
+
+/// What came of reading a file: the table, or the problem, and in either case what its lines were.
+struct LutReading {
+    struct Message {
+        LogLevel level;
+        std::string text;
+
+        friend bool operator==(const Message&, const Message&) = default;
+    };
+
+    std::shared_ptr<const ParsedLutFile> file;  ///< Null where there is a problem.
+    std::optional<LutReadProblem> problem;
+    bool isValidText = true;  ///< False: not UTF-8; what stands before the fault was read.
+    LutLineReport lines;
+    std::vector<Message> messages;  ///< What ParsedLutFactory::parsedLut writes to the log.
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <algorithm>
+
+namespace corvex::inline v0 {
+
+/// One data line: red, green, blue in the order of its columns, each the double nearest to its text. Never NaN, never
+/// infinite, never minus zero.
+struct LutValueTriplet {
+    double first = 0, second = 0, third = 0;
+
+    [[nodiscard]] constexpr double smallest() const noexcept { return std::min(std::min(first, second), third); }
+    [[nodiscard]] constexpr double largest() const noexcept { return std::max(std::max(first, second), third); }
+
+    friend constexpr bool operator==(const LutValueTriplet&, const LutValueTriplet&) = default;
+};
+
+/// A colour that is looked up, or found.
+template <class Component>
+struct RGB {
+    Component r{}, g{}, b{};
+
+    friend constexpr bool operator==(const RGB&, const RGB&) = default;
+};
+
+/// `operation` on each of the components.
+template <class Component, class Operation>
+[[nodiscard]] constexpr auto mapped(const RGB<Component>& color, Operation operation) {
+    using Result = decltype(operation(color.r));
+    return RGB<Result>{operation(color.r), operation(color.g), operation(color.b)};
+}
+
+}  // namespace corvex::inline v0

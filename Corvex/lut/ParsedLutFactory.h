@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+#include <Corvex/exported/FileExtension.h>
+#include <Corvex/lut/GenericTextLutInterpreter.h>
+#include <Corvex/lut/LutReading.h>
+#include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// Reads LUT text files. The extension decides only whether a file is read; all go through one grammar (docs/LUTS.md).
+/// Threads  Any; calls are independent.
+class ParsedLutFactory {
+public:
+    using LutValueTriplet = corvex::LutValueTriplet;
+    using GenericTextLutInterpreter = corvex::GenericTextLutInterpreter;
+    using ParsedOneDimensionLutFile = corvex::ParsedOneDimensionLutFile;
+    using ParsedThreeDimensionalFloatingPointFile = corvex::ParsedThreeDimensionalFloatingPointFile;
+    using ParsedThreeDimensionalIntegerFile = corvex::ParsedThreeDimensionalIntegerFile;
+    using LutCube = corvex::LutCube;
+    using OneDimensionConverter = corvex::OneDimensionConverter;
+    using Integer3DSampleConverter = corvex::Integer3DSampleConverter;
+    using NormalizedFloatingPoint3DSampleConverter = corvex::NormalizedFloatingPoint3DSampleConverter;
+
+    /// The extensions of files that are read.
+    static constexpr std::array permittedExtensions = {
+        FileExtension::alut,   FileExtension::cms, FileExtension::cube, FileExtension::dat,   FileExtension::ilut,
+        FileExtension::lut,    FileExtension::mga, FileExtension::olut, FileExtension::lut1d, FileExtension::lut3dl,
+        FileExtension::mesh3d, FileExtension::txt, FileExtension::xml,
+    };
+    /// Whether the path's extension is one of them, in any case.
+    [[nodiscard]] CORVEX_EXPORT static bool permitsExtension(const std::filesystem::path& path);
+
+    /// The table in a file; null for every failure, which is only logged.
+    [[nodiscard]] CORVEX_EXPORT static std::shared_ptr<const ParsedLutFile> parsedLut(
+        const std::filesystem::path& lutFilePath);
+
+    /// The same, with the reason of a failure and an account of the lines; logs nothing.
+    [[nodiscard]] CORVEX_EXPORT static LutReading read(const std::filesystem::path& lutFilePath);
+
+    /// The same for the bytes of a file that is in memory. `name` stands for its path.
+    [[nodiscard]] CORVEX_EXPORT static LutReading readText(std::string_view bytes, const std::filesystem::path& name);
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <utility>
+
+#include <Corvex/lut/LutDimensions.h>
+#include <Corvex/lut/OneDimensionConverter.h>
+#include <Corvex/lut/ThreeDimensionalSampleConverter.h>
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// A LUT file: where it lies and what it is.
+class CORVEX_EXPORT LutFile {
+public:
+    virtual ~LutFile();
+    LutFile(const LutFile&) = delete;
+    LutFile& operator=(const LutFile&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+    [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
+    [[nodiscard]] LutMarkupType fileMarkup() const noexcept { return fileMarkup_; }
+
+protected:
+    LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup) noexcept
+        : file_(std::move(file)), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
+
+private:
+    std::filesystem::path file_;
+    LutDimensions dimensions_;
+    LutMarkupType fileMarkup_;
+};
+
+/// A LUT file that was read. Immutable; owns its table; any thread.
+class CORVEX_EXPORT ParsedLutFile : public LutFile {
+public:
+    ~ParsedLutFile() override;
+
+    /// Samples the table.
+    [[nodiscard]] virtual const RGBSampleConverter& converter() const noexcept = 0;
+    /// The entries of the file in its order, at least one.
+    [[nodiscard]] virtual std::span<const LutValueTriplet> orderedEntries() const noexcept = 0;
+
+protected:
+    using LutFile::LutFile;
+};
+
+/// One table for each channel, of code values or of numbers whose full scale is 1.0.
+class CORVEX_EXPORT ParsedOneDimensionLutFile final : public ParsedLutFile {
+public:
+    /// `converter` must not be null.
+    ParsedOneDimensionLutFile(std::filesystem::path file, LutMarkupType fileMarkup,
+                              std::unique_ptr<const OneDimensionConverter> converter) noexcept;
+    ~ParsedOneDimensionLutFile() override;
+
+    [[nodiscard]] const OneDimensionConverter& converter() const noexcept override { return *converter_; }
+    [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
+        return converter_->orderedEntries();
+    }
+
+private:
+    std::unique_ptr<const OneDimensionConverter> converter_;
+};
+
+/// A cube whose full scale is 1.0.
+class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
+public:
+    ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
+                                            NormalizedFloatingPoint3DSampleConverter converter) noexcept;
+    ~ParsedThreeDimensionalFloatingPointFile() override;
+
+    [[nodiscard]] const NormalizedFloatingPoint3DSampleConverter& converter() const noexcept override {
+        return converter_;
+    }
+    [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
+        return converter_.cube().orderedEntries();
+    }
+
+private:
+    NormalizedFloatingPoint3DSampleConverter converter_;
+};
+
+/// A cube of whole code values.
+class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
+public:
+    ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
+                                      Integer3DSampleConverter converter) noexcept;
+    ~ParsedThreeDimensionalIntegerFile() override;
+
+    [[nodiscard]] std::int64_t bitDepth() const noexcept { return converter_.bitDepth(); }
+    [[nodiscard]] const Integer3DSampleConverter& converter() const noexcept override { return converter_; }
+    [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
+        return converter_.cube().orderedEntries();
+    }
+
+private:
+    Integer3DSampleConverter converter_;
+};
+
+/// A LUT file whose values are unsigned integers of a bit depth.
+template <class File>
+concept UnsignedIntegerLutFile = std::derived_from<File, LutFile> && requires(const File& file) {
+    { file.bitDepth() } -> std::convertible_to<std::int64_t>;
+};
+static_assert(UnsignedIntegerLutFile<ParsedThreeDimensionalIntegerFile>);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+namespace corvex::inline v0 {
+
+/// A run of up to eight digits and its value.
+struct DigitRun {
+    std::uint64_t value;
+    unsigned count;
+};
+
+/// The digits at the front of eight readable bytes, all at once.
+[[nodiscard]] inline DigitRun digitRun(const char* at) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        const std::uint64_t digits = word ^ 0x3030303030303030U;
+        // The high bit of each byte that is above 9; the carry out of one byte only spoils bytes behind a non-digit.
+        const std::uint64_t others = ((digits + 0x7676767676767676U) | digits) & 0x8080808080808080U;
+        const auto count = static_cast<unsigned>(std::countr_zero(others)) / 8U;
+        if (count == 0) return {0, 0};
+        // The first digit is the most significant: move the run to the top, zeros come in as leading digits.
+        const std::uint64_t run = digits << (64U - 8U * count);
+        const std::uint64_t pairs = run * 10U + (run >> 8U);
+        const std::uint64_t fours = ((pairs & 0x00FF00FF00FF00FFU) * 100U + ((pairs & 0x00FF00FF00FF00FFU) >> 16U));
+        const std::uint64_t eight = (fours & 0x0000FFFF0000FFFFU) * 10000U + ((fours & 0x0000FFFF0000FFFFU) >> 32U);
+        return {eight & 0xFFFFFFFFU, count};
+    } else {
+        DigitRun run{0, 0};
+        while (run.count < 8 && at[run.count] >= '0' && at[run.count] <= '9') {
+            run.value = run.value * 10U + static_cast<unsigned>(at[run.count++] - '0');
+        }
+        return run;
+    }
+}
+
+/// Reads the number at `at` into `value`, correctly rounded, minus zero as zero. Null where there is none of the form
+/// [+-]? (digits [. digits*] | . digits) ([eE] [+-]? digits)?, or where it is too large or too small for double; then
+/// the caller takes a closer look. The text ends with a byte that belongs to no number, and 8 more can be read.
+[[nodiscard]] inline const char* scanDecimal(const char* at, double& value) noexcept {
+    constexpr std::array<std::uint64_t, 9> whole = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+    constexpr std::array<double, 23> powers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const auto isDigit = [](char character) { return static_cast<unsigned char>(character - '0') < 10; };
+    const bool isNegative = *at == '-';
+    if (isNegative || *at == '+') ++at;
+    const char* const first = at;
+    std::uint64_t mantissa = 0;
+    for (; isDigit(*at); ++at) mantissa = mantissa * 10U + static_cast<unsigned>(*at - '0');
+    auto digitCount = static_cast<std::size_t>(at - first);
+    std::size_t fractionCount = 0;
+    if (*at == '.') {
+        const char* const fraction = ++at;
+        DigitRun run{};
+        do {
+            run = digitRun(at);
+            mantissa = mantissa * whole[run.count] + run.value;
+            at += run.count;
+        } while (run.count == 8);
+        fractionCount = static_cast<std::size_t>(at - fraction);
+        digitCount += fractionCount;
+    }
+    if (digitCount == 0) return nullptr;
+    if (*at == 'e' || *at == 'E') {
+        ++at;
+        if (*at == '-' || *at == '+') ++at;
+        if (!isDigit(*at)) return nullptr;
+        while (isDigit(*at)) ++at;
+    } else if (digitCount <= 19 && mantissa <= (std::uint64_t{1} << 53U) && fractionCount < powers.size()) {
+        // Both terms are exact, so the quotient is rounded once.
+        const double magnitude = static_cast<double>(mantissa) / powers[fractionCount];
+        value = isNegative && mantissa != 0 ? -magnitude : magnitude;
+        return at;
+    }
+    double magnitude = 0;
+    if (std::from_chars(first, at, magnitude).ec != std::errc()) return nullptr;
+    value = isNegative && magnitude != 0 ? -magnitude : magnitude;
+    return at;
+}
+
+}  // namespace corvex::inline v0

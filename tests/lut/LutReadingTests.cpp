@@ -1,0 +1,332 @@
+#include <fstream>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "LutFiles.h"
+
+namespace corvex {
+namespace {
+
+using Triplets = std::vector<LutValueTriplet>;
+
+Triplets entriesOf(std::string_view text) {
+    const auto reading = readLut("3D\n" + std::string(text));
+    if (!reading.file) return {};
+    const auto entries = reading.file->orderedEntries();
+    return {entries.begin(), entries.end()};
+}
+
+/// What a file turned out to be, as "converter entries depth" or "problem".
+std::string verdict(const LutReading& reading) {
+    if (!reading.file) return std::string(rawValue(*reading.problem));
+    const auto& converter = reading.file->converter();
+    std::string text(converter.className());
+    text += ' ' + std::to_string(reading.file->orderedEntries().size());
+    if (const auto* integer = dynamic_cast<const Integer3DSampleConverter*>(&converter)) {
+        text += ' ' + std::to_string(integer->bitDepth());
+    }
+    return text;
+}
+
+TEST(LutReading, linesBecomeEntriesOrNothing) {
+    const Triplets one{{1, 2, 3}};
+    const struct {
+        const char* name;
+        std::string text;
+        Triplets expected;
+    } rows[] = {
+        {"blanks", "1 2 3", one},
+        {"tabs", "1\t2\t3", one},
+        {"twoBlanks", "1  2 3", {}},
+        {"tabAndBlank", "1\t 2 3", {}},
+        {"fourColumns", "1 2 3 4", {}},
+        {"twoColumns", "1 2", {}},
+        {"comment", "# 1 2 3", {}},
+        {"indented", " \t\u00a0\u20031 2 3 \u3000\t ", one},
+        {"noBreakSpaceSeparates", "1\u00a02 3", {}},
+        {"noBreakSpaceLeads", "1 \u00a02 3", one},
+        {"suffixes", "1x 2, 3L", one},
+        {"words", "nan inf 0x1", {}},
+        {"hexadecimalIsItsZero", "1 2 0x3", {{1, 2, 0}}},
+        {"forms", "+.5 5. -1e-1", {{0.5, 5, -0.1}}},
+        {"dots", ". 1 2", {}},
+        {"brokenExponents", "1e 2e+ 3E-x", one},
+        {"signAlone", "- 1 2", {}},
+        {"exponentAlone", "e5 1 2", {}},
+        {"minusZero", "-0 -0.0 -1e-999", {{0, 0, 0}}},
+        {"beyondDouble", "1e309 0 0", {}},
+        {"longBeyondDouble", "1 2 1" + std::string(400, '0'), {}},
+        {"long", "0.1000000000000000055511151231257827021181583404541015625 0 0", {{0.1, 0, 0}}},
+        {"aboveHalfway", "9007199254740993.00000000000000000000000000001 0 0", {{9007199254740994, 0, 0}}},
+        {"manyZeros", std::string(60, '0') + "1." + std::string(40, '0') + " 2 3", one},
+        {"byteOrderMark", "\uFEFF1 2 3", {}},
+        {"nulBytes", std::string("1 2 3\0", 6), one},
+    };
+    for (const auto& row : rows) EXPECT_EQ(entriesOf(row.text), row.expected) << row.name;
+}
+
+TEST(LutReading, everyNewlineEndsALineAndOthersDoNot) {
+    for (const char* newline : {"\n", "\v", "\f", "\r", "\r\n", "\u0085", "\u2028", "\u2029", "\n\n\r"}) {
+        std::string text = std::string("0 0 1") + newline + "0 0 2" + newline + "0 0 3";
+        EXPECT_EQ(entriesOf(text), (Triplets{{0, 0, 1}, {0, 0, 2}, {0, 0, 3}})) << testing::PrintToString(newline);
+    }
+    EXPECT_EQ(entriesOf("0 0 1\x1c\x1d\x1e"), (Triplets{{0, 0, 1}}));
+    EXPECT_EQ(readLut("a\r\nb\r\n\r\nc\rd").lines.lineCount, 5U);
+}
+
+TEST(LutReading, headersCountBeforeTheFirstEntryOnly) {
+    const struct {
+        const char *name, *text;
+        std::optional<LutDimensions> dimensions;
+        std::optional<std::uint64_t> size;
+    } rows[] = {
+        {"keywordFirst", "LUT_3D_SIZE 33", LutDimensions::cube, std::nullopt},
+        {"numberFirst", "33 LUT_3D_SIZE", LutDimensions::cube, 33},
+        {"numberGlued", "\t17.9lut_1d_Size", LutDimensions::oneD, 17},
+        {"negative", "-5 LUT_1D_SIZE", LutDimensions::oneD, 0},
+        {"billions", "99999999999999999999999 LUT_3D_SIZE", LutDimensions::cube, UINT64_MAX},
+        {"lastWins", "LUT_3D_SIZE\n8 LUT_1D_SIZE", LutDimensions::oneD, 8},
+        {"sizeStays", "8 LUT_1D_SIZE\nLUT_3D_SIZE 9", LutDimensions::cube, 8},
+        {"bothIsACube", "title: 1d and 3d", LutDimensions::cube, std::nullopt},
+        {"markersDoNotOverrule", "1D\n3D", LutDimensions::oneD, std::nullopt},
+        {"keywordOverrules", "1D\nLUT_3D_SIZE 2", LutDimensions::cube, std::nullopt},
+        {"rangeIsNoMarker", "LUT_3D_INPUT_RANGE 0 1", std::nullopt, std::nullopt},
+        {"comment", "# a 3d table", LutDimensions::cube, std::nullopt},
+        {"afterAnEntry", "0 0 0\n3D\nLUT_1D_SIZE 4\n5 LUT_1D_SIZE", std::nullopt, std::nullopt},
+        {"entryWithAMarker", "1d 2 3", LutDimensions::oneD, std::nullopt},
+        {"longS", "LUT_3D_\u017fIZE", LutDimensions::cube, std::nullopt},
+    };
+    for (const auto& row : rows) {
+        GenericTextLutInterpreter interpreter;
+        std::string_view text(row.text);
+        forEachPiece(text, "\n", [&](std::string_view line) { interpreter.interpret(line); });
+        EXPECT_EQ(interpreter.explicitDimensions(), row.dimensions) << row.name;
+        EXPECT_EQ(interpreter.explicitLutSize(), row.size) << row.name;
+    }
+}
+
+TEST(LutReading, kindSizeAndDepthComeFromTheEntries) {
+    const struct {
+        const char* name;
+        std::string text, expected;
+    } rows[] = {
+        {"nothing", "", "noEntries"},
+        {"declaredNothing", "3D\n", "noEntries"},
+        {"17", entryLines(4913, "1"), "NormalizedFloatingPoint3DSampleConverter 4913"},
+        {"33", entryLines(35937, "1023"), "Integer3DSampleConverter 35937 10"},
+        {"32IsATable", entryLines(32768, "1"), "OneDimensionFloatingPointConverter 32768"},
+        {"16IsDeclared", "3d\n" + entryLines(4096, "1"), "NormalizedFloatingPoint3DSampleConverter 4096"},
+        {"noPower", entryLines(300, "1"), "unknownDimensions"},
+        {"declaredNoPower", "1D\n" + entryLines(300, "1"), "notAPowerOfTwo"},
+        {"256", entryLines(256, "1023"), "OneDimensionsUnsignedIntegerConverter 256"},
+        {"128", entryLines(128, "1023"), "tooFewEntries"},
+        {"tableBelowTwo", entryLines(256, "1.99999999999999999999"), "OneDimensionFloatingPointConverter 256"},
+        {"tableOfTwo", entryLines(256, "2"), "OneDimensionsUnsignedIntegerConverter 256"},
+        {"tableNegative", entryLines(256, "-7"), "OneDimensionFloatingPointConverter 256"},
+        {"tableHuge", entryLines(256, "1e300"), "valueTooLarge"},
+        {"cube4095", "3D\n" + entryLines(8, "4095"), "Integer3DSampleConverter 8 12"},
+        {"cube4096", "3D\n" + entryLines(8, "4096"), "Integer3DSampleConverter 8 12"},
+        {"cube4097", "3D\n" + entryLines(8, "4097"), "Integer3DSampleConverter 8 13"},
+        {"cubeFraction", "3D\n" + entryLines(8, "1.5"), "NormalizedFloatingPoint3DSampleConverter 8"},
+        // The fraction is lost in single precision, which decides.
+        {"cubeTinyFraction", "3D\n" + entryLines(8, "1.00000001"), "NormalizedFloatingPoint3DSampleConverter 8"},
+        {"cubeLostFraction", "3D\n" + entryLines(8, "65535.0000001"), "Integer3DSampleConverter 8 16"},
+        {"cubeLargest", "3D\n" + entryLines(8, "4611686018427387904"), "Integer3DSampleConverter 8 62"},
+        {"cubeTooLarge", "3D\n" + entryLines(8, "4611686018427387905"), "valueTooLarge"},
+        {"cubeBeyondIntegers", "3D\n" + entryLines(8, "1e30"), "NormalizedFloatingPoint3DSampleConverter 8"},
+        {"oneEntry", "3D\n0 0 0", "NormalizedFloatingPoint3DSampleConverter 1"},
+        {"hugeDeclared", "99999999999 LUT_3D_SIZE\n0 0 0", "NormalizedFloatingPoint3DSampleConverter 1"},
+        {"tooMany", entryLines(GenericTextLutInterpreter::maximumEntryCount + 1, "1"), "tooManyEntries"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(verdict(readLut(row.text)), row.expected) << row.name;
+}
+
+TEST(LutReading, interpreterInfersSizes) {
+    const struct {
+        std::size_t count;
+        const char* largest;
+        std::optional<std::uint64_t> size;
+    } rows[] = {
+        {0, "1", std::nullopt}, {1, "9", 1},   {4913, "1", 17},          {35937, "1", 33}, {274625, "1", 65},
+        {1024, "1", 1024},      {3, "5.9", 8}, {3, "0.9", std::nullopt}, {3, "4", 4},      {3, "1e40", std::nullopt}};
+    for (const auto& row : rows) {
+        GenericTextLutInterpreter interpreter;
+        for (std::size_t i = 0; i < row.count; ++i) interpreter.interpret(std::string("0 0 ") + row.largest);
+        EXPECT_EQ(interpreter.lutSize(), row.size) << row.count << ' ' << row.largest;
+    }
+}
+
+TEST(LutReading, linesAndCharactersMayLieAcrossChunks) {
+    constexpr std::size_t chunk = LutTextReader::chunkSize;
+    for (const std::string tail : {"0.25 0.5 0.75\n1 1 1\n", "0.25 0.5 0.75\r\n1 1 1", "0.25 0.5 0.75\u20281 1 1",
+                                   "0.25 0.5 0.75\u00851 1 1\u2029", "\u00a0\u30000.25 0.5 0.75\u3000\n1 1 1"}) {
+        for (std::size_t before = 0; before <= tail.size(); ++before) {
+            std::string text = "3D\n#" + std::string(chunk - before - 5, '-') + '\n';
+            text += tail;
+            const auto reading = readLut(text);
+            ASSERT_TRUE(reading.file) << before << tail;
+            EXPECT_EQ(reading.lines.lineCount, 4U) << before << tail;
+            EXPECT_EQ(reading.file->orderedEntries().back(), (LutValueTriplet{1, 1, 1})) << before << tail;
+            EXPECT_EQ(reading.file->orderedEntries().front(), (LutValueTriplet{0.25, 0.5, 0.75})) << before << tail;
+        }
+    }
+}
+
+TEST(LutReading, badUtf8EndsTheTextAtItsChunk) {
+    constexpr std::size_t chunk = LutTextReader::chunkSize;
+    const std::string first = "3D\n1 1 1\n#" + std::string(chunk - 12, '-') + "\n2";
+    ASSERT_EQ(first.size(), chunk);
+    const struct {
+        const char* name;
+        std::string text;
+        std::size_t entries;
+        bool isValid;
+    } rows[] = {
+        {"valid", first + " 2 2\n3 3 3\n\xF0\x9F\x8E\xA8", 3, true},
+        {"faultInSecondChunk", first + " 2 2\n3 3 3\n\xFF", 1, false},
+        {"faultInFirstChunk", "\xC3(" + first, 0, false},
+        {"overlong", "1 1 1\n\xC0\xAF", 0, false},
+        {"surrogate", "1 1 1\n\xED\xA0\x80", 0, false},
+        {"beyondUnicode", "1 1 1\n\xF4\x90\x80\x80", 0, false},
+        {"cutOffAtTheEnd", "3D\n1 1 1\n2 2 2\n3 3 3\xE2\x80", 2, false},
+        {"cutOffThenWrong", first.substr(0, chunk - 1) + "\xE2" + "2 2 2\n3 3 3\n", 1, false},
+    };
+    for (const auto& row : rows) {
+        const auto reading = readLut(row.text);
+        EXPECT_EQ(reading.lines.dataLineCount, row.entries) << row.name;
+        EXPECT_EQ(reading.isValidText, row.isValid) << row.name;
+        const LutReading::Message line{LogLevel::error,
+                                       "CVX_CLUT_PTFB-Failed to decode data from look.cube into UTF8 data"};
+        EXPECT_EQ(reading.messages, row.isValid ? std::vector<LutReading::Message>{} : std::vector{line}) << row.name;
+    }
+}
+
+TEST(LutReading, longLinesAreDroppedAtTheirLimit) {
+    constexpr std::size_t limit = LutTextReader::maximumLineLength;
+    const std::string atLimit = "1 1 1" + std::string(limit - 5, ' ');
+    EXPECT_EQ(entriesOf("2 2 2\n" + atLimit + "\n3 3 3").size(), 3U);
+    const auto reading = readLut("3D\n2 2 2\n" + atLimit + " \n3 3 3\n" + atLimit + " ");
+    EXPECT_EQ(reading.lines.dataLineCount, 2U);
+    EXPECT_EQ(reading.lines.skipped(SkippedLutLine::tooLong).firstLine, 3U);
+    EXPECT_THAT(reading.messages, testing::ElementsAre(testing::Field(
+                                      &LutReading::Message::text,
+                                      "CVX_CLUT_PTFB-Dropped 2 lines longer than 4194304 bytes from look.cube")));
+}
+
+TEST(LutReading, lookAlikesAreCountedByKind) {
+    const auto lines = readLut(
+                           "# note\n\nLUT_3D_INPUT_RANGE 0 1\nTITLE x\n3D\n1  2 3\n1 2 3 4\n9 8\n1 nan 3\n"
+                           "DOMAIN_MIN 0 0 0\na b c\n1 2 3\n")
+                           .lines;
+    const struct {
+        SkippedLutLine kind;
+        std::uint64_t count, firstLine;
+    } rows[] = {{SkippedLutLine::comment, 1, 1},     {SkippedLutLine::inputRange, 1, 3},
+                {SkippedLutLine::text, 3, 4},        {SkippedLutLine::paddedColumns, 1, 6},
+                {SkippedLutLine::columnCount, 2, 7}, {SkippedLutLine::notANumber, 1, 9}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(lines.skipped(row.kind).count, row.count) << rawValue(row.kind);
+        EXPECT_EQ(lines.skipped(row.kind).firstLine, row.firstLine) << rawValue(row.kind);
+    }
+    EXPECT_EQ(lines.lineCount, 12U);
+    EXPECT_EQ(lines.headerLineCount, 1U);
+}
+
+/// Numbers of every length, read by the library's fast path and, each with a suffix, by its careful one.
+TEST(LutReading, bothWaysOfReadingNumbersAgreeBitForBit) {
+    std::mt19937_64 random(7);
+    std::string plain = "3D\n", suffixed = "3D\n";
+    for (int i = 0; i < 30'000; ++i) {
+        std::string number(random() % 3 == 0 ? "-" : "");
+        for (auto count = random() % 12; count > 0; --count) number += static_cast<char>('0' + random() % 10);
+        number += '.';
+        for (auto count = 1 + random() % 24; count > 0; --count) number += static_cast<char>('0' + random() % 10);
+        if (random() % 4 == 0) number += "e-" + std::to_string(random() % 330);
+        const char* const end = i % 3 == 2 ? "\n" : " ";
+        plain += number + end;
+        suffixed += number + 'x' + end;
+    }
+    const auto a = readLut(plain).file;
+    const auto b = readLut(suffixed).file;
+    ASSERT_TRUE(a && b);
+    EXPECT_EQ(a->orderedEntries().size(), 10'000U);
+    EXPECT_TRUE(std::ranges::equal(a->orderedEntries(), b->orderedEntries()));
+}
+
+class LutFileLog : public testing::Test {
+protected:
+    LutFileLog() {
+        setLogSink([this](LogLevel level, std::string_view line) {
+            log_.emplace_back((level == LogLevel::info ? "info " : "error ") + std::string(line));
+        });
+    }
+    ~LutFileLog() override { setLogSink({}); }
+    std::filesystem::path write(const char* name, std::string_view text) {
+        std::ofstream(directory_.path() / name, std::ios::binary) << text;
+        return directory_.path() / name;
+    }
+    TemporaryDirectory directory_;
+    std::vector<std::string> log_;
+};
+
+TEST_F(LutFileLog, failuresAreLoggedAndGiveNothing) {
+    const std::string root = directory_.path().string();
+    std::filesystem::create_directory(directory_.path() / "directory.cube");
+    ASSERT_EQ(::mkfifo((root + "/pipe.cube").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", root + "/device.cube");
+    write("few ü.lut", entryLines(128, "7"));
+    write("odd.lut", entryLines(300, "7"));
+    write("look.png", entryLines(256, "7"));
+    const std::string open = "error CVX_CLUT_PTFB-Failed to open lut file " + root;
+    const struct {
+        const char* name;
+        std::vector<std::string> expected;
+    } rows[] = {
+        {"absent.cube", {open + "/absent.cube"}},
+        {"directory.cube", {open + "/directory.cube"}},
+        {"pipe.cube", {open + "/pipe.cube"}},
+        {"device.cube", {open + "/device.cube"}},
+        {"odd.lut", {}},
+        {"look.png", {"info CVX_PLF_PLWV-Lut file file://" + root + "/look.png is not a supported format"}},
+        {"few ü.lut",
+         {"error CVX_PLF_PLWV-Lut file file://" + root +
+          "/few%20%C3%BC.lut only containts 128 entries.  Considered not a LUT"}},
+    };
+    for (const auto& row : rows) {
+        log_.clear();
+        EXPECT_EQ(ParsedLutFactory::parsedLut(directory_.path() / row.name), nullptr) << row.name;
+        EXPECT_EQ(log_, row.expected) << row.name;
+    }
+}
+
+TEST_F(LutFileLog, extensionsDecideWhatIsReadInAnyCase) {
+    for (const char* name : {"a.alut", "a.CMS", "a.Cube", "a.dat", "a.ilut", "a.lut", "a.mga", "a.olut", "a.1dlut",
+                             "a.3DL", "a.3dmesh", "a.txt", "a.xml", "a.b.cube"}) {
+        EXPECT_TRUE(ParsedLutFactory::parsedLut(write(name, entryLines(256, "7")))) << name;
+    }
+    for (const char* name : {"cube", ".cube", "a.cub", "a.cube~", "a.cube.bak", "a.", "a.\u212aube"}) {
+        EXPECT_FALSE(ParsedLutFactory::permitsExtension(name)) << name;
+    }
+}
+
+TEST_F(LutFileLog, memoryStaysFlatWithoutANewline) {
+    const auto path = write("long.cube", "3D\n");
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 28U);  // zero bytes without storage
+    rusage before{}, after{};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(ParsedLutFactory::parsedLut(path), nullptr);
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 16 * 1024);
+    EXPECT_THAT(log_, testing::ElementsAre(testing::StartsWith("error CVX_CLUT_PTFB-Dropped 1 lines longer")));
+}
+
+}  // namespace
+}  // namespace corvex

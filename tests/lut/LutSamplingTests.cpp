@@ -1,0 +1,252 @@
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/lut/BitDepth.h>
+
+#include "LutFiles.h"
+
+namespace corvex {
+namespace {
+
+const TrilinearLutInterpolator trilinear;
+
+std::vector<LutValueTriplet> grays(std::initializer_list<double> values) {
+    std::vector<LutValueTriplet> entries;
+    for (const double value : values) entries.push_back({value, value, value});
+    return entries;
+}
+
+RGB<double> gray(double value) { return {value, value, value}; }
+
+TEST(LutCube, facesAreCubeRootsToTheNearestAndHoldTheFileOrder) {
+    const struct {
+        std::size_t count, face;
+    } rows[] = {{0, 0}, {1, 1}, {3, 1}, {4, 2}, {8, 2}, {4913, 17}, {30000, 31}, {35937, 33}, {274625, 65}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(LutCube(std::vector<LutValueTriplet>(row.count), 0, 1).faceSize(), row.face) << row.count;
+    }
+    const LutCube cube(grays({0, 1, 2, 3, 4, 5, 6, 7}), 0, 7);
+    EXPECT_EQ(trilinear.interpolate(cube, {7, 0, 0}), gray(4));  // red's index is the slowest
+    EXPECT_EQ(trilinear.interpolate(cube, {0, 7, 0}), gray(2));
+}
+
+TEST(LutCube, shortCubesEndInWhiteAndLongOnesKeepTheirSurplusOutside) {
+    const LutCube padded(std::vector<LutValueTriplet>(35000), 0, 0.75);
+    EXPECT_EQ(padded.lattice().size(), 35937U);
+    EXPECT_EQ(padded.orderedEntries().size(), 35000U);
+    EXPECT_EQ(padded.lattice()[34999], (LutValueTriplet{0, 0, 0}));
+    for (const auto& entry : padded.lattice().subspan(35000)) ASSERT_EQ(entry, (LutValueTriplet{0.75, 0.75, 0.75}));
+    const auto surplus = LutCube::computingBounds(grays({1, 2, 3, 4, 5, 6, 7, 8, 99}));
+    EXPECT_EQ(surplus.lattice().size(), 8U);
+    EXPECT_EQ(surplus.orderedEntries().size(), 9U);
+    EXPECT_EQ(surplus.highValue(), 8);
+    EXPECT_EQ(surplus.lowValue(), 1);
+    EXPECT_EQ(LutCube::computingBounds(grays({-1, 3, 2, 0, 1})).lattice()[7].first, 3);
+    EXPECT_EQ(LutCube::computingBounds({}).highValue(), 0);
+}
+
+TEST(TrilinearLutInterpolator, locatesAndBlendsAsStated) {
+    const LutCube alongBlue(grays({0, 1, 0, 1, 0, 1, 0, 1}), 0, 1);
+    const LutCube alongRed(grays({0, 0, 0, 0, 1, 1, 1, 1}), 0, 1);
+    const LutCube above(grays({2, 2, 2, 2, 4, 4, 4, 4}), 2, 4);
+    const LutCube below(grays({-1, -1, -1, -1, 1, 1, 1, 1}), -1, 1);
+    const LutCube point(grays({0.5}), 0, 1);
+    const struct {
+        const char* name;
+        const LutCube& cube;
+        RGB<double> input;
+        double expected;
+    } rows[] = {
+        {"greenWeighsAlongBlue", alongBlue, {0, 0.25, 0.75}, 0.25},
+        {"highValue", alongRed, {1, 0, 0}, 1},
+        {"aboveTheHighValue", alongRed, {1e300, 0, 0}, 1},
+        {"infinite", alongRed, {std::numeric_limits<double>::infinity(), 0, 0}, 1},
+        {"belowTheLowValue", alongRed, {-5, 0, 0}, 0},
+        {"clampedUpBeforeTheDivision", above, {0, 3, 3}, 3},
+        {"dividedByTheHighValueAlone", above, {3, 3, 3}, 3.5},
+        {"negativePositionsExtrapolate", below, {-1, 0, 0}, -3},
+        {"onePoint", point, {0.3, 0.7, 2}, 0.5},
+    };
+    for (const auto& row : rows) EXPECT_EQ(trilinear.interpolate(row.cube, row.input), gray(row.expected)) << row.name;
+}
+
+TEST(TrilinearLutInterpolatorDeathTest, positionsThatAreNoNumbersStopTheProcess) {
+    const LutCube black(grays({0, 0, 0, 0, 0, 0, 0, 0}), 0, 0);
+    const LutCube cube(grays({0, 0, 0, 0, 1, 1, 1, 1}), 0, 1);
+    const LutCube tiny(grays({-1e300, 0, 0, 0, 0, 0, 0, 1e-300}), -1e300, 1e-300);
+    EXPECT_DEATH((void)trilinear.interpolate(black, gray(0)), "does not fit into 64 bits");
+    EXPECT_DEATH((void)trilinear.interpolate(cube, {std::nan(""), 0, 0}), "does not fit into 64 bits");
+    EXPECT_DEATH((void)trilinear.interpolate(tiny, gray(-1e300)), "does not fit into 64 bits");
+    EXPECT_DEATH((void)trilinear.interpolate(LutCube({}, 0, 1), gray(0)), "empty cube");
+}
+
+/// The same sum of eight corners as loops over every axis, each stage one pass over a small array.
+std::array<double, 3> plainLoops(const std::vector<std::array<double, 3>>& table, int face, double low, double high,
+                                 const std::array<double, 3>& input) {
+    int from[3], to[3];
+    double f[3];
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const double p = std::fmin(std::fmax(input[axis], low), high) / high * (face - 1);
+        from[axis] = std::min(std::max(static_cast<int>(std::trunc(p)), 0), face - 1);
+        to[axis] = std::min(from[axis] + 1, face - 1);
+        f[axis] = p - from[axis];
+    }
+    std::array<double, 3> result{};
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        double corner[2][2][2];
+        for (int r = 0; r < 2; ++r) {
+            for (int g = 0; g < 2; ++g) {
+                for (int b = 0; b < 2; ++b) {
+                    const int i = r ? to[0] : from[0], j = g ? to[1] : from[1], k = b ? to[2] : from[2];
+                    corner[r][g][b] = table[static_cast<std::size_t>((i * face + j) * face + k)][channel];
+                }
+            }
+        }
+        double q[2];
+        for (int g = 0; g < 2; ++g) {
+            double p[2];
+            for (int b = 0; b < 2; ++b) p[b] = (1 - f[0]) * corner[0][g][b] + f[0] * corner[1][g][b];
+            q[g] = (1 - f[1]) * p[0] + f[1] * p[1];
+        }
+        result[channel] = (1 - f[2]) * q[0] + f[2] * q[1];
+    }
+    return result;
+}
+
+TEST(TrilinearLutInterpolator, agreesWithPlainLoopsBitForBit) {
+    std::mt19937_64 random(3);
+    for (const int face : {1, 2, 3, 17, 33}) {
+        std::uniform_real_distribution<double> value(-0.2, 1.7);
+        std::vector<std::array<double, 3>> table(static_cast<std::size_t>(face * face * face));
+        std::vector<LutValueTriplet> entries;
+        for (auto& entry : table) {
+            for (double& component : entry) component = value(random);
+            entries.push_back({entry[0], entry[1], entry[2]});
+        }
+        const LutCube cube = LutCube::computingBounds(entries);
+        for (int i = 0; i < 2000; ++i) {
+            const double r = value(random) * 1.2, g = value(random) * 1.2, b = value(random) * 1.2;
+            const auto [x, y, z] = plainLoops(table, face, cube.lowValue(), cube.highValue(), {r, g, b});
+            ASSERT_EQ(trilinear.interpolate(cube, {r, g, b}), (RGB<double>{x, y, z})) << face << ' ' << i;
+        }
+    }
+}
+
+TEST(BitDepth, depthsChangeByShiftingAndReadingsAreChecked) {
+    constexpr std::uint64_t most = UINT64_MAX;
+    const struct {
+        std::uint64_t value;
+        std::int64_t from, to;
+        std::uint64_t expected;
+    } rows[] = {
+        {1023, 10, 12, 4092}, {4092, 12, 10, 1023},    {4095, 12, 10, 1023}, {7, 0, 12, 7},
+        {7, 12, 0, 7},        {7, -3, 12, 7},          {7, 9, 9, 7},         {1, 1, 64, std::uint64_t{1} << 63U},
+        {2, 1, 64, most},     {1, 1, INT64_MAX, most}, {0, 1, INT64_MAX, 0}, {most, INT64_MAX, 1, 0},
+        {most, 64, 1, 1},     {most, 65, 1, 0}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(normalizedUnsignedInteger(row.value, row.from, row.to), row.expected) << row.from << ' ' << row.to;
+    }
+    EXPECT_EQ(largestCodeValue(63), std::uint64_t{INT64_MAX});
+    EXPECT_EQ(largestCodeValue(64), 0U);
+    EXPECT_EQ(checkedUnsignedInteger(-0.999), 0U);
+    EXPECT_EQ(checkedUnsignedInteger(18446744073709549568.0), 18446744073709549568U);
+}
+
+TEST(BitDepthDeathTest, readingsThatDoNotFitStopTheProcess) {
+    for (const double value : {-1.0, 18446744073709551616.0, std::nan(""), 1e300}) {
+        EXPECT_DEATH((void)checkedUnsignedInteger(value), "does not fit into an unsigned integer") << value;
+    }
+}
+
+/// One sample of a gray, as its red component.
+struct SampleRow {
+    const char* name;
+    std::uint64_t input;
+    std::int64_t inputDepth, outputDepth;
+    AnswerDepth answer;
+    std::uint64_t expected;
+};
+
+void expectSamples(const RGBSampleConverter& converter, std::span<const SampleRow> rows) {
+    for (const auto& row : rows) {
+        const RGB<std::uint64_t> input{row.input, row.input, row.input};
+        const RGB<std::uint64_t> expected{row.expected, row.expected, row.expected};
+        EXPECT_EQ(converter.sample(input, row.inputDepth, row.outputDepth, row.answer), expected) << row.name;
+    }
+}
+
+TEST(SampleConverter, cubesConvertDepths) {
+    constexpr auto output = AnswerDepth::output, input = AnswerDepth::input;
+    const auto interpolator = std::make_shared<TrilinearLutInterpolator>();
+    const Integer3DSampleConverter integer(LutCube(grays({0, 0, 0, 0, 0, 0, 0, 1023}), 0, 1023), interpolator, 10);
+    const SampleRow integerRows[] = {
+        {"ownDepth", 1023, 10, 8, input, 1023},
+        {"narrowedInput", 4092, 12, 10, output, 1023},
+        {"answerInInput", 4092, 12, 10, input, 4092},
+        {"narrowedAnswer", 1023, 10, 8, output, 255},
+        {"fullScaleIsNotStretched", 255, 8, 8, input, 253},  // 1020^3 / 1023^2, then / 4
+        {"noDepth", 1023, 0, 0, input, 1023},
+    };
+    expectSamples(integer, integerRows);
+    const NormalizedFloatingPoint3DSampleConverter floating(LutCube(grays({0, 0, 0, 0, 1, 1, 1, 1}), 0, 1),
+                                                            interpolator);
+    const SampleRow floatingRows[] = {
+        {"fullScaleIsStretched", 255, 8, 10, output, 1023},
+        {"truncated", 100, 8, 10, output, 401},
+        {"answerInInput", 100, 8, 10, input, 100},
+        {"noInputDepth", 9, 0, 10, output, 0},
+        {"noOutputDepth", 9, 8, 0, output, 0},
+        {"depthTooLarge", 9, 64, 8, output, 0},
+        {"largestDepth", 1, 1, 63, output, std::uint64_t{1} << 63U},
+    };
+    expectSamples(floating, floatingRows);
+}
+
+TEST(SampleConverter, tablesAnswerTheirEntries) {
+    constexpr auto output = AnswerDepth::output, input = AnswerDepth::input;
+    std::vector<LutValueTriplet> squares, ramp;
+    for (int i = 0; i < 256; ++i) squares.push_back({i * 4.0 + 0.9, i * 4.0, i * 4.0});
+    for (const double value : {0.0, 0.5, 0.5, 1.0}) ramp.push_back({value, value, value});
+    const OneDimensionsUnsignedIntegerConverter integer(squares, 10);
+    const SampleRow integerRows[] = {
+        {"own", 3, 8, 10, output, 12},
+        {"narrowedInput", 1023, 10, 10, output, 1020},
+        {"widenedInput", 1, 1, 10, output, 512},
+        {"beyondTheTable", 9999, 8, 10, output, 1020},
+        {"answerInInput", 255, 8, 10, input, 255},
+    };
+    expectSamples(integer, integerRows);
+    EXPECT_EQ(integer.lutBitDepth(), 8);
+    EXPECT_EQ(integer.maxInputColor(), 255U);
+    EXPECT_EQ(integer.highValue(), 1020.9);
+    const OneDimensionFloatingPointConverter floating(ramp, 0, 1);
+    const SampleRow floatingRows[] = {
+        {"first", 0, 8, 8, output, 0},
+        {"last", 255, 8, 16, output, 65535},
+        {"between", 1, 1, 8, output, 255},
+        {"blended", 51, 8, 10, output, 306},  // 0.2 * 3 = 0.6 of the way to 0.5; 0.3 * 1023, truncated
+        {"beyondFullScale", 999, 8, 8, output, 255},
+        {"noDepth", 5, 0, 8, output, 0},
+    };
+    expectSamples(floating, floatingRows);
+}
+
+TEST(OneDimensionConverter, bitDepthsAreFloorsOfLogarithms) {
+    const struct {
+        std::size_t count;
+        std::int64_t depth;
+    } rows[] = {{1, 0}, {2, 1}, {3, 1}, {1023, 9}, {1024, 10}, {4096, 12}};
+    for (const auto& row : rows) {
+        const OneDimensionFloatingPointConverter converter(std::vector<LutValueTriplet>(row.count), 0, 1);
+        EXPECT_EQ(converter.lutBitDepth(), row.depth) << row.count;
+    }
+}
+
+}  // namespace
+}  // namespace corvex
