@@ -43,10 +43,12 @@ std::size_t wholeLinesLength(std::string_view text) noexcept {
 }  // namespace
 
 LutTextReader::LutTextReader(GenericTextLutInterpreter& interpreter)
-    : interpreter_(interpreter), buffer_(longestCutOff + chunkSize + readAhead) {}
+    : interpreter_(interpreter),
+      buffer_(std::make_unique_for_overwrite<char[]>(longestCutOff + chunkSize + readAhead)) {}
 
 bool LutTextReader::take(std::size_t count) {
-    const std::string_view bytes(buffer_.data(), cutOffLength_ + count);
+    const std::string_view bytes(buffer_.get(), cutOffLength_ + count);
+    std::memset(buffer_.get() + bytes.size(), 0, readAhead);
     const Utf8Extent extent = utf8Extent(bytes);
     if (extent.end == Utf8End::invalid) {
         line_.clear();
@@ -56,7 +58,7 @@ bool LutTextReader::take(std::size_t count) {
     }
     takeLines(bytes.substr(0, extent.validLength));
     cutOffLength_ = bytes.size() - extent.validLength;
-    std::memmove(buffer_.data(), bytes.data() + extent.validLength, cutOffLength_);
+    std::memmove(buffer_.get(), bytes.data() + extent.validLength, cutOffLength_);
     return true;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/platform/Export.h>
@@ -22,7 +22,7 @@ public:
     explicit LutTextReader(GenericTextLutInterpreter& interpreter);
 
     /// Where the next chunk goes: chunkSize bytes.
-    [[nodiscard]] std::span<char> room() noexcept { return {buffer_.data() + cutOffLength_, chunkSize}; }
+    [[nodiscard]] std::span<char> room() noexcept { return {buffer_.get() + cutOffLength_, chunkSize}; }
 
     /// Takes the first `count` bytes in room(); a character may be cut in two between chunks. False where they are no
     /// valid UTF-8: then the chunk gives no line, the unfinished line is dropped, and the text is over.
@@ -37,7 +37,7 @@ private:
     void finishLine();
 
     GenericTextLutInterpreter& interpreter_;
-    std::vector<char> buffer_;  ///< The start of a cut-off character, the chunk, and room for reading ahead.
+    std::unique_ptr<char[]> buffer_;  ///< The start of a cut-off character, the chunk, and room for reading ahead.
     std::size_t cutOffLength_ = 0;
     std::string line_;        ///< The unfinished line.
     bool isTooLong_ = false;  ///< The unfinished line is over its limit and no longer kept.
