@@ -1,0 +1,70 @@
+#!/bin/bash
+# compare.sh [TOOL [ROUNDS [DIRECTORY]]]: whole jobs of the tool beside Debian's ffmpeg program with the same encoders and
+# settings. The two take turns; printed are medians of wall and processor time, and ratios of the medians and of the
+# fastest runs (below 1: the tool is faster). The processor time of the tool is that of host and worker together.
+# JOBS="cloud h265" in the environment chooses among the jobs.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+tool=${1:-$root/build/release/bin/corvex}
+rounds=${2:-5}
+directory=${3:-$root/build/bench-transcode}
+mkdir -p "$directory"
+
+# makeClip SECONDS: full HD, moving; stereo sound.
+makeClip() {
+    [ -s "$directory/clip$1.mov" ] && return
+    ffmpeg -v error -nostdin -y \
+        -f lavfi -i "testsrc2=size=1920x1080:rate=25:duration=$1" \
+        -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=$1" \
+        -c:v libx264 -preset veryfast -crf 12 -pix_fmt yuv420p -g 25 -c:a pcm_s16le -ac 2 "$directory/part.mov"
+    mv "$directory/part.mov" "$directory/clip$1.mov"
+}
+
+read -r -a names <<<"${JOBS:-cloud 4444xq h265 dnxhrhq}"
+declare -A seconds=([cloud]=12 [4444xq]=3 [h265]=3 [dnxhrhq]=12)  # the slow encoders have enough in less
+declare -A ours theirs
+ours[cloud]="-preset orvane_cloud"
+theirs[cloud]="-c:v libx264 -b:v 3M -vf scale=960:540:flags=bicubic,format=yuv420p -c:a aac -ar 48000 -movflags +faststart"
+ours[4444xq]="-preset orvane_4444xq"
+theirs[4444xq]="-c:v prores_ks -profile:v 4444xq -pix_fmt yuv444p10le -c:a pcm_s16le"
+ours[h265]="-vcodec h265 -acodec lpcm"
+theirs[h265]="-c:v libx265 -tag:v hvc1 -x265-params log-level=none -pix_fmt yuv420p -c:a pcm_s16le"
+ours[dnxhrhq]="-vcodec dnxhrhq -acodec lpcm"
+theirs[dnxhrhq]="-c:v dnxhd -profile:v dnxhr_hq -pix_fmt yuv422p -c:a pcm_s16le"
+
+# measure FILE COMMAND...: appends "wall processor" in seconds.
+TIMEFORMAT='%R %U %S'
+measure() {
+    local file=$1
+    shift
+    { time "$@" >"$directory/output.txt" 2>&1; } 2>"$directory/time.txt" || {
+        cat "$directory/output.txt" >&2
+        exit 1
+    }
+    awk '{ print $1, $2 + $3 }' "$directory/time.txt" >>"$file"
+}
+# pick COLUMN WHICH FILE: the median or the least of a column.
+pick() {
+    cut -d ' ' -f "$1" "$3" | sort -n | awk -v which="$2" '{ value[NR] = $1 }
+        END { print which == "least" ? value[1] : (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2 }'
+}
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
+
+format='%-10s %10s %10s %8s %8s %10s %10s %8s %10s\n'
+printf "$format" job wall ffmpeg ratio fastest processor ffmpeg ratio bytes
+for name in "${names[@]}"; do
+    rm -f "$directory/$name".{ours,theirs}
+    makeClip "${seconds[$name]}"
+    clip=$directory/clip${seconds[$name]}.mov
+    for ((round = 0; round < rounds; ++round)); do
+        # shellcheck disable=SC2086  # the settings are words
+        measure "$directory/$name.ours" "$tool" transcode -in "$clip" -out "$directory/ours.mov" -overwrite ${ours[$name]}
+        # shellcheck disable=SC2086
+        measure "$directory/$name.theirs" ffmpeg -nostdin -y -i "$clip" ${theirs[$name]} "$directory/theirs.mov"
+    done
+    w1=$(pick 1 median "$directory/$name.ours") w2=$(pick 1 median "$directory/$name.theirs")
+    c1=$(pick 2 median "$directory/$name.ours") c2=$(pick 2 median "$directory/$name.theirs")
+    l1=$(pick 1 least "$directory/$name.ours") l2=$(pick 1 least "$directory/$name.theirs")
+    printf "$format" "$name" "$w1 s" "$w2 s" "$(ratio "$w1" "$w2")" "$(ratio "$l1" "$l2")" "$c1 s" "$c2 s" \
+        "$(ratio "$c1" "$c2")" "$(ratio "$(wc -c <"$directory/ours.mov")" "$(wc -c <"$directory/theirs.mov")")"
+done
