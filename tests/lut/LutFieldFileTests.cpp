@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <Corvex/lut/ObjcLutDetail.h>
 #include <Corvex/platform/InputFile.h>
 
 #include "LutFiles.h"
@@ -97,6 +98,30 @@ TEST(LutFieldFiles, readTheSameFromMemory) {
         EXPECT_EQ(described(*fromFile), described(*fromMemory)) << key;
         EXPECT_TRUE(std::ranges::equal(fromFile->orderedEntries(), fromMemory->orderedEntries())) << key;
     }
+}
+
+TEST(LutFieldFiles, becomeTreesOfObjects) {
+    setLogSink([](LogLevel, std::string_view) {});
+    for (const auto& [key, expected] : fieldFiles().items()) {
+        const auto detail = ObjcLutConversionFactory::buildParsedLut(pathOf(key));
+        ASSERT_EQ(detail.has_value(), !expected["result"].is_null()) << key;
+        if (!detail) continue;
+        Value shown{{"orderedLutValues", detail->orderedLutValues().size()},
+                    {"dimensions", detail->dimensionDescriptor().dimensions()},
+                    {"integerDescriptor", nullptr},
+                    {"floatingPointDescriptor", nullptr}};
+        if (const auto& cube = detail->dimensionDescriptor().cube()) shown["faceSize"] = cube->faceSize();
+        if (const auto& range = detail->integerDescriptor()) {
+            shown["integerDescriptor"] = {
+                {"bitDepth", range->bitDepth()}, {"maxColor", range->maxColor()}, {"minColor", range->minColor()}};
+        }
+        if (const auto& range = detail->floatingPointDescriptor()) {
+            shown["floatingPointDescriptor"] = {{"maxColor", range->maxColor()}, {"minColor", range->minColor()}};
+        }
+        EXPECT_EQ(shown, expected["detail"]) << key;
+        EXPECT_EQ(detail->orderedLutValues().back().b().doubleValue(), expected["lastEntry"][2]) << key;
+    }
+    setLogSink({});
 }
 
 Value sampled(const ParsedLutFile& file, const Value& input) {

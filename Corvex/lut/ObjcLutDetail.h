@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <Corvex/lut/ObjcLutDescriptor.h>
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/Number.h>
+#include <Corvex/platform/Object.h>
+
+namespace corvex::inline v0 {
+
+/// One entry as an object. A plain value.
+class CORVEX_EXPORT ObjcLutRGBNumericTriplet final : public Object {
+public:
+    ObjcLutRGBNumericTriplet(const Number& r, const Number& g, const Number& b) : r_(r), g_(g), b_(b) {}
+    ~ObjcLutRGBNumericTriplet() override;
+    ObjcLutRGBNumericTriplet(const ObjcLutRGBNumericTriplet&) = default;
+    ObjcLutRGBNumericTriplet& operator=(const ObjcLutRGBNumericTriplet&) = default;
+
+    [[nodiscard]] const Number& r() const noexcept { return r_; }
+    [[nodiscard]] const Number& g() const noexcept { return g_; }
+    [[nodiscard]] const Number& b() const noexcept { return b_; }
+    void setR(const Number& r) { r_ = r; }
+    void setG(const Number& g) { g_ = g; }
+    void setB(const Number& b) { b_ = b; }
+
+    [[nodiscard]] std::string description() const override;
+    [[nodiscard]] bool isEqual(const Object& other) const override;
+    [[nodiscard]] std::size_t hash() const override;
+
+private:
+    Number r_, g_, b_;
+};
+
+/// A LUT file as a tree of objects. Exactly one of the two range descriptors is there. Immutable; any thread.
+class CORVEX_EXPORT ObjcLutDetail final : public Object {
+public:
+    ObjcLutDetail(std::vector<ObjcLutRGBNumericTriplet> orderedLutValues, const ObjcLutDimensionDescriptor& dimensions,
+                  const ObjcIntegerLutDescriptor& range);
+    ObjcLutDetail(std::vector<ObjcLutRGBNumericTriplet> orderedLutValues, const ObjcLutDimensionDescriptor& dimensions,
+                  const ObjcFloatingPointLutDescriptor& range);
+    ~ObjcLutDetail() override;
+
+    /// In the order of the file.
+    [[nodiscard]] const std::vector<ObjcLutRGBNumericTriplet>& orderedLutValues() const noexcept {
+        return orderedLutValues_;
+    }
+    [[nodiscard]] const ObjcLutDimensionDescriptor& dimensionDescriptor() const noexcept {
+        return dimensionDescriptor_;
+    }
+    [[nodiscard]] const std::optional<ObjcIntegerLutDescriptor>& integerDescriptor() const noexcept {
+        return integerDescriptor_;
+    }
+    [[nodiscard]] const std::optional<ObjcFloatingPointLutDescriptor>& floatingPointDescriptor() const noexcept {
+        return floatingPointDescriptor_;
+    }
+
+    [[nodiscard]] std::string description() const override;
+    [[nodiscard]] bool isEqual(const Object& other) const override;
+    [[nodiscard]] std::size_t hash() const override;
+
+private:
+    [[nodiscard]] const Object& range() const noexcept;
+
+    std::vector<ObjcLutRGBNumericTriplet> orderedLutValues_;
+    ObjcLutDimensionDescriptor dimensionDescriptor_;
+    std::optional<ObjcIntegerLutDescriptor> integerDescriptor_;
+    std::optional<ObjcFloatingPointLutDescriptor> floatingPointDescriptor_;
+};
+
+/// Reads a LUT file into a tree of objects.
+class ObjcLutConversionFactory {
+public:
+    /// None where ParsedLutFactory::parsedLut gives nothing. A code value that fits no unsigned integer, as a negative
+    /// one in a cube of code values, stops the process.
+    [[nodiscard]] CORVEX_EXPORT static std::optional<ObjcLutDetail> buildParsedLut(
+        const std::filesystem::path& lutFilePath);
+};
+
+}  // namespace corvex::inline v0
