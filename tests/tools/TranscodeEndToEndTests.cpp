@@ -321,7 +321,8 @@ std::vector<double> pictureTimes(const std::string& path) {
     const std::string output = runOrFail(
         {"ffprobe", "-v", "error", "-select_streams", "v", "-show_entries", "packet=pts_time", "-of", "json", path});
     std::vector<double> times;
-    for (const auto& packet : ProbeResult::parse(output)["packets"]) times.push_back(number(packet, "pts_time"));
+    const ProbeResult packets = ProbeResult::parse(output, nullptr, false).value("packets", ProbeResult::array());
+    for (const auto& packet : packets) times.push_back(number(packet, "pts_time"));
     std::sort(times.begin(), times.end());
     return times;
 }
