@@ -324,7 +324,8 @@ TEST_F(LutFileLog, memoryStaysFlatWithoutANewline) {
     getrusage(RUSAGE_SELF, &before);
     EXPECT_EQ(ParsedLutFactory::parsedLut(path), nullptr);
     getrusage(RUSAGE_SELF, &after);
-    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 16 * 1024);
+    // Half of the file: whoever gathers it needs more, and the sanitizers' own memory (40 MiB) needs less.
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 128 * 1024);
     EXPECT_THAT(log_, testing::ElementsAre(testing::StartsWith("error CVX_CLUT_PTFB-Dropped 1 lines longer")));
 }
 
