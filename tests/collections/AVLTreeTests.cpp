@@ -159,7 +159,8 @@ TEST(AVLTree, behavesAsTheTextbookTree) {
                 Model::remove(model, key);
                 entries.erase(key);
             } else if (const auto taken = tree.takeMinimum()) {
-                ASSERT_EQ(std::pair(taken->key, taken->payload.value()), std::pair(*entries.begin()));
+                ASSERT_EQ(taken->key, entries.begin()->first);
+                ASSERT_EQ(taken->payload, entries.begin()->second);
                 Model::remove(model, taken->key);
                 entries.erase(entries.begin());
                 --size;
