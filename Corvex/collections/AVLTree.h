@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <concepts>
 #include <cstdint>
 #include <cstdio>
@@ -58,7 +57,7 @@ public:
         const std::int64_t grownSize = checkedAdd(size_, std::int64_t{1});
         if (!root_) {
             root_ = first_ = last_ = pool_.make(std::move(key), std::move(payload));
-        } else if (const Place place = placeFor(key); place.side != here) {
+        } else if (const Place place = placeFor(key); place.parent) {
             attach(place, std::move(key), std::move(payload));
         }
         size_ = grownSize;
@@ -124,7 +123,7 @@ public:
         for (Node* node = first_; node && !stop;) {
             const bool isDeleted = decide(*node, stop);
             // Deletion moves the entry before into a node with a left child, the one behind into one with a right only.
-            Node* const next = isDeleted && !node->children_[left] && node->children_[right] ? node : successor(node);
+            Node* const next = isDeleted && !node->leftChild_ && node->rightChild_ ? node : successor(node);
             if (isDeleted) remove(node);
             node = next;
         }
@@ -150,55 +149,53 @@ public:
     [[nodiscard]] std::string debugDescription() const { return root_ ? root_->debugDescription() : std::string(); }
 
 private:
-    static constexpr unsigned left = 0, right = 1, here = 2;
+    static constexpr unsigned left = 0, right = 1;
     static constexpr auto ignore = [](const Node&) {};
     static constexpr auto proceed = [](const Node&) { return true; };
 
-    /// Where a key belongs: in the node itself, or on its vacant side.
+    /// Where a key belongs: the vacant side of a node; no node when the tree has the key.
     struct Place {
-        Node* node;
+        Node* parent;
         unsigned side;
     };
 
     static std::int64_t heightOf(const Node* node) noexcept { return node ? node->height_ : 0; }
 
-    /// Where a search for `key` goes on from `node`: to a side, or nowhere.
-    static unsigned way(const Key& key, const Node& node) {
-        if constexpr (std::three_way_comparable<Key> && !std::is_arithmetic_v<Key>) {
-            const auto order = key <=> node.key_;  // one look at a text instead of two
-            return order == 0 ? here : order < 0 ? left : right;
-        } else {
-            return key == node.key_ ? here : !(key < node.key_);
+    /// The last nodes on the way to `key` that lie below it, and at or above it. One comparison a node and no exit at an
+    /// equal key, so that for numbers each step is a few conditional moves: nothing to predict, and searches overlap.
+    static Neighbours<Node> descend(Node* node, const Key& key) {
+        Neighbours<Node> passed{nullptr, nullptr};
+        while (node) {
+            if (node->key_ < key) {
+                passed.low = node;
+                node = node->rightChild_;
+            } else {
+                passed.high = node;
+                node = node->leftChild_;
+            }
         }
+        return passed;
     }
 
-    static Node* find(Node* node, const Key& key) {
-        while (node) {
-            const unsigned side = way(key, *node);
-            if (side == here) break;
-            node = node->children_[side];
-        }
-        return node;
+    static Node* find(Node* root, const Key& key) {
+        Node* const node = descend(root, key).high;
+        return node && node->key_ == key ? node : nullptr;
     }
 
     static Payload* payloadOf(Node* node) noexcept { return node && node->payload_ ? &*node->payload_ : nullptr; }
 
     template <class NodeType>
-    static std::optional<Neighbours<NodeType>> neighbours(Node* node, const Key& key) {
-        Node* passed[2] = {nullptr, nullptr};  // the last one that was left on its left side, and on its right side
-        while (node) {
-            const unsigned side = way(key, *node);
-            if (side == here) return Neighbours<NodeType>{node, node};
-            passed[side] = node;
-            node = node->children_[side];
-        }
-        if (!passed[left] || !passed[right]) return std::nullopt;
-        return Neighbours<NodeType>{passed[right], passed[left]};
+    static std::optional<Neighbours<NodeType>> neighbours(Node* root, const Key& key) {
+        const auto [low, high] = descend(root, key);
+        if (!high) return std::nullopt;
+        if (high->key_ == key) return Neighbours<NodeType>{high, high};
+        if (!low) return std::nullopt;
+        return Neighbours<NodeType>{low, high};
     }
 
     template <class NodeType, class Before, class Between, class After>
     static void walk(NodeType* node, Before&& before, Between&& between, After&& after) {
-        walkBinaryTree(node, Node::template childOf<left>, Node::template childOf<right>, before, between, after);
+        walkBinaryTree(node, Node::leftOf, Node::rightOf, before, between, after);
     }
 
     /// Whether the visitor wants to stop.
@@ -214,33 +211,41 @@ private:
     }
 
     static Node* successor(Node* node) noexcept {
-        if (node->children_[right]) return node->children_[right]->minimum();
+        if (node->rightChild_) return node->rightChild_->minimum();
         while (node->isRightChild()) node = node->parent_;
         return node->parent_;
     }
 
     Place placeFor(const Key& key) {
         if (last_->key_ < key) return {last_, right};
-        for (Node* node = root_;;) {
-            const unsigned side = way(key, *node);
-            if (side == here || !node->children_[side]) return {node, side};
-            node = node->children_[side];
+        // Keys that come nearly in order belong near the end: few steps from a node a little above it.
+        Node* near = last_;
+        for (int i = 0; i < 6 && near->parent_; ++i) near = near->parent_;
+        Node* node = near->key_ < key ? near : root_;
+        // The way down as in `descend`, and where it ends.
+        Node* high = last_;
+        for (;;) {
+            const bool isBelow = node->key_ < key;
+            if (!isBelow) high = node;
+            Node* const next = isBelow ? node->rightChild_ : node->leftChild_;
+            if (!next) return {high->key_ == key ? nullptr : node, isBelow ? right : left};
+            node = next;
         }
     }
 
     void attach(const Place& place, Key&& key, std::optional<Payload>&& payload) {
-        Node* const node = pool_.make(std::move(key), std::move(payload), nullptr, nullptr, place.node, 1);
-        place.node->children_[place.side] = node;
-        if (place.side == left && place.node == first_) first_ = node;
-        if (place.side == right && place.node == last_) last_ = node;
-        rebalance(place.node);
+        Node* const node = pool_.make(std::move(key), std::move(payload), nullptr, nullptr, place.parent, 1);
+        place.parent->childOn(place.side) = node;
+        if (place.side == left && place.parent == first_) first_ = node;
+        if (place.side == right && place.parent == last_) last_ = node;
+        rebalance(place.parent);
     }
 
     /// Only leaves are unlinked: an inner node takes over its neighbour's entry, and so on down to a leaf.
     void remove(Node* node) {
         const std::int64_t shrunkSize = checkedSubtract(size_, std::int64_t{1});
-        while (Node* const below = node->children_[left]    ? node->children_[left]->maximum()
-                                   : node->children_[right] ? node->children_[right]->minimum()
+        while (Node* const below = node->leftChild_    ? node->leftChild_->maximum()
+                                   : node->rightChild_ ? node->rightChild_->minimum()
                                                             : nullptr) {
             node->key_ = std::move(below->key_);
             node->payload_ = std::move(below->payload_);
@@ -255,9 +260,9 @@ private:
         if (!parent) {
             root_ = nullptr;
         } else if (leaf->isLeftChild()) {
-            parent->children_[left] = nullptr;
+            parent->leftChild_ = nullptr;
         } else if (leaf->isRightChild()) {
-            parent->children_[right] = nullptr;
+            parent->rightChild_ = nullptr;
         } else {
             stopForInvalidTree();
         }
@@ -271,8 +276,8 @@ private:
     /// above it changes.
     void rebalance(Node* node) noexcept {
         while (node) {
-            const std::int64_t leftHeight = heightOf(node->children_[left]);
-            const std::int64_t rightHeight = heightOf(node->children_[right]);
+            const std::int64_t leftHeight = heightOf(node->leftChild_);
+            const std::int64_t rightHeight = heightOf(node->rightChild_);
             const std::int64_t before = node->height_;
             if (leftHeight > rightHeight + 1 || rightHeight > leftHeight + 1) {
                 node = restructure(node, leftHeight > rightHeight ? left : right);
@@ -287,14 +292,14 @@ private:
     /// Trinode restructuring of `top`, too high on `side`: the middle one of top, its higher child and that one's higher
     /// child takes the place of `top`. Returns it.
     Node* restructure(Node* top, unsigned side) noexcept {
-        Node* const child = top->children_[side];
+        Node* const child = top->childOn(side);
         Node* middle = child;
-        if (heightOf(child->children_[!side]) > heightOf(child->children_[side])) {
-            middle = child->children_[!side];
-            link(child, !side, middle->children_[side]);
+        if (heightOf(child->childOn(!side)) > heightOf(child->childOn(side))) {
+            middle = child->childOn(!side);
+            link(child, !side, middle->childOn(side));
         }
         replace(top, middle);
-        link(top, side, middle->children_[!side]);
+        link(top, side, middle->childOn(!side));
         link(middle, !side, top);
         if (middle != child) link(middle, side, child);
         refreshHeight(top);
@@ -304,13 +309,13 @@ private:
     }
 
     static void link(Node* parent, unsigned side, Node* child) noexcept {
-        parent->children_[side] = child;
+        parent->childOn(side) = child;
         if (child) child->parent_ = parent;
     }
 
     void replace(Node* node, Node* replacement) noexcept {
         if (Node* const parent = node->parent_) {
-            link(parent, parent->children_[right] == node, replacement);
+            link(parent, parent->rightChild_ == node, replacement);
         } else {
             root_ = replacement;
             replacement->parent_ = nullptr;
@@ -318,16 +323,16 @@ private:
     }
 
     static void refreshHeight(Node* node) noexcept {
-        const std::int64_t leftHeight = heightOf(node->children_[left]);
-        const std::int64_t rightHeight = heightOf(node->children_[right]);
+        const std::int64_t leftHeight = heightOf(node->leftChild_);
+        const std::int64_t rightHeight = heightOf(node->rightChild_);
         node->height_ = (leftHeight > rightHeight ? leftHeight : rightHeight) + 1;
     }
 
     /// Recursive on one side: a balanced tree of every size that memory can hold is less than a hundred nodes high.
     void destroyBelow(Node* node) noexcept {
         while (node) {
-            destroyBelow(node->children_[right]);
-            pool_.destroy(std::exchange(node, node->children_[left]));
+            destroyBelow(node->rightChild_);
+            pool_.destroy(std::exchange(node, node->leftChild_));
         }
     }
 

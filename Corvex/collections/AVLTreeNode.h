@@ -27,7 +27,8 @@ public:
     AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
                 AVLTreeNode* parent, std::int64_t height) noexcept
         : key_(std::move(key)),
-          children_{leftChild, rightChild},
+          leftChild_(leftChild),
+          rightChild_(rightChild),
           parent_(parent),
           height_(height),
           payload_(std::move(payload)) {}
@@ -42,26 +43,34 @@ public:
     [[nodiscard]] std::optional<Payload>& payload() noexcept { return payload_; }
 
     /// Null where there is no child.
-    [[nodiscard]] const AVLTreeNode* leftChild() const noexcept { return children_[left]; }
-    [[nodiscard]] AVLTreeNode* leftChild() noexcept { return children_[left]; }
-    [[nodiscard]] const AVLTreeNode* rightChild() const noexcept { return children_[right]; }
-    [[nodiscard]] AVLTreeNode* rightChild() noexcept { return children_[right]; }
+    [[nodiscard]] const AVLTreeNode* leftChild() const noexcept { return leftChild_; }
+    [[nodiscard]] AVLTreeNode* leftChild() noexcept { return leftChild_; }
+    [[nodiscard]] const AVLTreeNode* rightChild() const noexcept { return rightChild_; }
+    [[nodiscard]] AVLTreeNode* rightChild() noexcept { return rightChild_; }
 
     /// 1 for a leaf, otherwise one more than the higher child's.
     [[nodiscard]] std::int64_t height() const noexcept { return height_; }
 
-    [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->children_[left] == this; }
-    [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->children_[right] == this; }
+    [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->leftChild_ == this; }
+    [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->rightChild_ == this; }
 
     /// The nodes with the smallest and the largest key of this subtree.
-    [[nodiscard]] const AVLTreeNode* minimum() const noexcept { return farthest(this, left); }
-    [[nodiscard]] AVLTreeNode* minimum() noexcept { return farthest(this, left); }
-    [[nodiscard]] const AVLTreeNode* maximum() const noexcept { return farthest(this, right); }
-    [[nodiscard]] AVLTreeNode* maximum() noexcept { return farthest(this, right); }
+    [[nodiscard]] const AVLTreeNode* minimum() const noexcept {
+        const AVLTreeNode* node = this;
+        while (node->leftChild_) node = node->leftChild_;
+        return node;
+    }
+    [[nodiscard]] AVLTreeNode* minimum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).minimum()); }
+    [[nodiscard]] const AVLTreeNode* maximum() const noexcept {
+        const AVLTreeNode* node = this;
+        while (node->rightChild_) node = node->rightChild_;
+        return node;
+    }
+    [[nodiscard]] AVLTreeNode* maximum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).maximum()); }
 
     /// The keys of this subtree in order, each child's text in brackets: "[1] 2 [3]".
     [[nodiscard]] std::string description() const {
-        return bracketedText(this, childOf<left>, childOf<right>,
+        return bracketedText(this, leftOf, rightOf,
                              [](const AVLTreeNode& node) { return plainText(node.key_); });
     }
 
@@ -72,21 +81,15 @@ private:
     friend class AVLTree<Key, Payload>;
     static constexpr unsigned left = 0, right = 1;
 
-    template <class Node>
-    static Node* farthest(Node* node, unsigned side) noexcept {
-        while (node->children_[side]) node = node->children_[side];
-        return node;
-    }
+    static constexpr auto leftOf = [](auto& node) { return node.leftChild(); };
+    static constexpr auto rightOf = [](auto& node) { return node.rightChild(); };
 
-    template <unsigned side>
-    static constexpr auto childOf = [](auto& node) { return node.child(side); };
-
-    [[nodiscard]] AVLTreeNode* child(unsigned side) noexcept { return children_[side]; }
-    [[nodiscard]] const AVLTreeNode* child(unsigned side) const noexcept { return children_[side]; }
+    [[nodiscard]] AVLTreeNode*& childOn(unsigned side) noexcept { return side == left ? leftChild_ : rightChild_; }
 
     // What a search reads comes first, so that one cache line holds it.
     Key key_;
-    AVLTreeNode* children_[2];
+    AVLTreeNode* leftChild_;
+    AVLTreeNode* rightChild_;
     AVLTreeNode* parent_;
     std::int64_t height_;
     std::optional<Payload> payload_;
@@ -96,7 +99,7 @@ template <std::totally_ordered Key, class Payload>
 std::string AVLTreeNode<Key, Payload>::debugDescription() const {
     std::string text;
     walkBinaryTree(
-        this, childOf<left>, childOf<right>,
+        this, leftOf, rightOf,
         [&](const AVLTreeNode& node) {
             text += "key: " + plainText(node.key_) + ", payload: " + debugText(node.payload_) +
                     ", height: " + std::to_string(node.height_);

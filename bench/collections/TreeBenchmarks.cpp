@@ -138,6 +138,13 @@ Keys shuffledKeys(std::int64_t count, unsigned seed) {
     return keys;
 }
 
+/// So many keys in so many orders that a branch predictor cannot learn them, also where the tree is small.
+std::vector<Keys> shuffledOrders(std::int64_t count, unsigned seed) {
+    std::vector<Keys> orders;
+    for (std::int64_t total = 0; total < 200'000; total += count) orders.push_back(shuffledKeys(count, seed++));
+    return orders;
+}
+
 template <class Tree>
 std::unique_ptr<Tree> filled(const Keys& keys) {
     auto tree = std::make_unique<Tree>();
@@ -147,9 +154,10 @@ std::unique_ptr<Tree> filled(const Keys& keys) {
 
 /// Builds a tree; freeing it is not timed.
 template <class Tree>
-void insertAll(benchmark::State& state, const Keys& keys) {
+void insertAll(benchmark::State& state, const std::vector<Keys>& orders) {
+    std::size_t round = 0;
     for (auto _ : state) {
-        auto tree = filled<Tree>(keys);
+        auto tree = filled<Tree>(orders[round++ % orders.size()]);
         benchmark::ClobberMemory();
         state.PauseTiming();
         tree.reset();
@@ -160,22 +168,24 @@ void insertAll(benchmark::State& state, const Keys& keys) {
 
 template <class Tree>
 void insertRandom(benchmark::State& state) {
-    insertAll<Tree>(state, shuffledKeys(state.range(), 1));
+    insertAll<Tree>(state, shuffledOrders(state.range(), 1));
 }
 
 template <class Tree>
 void insertAscending(benchmark::State& state) {
-    insertAll<Tree>(state, evenKeys(state.range()));
+    insertAll<Tree>(state, {evenKeys(state.range())});
 }
 
 template <class Tree>
 void eraseRandom(benchmark::State& state) {
-    const Keys inserted = shuffledKeys(state.range(), 1), erased = shuffledKeys(state.range(), 2);
+    const Keys inserted = shuffledKeys(state.range(), 1);
+    const std::vector<Keys> orders = shuffledOrders(state.range(), 2);
+    std::size_t round = 0;
     for (auto _ : state) {
         state.PauseTiming();
         auto tree = filled<Tree>(inserted);
         state.ResumeTiming();
-        for (const std::int64_t key : erased) tree->erase(key);
+        for (const std::int64_t key : orders[round++ % orders.size()]) tree->erase(key);
         benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(state.iterations() * state.range());
@@ -185,9 +195,10 @@ void eraseRandom(benchmark::State& state) {
 template <class Tree, class Question>
 void ask(benchmark::State& state, std::int64_t offset, Question&& question) {
     const auto tree = filled<Tree>(shuffledKeys(state.range(), 1));
-    const Keys asked = shuffledKeys(state.range(), 2);
+    const std::vector<Keys> orders = shuffledOrders(state.range(), 2);
+    std::size_t round = 0;
     for (auto _ : state) {
-        for (const std::int64_t key : asked) benchmark::DoNotOptimize(question(*tree, key + offset));
+        for (const std::int64_t key : orders[round++ % orders.size()]) benchmark::DoNotOptimize(question(*tree, key + offset));
     }
     state.SetItemsProcessed(state.iterations() * state.range());
 }
