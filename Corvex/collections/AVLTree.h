@@ -123,7 +123,7 @@ public:
         for (Node* node = first_; node && !stop;) {
             const bool isDeleted = decide(*node, stop);
             // Deletion moves the entry before into a node with a left child, the one behind into one with a right only.
-            Node* const next = isDeleted && !node->leftChild_ && node->rightChild_ ? node : successor(node);
+            Node* const next = isDeleted && !node->children_[left] && node->children_[right] ? node : successor(node);
             if (isDeleted) remove(node);
             node = next;
         }
@@ -161,20 +161,16 @@ private:
 
     static std::int64_t heightOf(const Node* node) noexcept { return node ? node->height_ : 0; }
 
-    /// The last nodes on the way to `key` that lie below it, and at or above it. One comparison a node and no exit at an
-    /// equal key, so that for numbers each step is a few conditional moves: nothing to predict, and searches overlap.
+    /// The last nodes on the way to `key` that lie below it, and at or above it. One comparison a node, whose result is an
+    /// index and no branch, and no exit at an equal key: nothing to guess, so that several searches overlap.
     static Neighbours<Node> descend(Node* node, const Key& key) {
-        Neighbours<Node> passed{nullptr, nullptr};
+        Node* passed[2] = {nullptr, nullptr};
         while (node) {
-            if (node->key_ < key) {
-                passed.low = node;
-                node = node->rightChild_;
-            } else {
-                passed.high = node;
-                node = node->leftChild_;
-            }
+            const unsigned isBelow = node->key_ < key;
+            passed[isBelow] = node;
+            node = node->children_[isBelow];
         }
-        return passed;
+        return {passed[1], passed[0]};
     }
 
     static Node* find(Node* root, const Key& key) {
@@ -211,7 +207,7 @@ private:
     }
 
     static Node* successor(Node* node) noexcept {
-        if (node->rightChild_) return node->rightChild_->minimum();
+        if (node->children_[right]) return node->children_[right]->minimum();
         while (node->isRightChild()) node = node->parent_;
         return node->parent_;
     }
@@ -222,20 +218,18 @@ private:
         Node* near = last_;
         for (int i = 0; i < 6 && near->parent_; ++i) near = near->parent_;
         Node* node = near->key_ < key ? near : root_;
-        // The way down as in `descend`, and where it ends.
-        Node* high = last_;
-        for (;;) {
-            const bool isBelow = node->key_ < key;
-            if (!isBelow) high = node;
-            Node* const next = isBelow ? node->rightChild_ : node->leftChild_;
-            if (!next) return {high->key_ == key ? nullptr : node, isBelow ? right : left};
-            node = next;
+        Node* passed[2] = {last_, nullptr};
+        for (unsigned isBelow = 0;;) {  // as in `descend`
+            isBelow = node->key_ < key;
+            passed[isBelow] = node;
+            if (!node->children_[isBelow]) return {passed[0]->key_ == key ? nullptr : node, isBelow};
+            node = node->children_[isBelow];
         }
     }
 
     void attach(const Place& place, Key&& key, std::optional<Payload>&& payload) {
         Node* const node = pool_.make(std::move(key), std::move(payload), nullptr, nullptr, place.parent, 1);
-        place.parent->childOn(place.side) = node;
+        place.parent->children_[place.side] = node;
         if (place.side == left && place.parent == first_) first_ = node;
         if (place.side == right && place.parent == last_) last_ = node;
         rebalance(place.parent);
@@ -244,8 +238,8 @@ private:
     /// Only leaves are unlinked: an inner node takes over its neighbour's entry, and so on down to a leaf.
     void remove(Node* node) {
         const std::int64_t shrunkSize = checkedSubtract(size_, std::int64_t{1});
-        while (Node* const below = node->leftChild_    ? node->leftChild_->maximum()
-                                   : node->rightChild_ ? node->rightChild_->minimum()
+        while (Node* const below = node->children_[left]    ? node->children_[left]->maximum()
+                                   : node->children_[right] ? node->children_[right]->minimum()
                                                             : nullptr) {
             node->key_ = std::move(below->key_);
             node->payload_ = std::move(below->payload_);
@@ -260,9 +254,9 @@ private:
         if (!parent) {
             root_ = nullptr;
         } else if (leaf->isLeftChild()) {
-            parent->leftChild_ = nullptr;
+            parent->children_[left] = nullptr;
         } else if (leaf->isRightChild()) {
-            parent->rightChild_ = nullptr;
+            parent->children_[right] = nullptr;
         } else {
             stopForInvalidTree();
         }
@@ -276,8 +270,8 @@ private:
     /// above it changes.
     void rebalance(Node* node) noexcept {
         while (node) {
-            const std::int64_t leftHeight = heightOf(node->leftChild_);
-            const std::int64_t rightHeight = heightOf(node->rightChild_);
+            const std::int64_t leftHeight = heightOf(node->children_[left]);
+            const std::int64_t rightHeight = heightOf(node->children_[right]);
             const std::int64_t before = node->height_;
             if (leftHeight > rightHeight + 1 || rightHeight > leftHeight + 1) {
                 node = restructure(node, leftHeight > rightHeight ? left : right);
@@ -292,14 +286,14 @@ private:
     /// Trinode restructuring of `top`, too high on `side`: the middle one of top, its higher child and that one's higher
     /// child takes the place of `top`. Returns it.
     Node* restructure(Node* top, unsigned side) noexcept {
-        Node* const child = top->childOn(side);
+        Node* const child = top->children_[side];
         Node* middle = child;
-        if (heightOf(child->childOn(!side)) > heightOf(child->childOn(side))) {
-            middle = child->childOn(!side);
-            link(child, !side, middle->childOn(side));
+        if (heightOf(child->children_[!side]) > heightOf(child->children_[side])) {
+            middle = child->children_[!side];
+            link(child, !side, middle->children_[side]);
         }
         replace(top, middle);
-        link(top, side, middle->childOn(!side));
+        link(top, side, middle->children_[!side]);
         link(middle, !side, top);
         if (middle != child) link(middle, side, child);
         refreshHeight(top);
@@ -309,13 +303,13 @@ private:
     }
 
     static void link(Node* parent, unsigned side, Node* child) noexcept {
-        parent->childOn(side) = child;
+        parent->children_[side] = child;
         if (child) child->parent_ = parent;
     }
 
     void replace(Node* node, Node* replacement) noexcept {
         if (Node* const parent = node->parent_) {
-            link(parent, parent->rightChild_ == node, replacement);
+            link(parent, parent->children_[right] == node, replacement);
         } else {
             root_ = replacement;
             replacement->parent_ = nullptr;
@@ -323,16 +317,16 @@ private:
     }
 
     static void refreshHeight(Node* node) noexcept {
-        const std::int64_t leftHeight = heightOf(node->leftChild_);
-        const std::int64_t rightHeight = heightOf(node->rightChild_);
+        const std::int64_t leftHeight = heightOf(node->children_[left]);
+        const std::int64_t rightHeight = heightOf(node->children_[right]);
         node->height_ = (leftHeight > rightHeight ? leftHeight : rightHeight) + 1;
     }
 
     /// Recursive on one side: a balanced tree of every size that memory can hold is less than a hundred nodes high.
     void destroyBelow(Node* node) noexcept {
         while (node) {
-            destroyBelow(node->rightChild_);
-            pool_.destroy(std::exchange(node, node->leftChild_));
+            destroyBelow(node->children_[right]);
+            pool_.destroy(std::exchange(node, node->children_[left]));
         }
     }
 

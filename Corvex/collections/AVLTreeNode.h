@@ -27,8 +27,7 @@ public:
     AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
                 AVLTreeNode* parent, std::int64_t height) noexcept
         : key_(std::move(key)),
-          leftChild_(leftChild),
-          rightChild_(rightChild),
+          children_{leftChild, rightChild},
           parent_(parent),
           height_(height),
           payload_(std::move(payload)) {}
@@ -43,27 +42,27 @@ public:
     [[nodiscard]] std::optional<Payload>& payload() noexcept { return payload_; }
 
     /// Null where there is no child.
-    [[nodiscard]] const AVLTreeNode* leftChild() const noexcept { return leftChild_; }
-    [[nodiscard]] AVLTreeNode* leftChild() noexcept { return leftChild_; }
-    [[nodiscard]] const AVLTreeNode* rightChild() const noexcept { return rightChild_; }
-    [[nodiscard]] AVLTreeNode* rightChild() noexcept { return rightChild_; }
+    [[nodiscard]] const AVLTreeNode* leftChild() const noexcept { return children_[left]; }
+    [[nodiscard]] AVLTreeNode* leftChild() noexcept { return children_[left]; }
+    [[nodiscard]] const AVLTreeNode* rightChild() const noexcept { return children_[right]; }
+    [[nodiscard]] AVLTreeNode* rightChild() noexcept { return children_[right]; }
 
     /// 1 for a leaf, otherwise one more than the higher child's.
     [[nodiscard]] std::int64_t height() const noexcept { return height_; }
 
-    [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->leftChild_ == this; }
-    [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->rightChild_ == this; }
+    [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->children_[left] == this; }
+    [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->children_[right] == this; }
 
     /// The nodes with the smallest and the largest key of this subtree.
     [[nodiscard]] const AVLTreeNode* minimum() const noexcept {
         const AVLTreeNode* node = this;
-        while (node->leftChild_) node = node->leftChild_;
+        while (node->children_[left]) node = node->children_[left];
         return node;
     }
     [[nodiscard]] AVLTreeNode* minimum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).minimum()); }
     [[nodiscard]] const AVLTreeNode* maximum() const noexcept {
         const AVLTreeNode* node = this;
-        while (node->rightChild_) node = node->rightChild_;
+        while (node->children_[right]) node = node->children_[right];
         return node;
     }
     [[nodiscard]] AVLTreeNode* maximum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).maximum()); }
@@ -84,12 +83,9 @@ private:
     static constexpr auto leftOf = [](auto& node) { return node.leftChild(); };
     static constexpr auto rightOf = [](auto& node) { return node.rightChild(); };
 
-    [[nodiscard]] AVLTreeNode*& childOn(unsigned side) noexcept { return side == left ? leftChild_ : rightChild_; }
-
     // What a search reads comes first, so that one cache line holds it.
     Key key_;
-    AVLTreeNode* leftChild_;
-    AVLTreeNode* rightChild_;
+    AVLTreeNode* children_[2];
     AVLTreeNode* parent_;
     std::int64_t height_;
     std::optional<Payload> payload_;
