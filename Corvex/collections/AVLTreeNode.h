@@ -69,8 +69,7 @@ public:
 
     /// The keys of this subtree in order, each child's text in brackets: "[1] 2 [3]".
     [[nodiscard]] std::string description() const {
-        return bracketedText(this, leftOf, rightOf,
-                             [](const AVLTreeNode& node) { return plainText(node.key_); });
+        return bracketedText(this, leftOf, rightOf, [](const AVLTreeNode& node) { return plainText(node.key_); });
     }
 
     /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present.

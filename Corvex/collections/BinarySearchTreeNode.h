@@ -100,8 +100,8 @@ public:
     }
 
 private:
-    static constexpr auto leftOf = [](const BinarySearchTreeNode& node) { return node.left(); };
-    static constexpr auto rightOf = [](const BinarySearchTreeNode& node) { return node.right(); };
+    static constexpr auto leftOf = [](const auto& node) { return node.left(); };
+    static constexpr auto rightOf = [](const auto& node) { return node.right(); };
 
     const BinarySearchTreeNode* find(const Value& value) const {
         const BinarySearchTreeNode* node = this;

@@ -38,12 +38,13 @@ public:
     }
     std::int64_t sum() const {
         std::int64_t result = 0;
-        tree_.doInOrder(tree_.root(), [&](const auto& node) { result += node.key() + *node.payload(); });
+        Tree::doInOrder(tree_.root(), [&](const auto& node) { result += node.key() + *node.payload(); });
         return result;
     }
 
 private:
-    corvex::AVLTree<std::int64_t, std::int64_t> tree_;
+    using Tree = corvex::AVLTree<std::int64_t, std::int64_t>;
+    Tree tree_;
 };
 
 template <class Map>
@@ -198,7 +199,8 @@ void ask(benchmark::State& state, std::int64_t offset, Question&& question) {
     const std::vector<Keys> orders = shuffledOrders(state.range(), 2);
     std::size_t round = 0;
     for (auto _ : state) {
-        for (const std::int64_t key : orders[round++ % orders.size()]) benchmark::DoNotOptimize(question(*tree, key + offset));
+        for (const std::int64_t key : orders[round++ % orders.size()])
+            benchmark::DoNotOptimize(question(*tree, key + offset));
     }
     state.SetItemsProcessed(state.iterations() * state.range());
 }
