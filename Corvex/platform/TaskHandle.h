@@ -118,14 +118,14 @@ public:
 
     /// Blocks the thread until the task has finished; nothing if the handle refers to no task. For plain threads: on a
     /// thread that the task itself needs, it never returns. The second form takes the value out, for all handles.
-    [[nodiscard]] std::optional<TaskResult<T>> waitSync() const&
+    std::optional<TaskResult<T>> waitSync() const&
         requires(std::is_void_v<T> || std::is_copy_constructible_v<T>)
     {
         if (!block_) return std::nullopt;
         block_->waitSync();
         return block_->result;
     }
-    [[nodiscard]] std::optional<TaskResult<T>> waitSync() && {
+    std::optional<TaskResult<T>> waitSync() && {
         if (!block_) return std::nullopt;
         block_->waitSync();
         return std::move(block_->result);

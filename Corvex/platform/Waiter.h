@@ -26,6 +26,7 @@ public:
     void remove(WaiterLinks& waiter) noexcept;
 
     WaiterLinks *first = nullptr, *last = nullptr;
+    std::size_t count = 0;
 };
 
 }  // namespace detail
@@ -55,6 +56,7 @@ inline void detail::WaiterChain::append(WaiterLinks& waiter) noexcept {
         first = &waiter;
     }
     last = &waiter;
+    ++count;
 }
 
 inline void detail::WaiterChain::remove(WaiterLinks& waiter) noexcept {
@@ -66,6 +68,7 @@ inline void detail::WaiterChain::remove(WaiterLinks& waiter) noexcept {
     }
     (following ? following->previous_ : last) = waiter.previous_;
     waiter.chain_ = nullptr;
+    --count;
 }
 
 /// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to.
@@ -73,6 +76,7 @@ template <class WaiterType>
 class WaiterList {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
+    [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
     void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
     /// The oldest waiter, none if empty. Fill its payload under the lock, then post() it outside.
     WaiterType* takeFirst() noexcept {
