@@ -120,7 +120,8 @@ TEST(LutCommand, samplesFieldFilesAsExpected) {
             } else {
                 for (const char* channel : {"r", "g", "b"}) words.push_back(in[channel].dump());
                 const Value& out = in[in["answerInInputBitDepth"].get<bool>() ? "inputBitDepth" : "outputBitDepth"];
-                if (in["inputBitDepth"] < 1 || out < 1) continue;
+                // The command takes depths from 1 to 63.
+                if (in["inputBitDepth"] < 1 || in["inputBitDepth"] > 63 || out < 1 || out > 63) continue;
                 words.insert(words.end(), {"--in-depth", in["inputBitDepth"].dump(), "--out-depth", out.dump()});
             }
             const CommandResult result = corvex(words);
