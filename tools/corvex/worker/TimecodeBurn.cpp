@@ -9,22 +9,7 @@ namespace {
 /// What a label consists of, the blank being the box's end on either side.
 constexpr std::string_view characters = "0123456789:; ";
 
-std::int64_t framesOfDay(const TimecodeFrame& frame) {
-    constexpr std::int64_t hours = 24;
-    const DropFrameState state = frame.components().dropFrameState;
-    return TimecodeFrame({hours, 0, 0, 0, state}, frame.frameRate()).frameNumber();
-}
-
 }  // namespace
-
-TimecodeCount::TimecodeCount(const TimecodeFrame& first, int picturesPerLabel)
-    : first_(first), picturesPerLabel_(picturesPerLabel), framesPerDay_(framesOfDay(first)) {}
-
-TimecodeComponents TimecodeCount::label(std::int64_t picture) const {
-    const std::int64_t frame = (first_.frameNumber() + picture / picturesPerLabel_) % framesPerDay_;
-    return TimecodeComponents::timecodeComponents(frame, first_.fullFramesPerSecond(),
-                                                  first_.components().isDropFrame());
-}
 
 TimecodeBurn::TimecodeBurn(const TimecodeCount& count, const OAVTranscodeArgumentOverlayAnchorValue& anchor,
                            TextStyle style, const PictureStamp::Target& target, int pictureWidth, int pictureHeight)

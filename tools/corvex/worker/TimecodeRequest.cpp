@@ -30,6 +30,11 @@ std::optional<TimecodeComponents> creationTime(const MediaInput& input) {
     return TimecodeComponents::fromTimecode(std::string(text.substr(mark + 1, 8)) + ":00");
 }
 
+std::string textOf(AVRational rate) { return std::to_string(rate.num) + "/" + std::to_string(rate.den); }
+
+/// Labels a second at a rate: 30 for 29.97.
+std::int64_t quantaOf(AVRational rate) { return av_rescale_rnd(1, rate.num, rate.den, AV_ROUND_NEAR_INF); }
+
 bool dropsFrames(AVRational rate) {
     // Drop frame is defined for 30000/1001 and its multiples (SMPTE ST 12-1).
     return rate.den == 1001 && rate.num % 30000 == 0;
@@ -38,17 +43,18 @@ bool dropsFrames(AVRational rate) {
 }  // namespace
 
 std::optional<TimecodeRequest> TimecodeRequest::make(const Arguments& arguments) {
-    if (!arguments.addTimecodeTrack()) {
+    if (!arguments.includeTimecode()) {
         for (const auto& flag : {OAVTimecodeMatchSourceFlag, OAVTimecodeFromCreationDateFlag, OAVTimecodeCustomFlag,
                                  OAVTimecodeFrameRateFlag, OAVTimecodeIsDropFlag, OAVTimecodeIsNonDropFlag,
                                  OAVTimecodeBypassNTSCDropFlag}) {
             if (arguments.hasArgumentFlag(flag.cliFlag())) {
-                throw UsageError(std::string(flag.cliFlag()) + ": expected -tc_track beside it");
+                throw UsageError(std::string(flag.cliFlag()) + ": expected -tc_track or -tc_burn beside it");
             }
         }
         return std::nullopt;
     }
     TimecodeRequest request;
+    request.addsTrack = arguments.addTimecodeTrack();
     request.source = arguments.timecodeSource();
     if (request.source == TimecodeSource::custom) {
         const std::string_view text = arguments.timecode().value_or("");
@@ -68,9 +74,9 @@ std::optional<TimecodeRequest> TimecodeRequest::make(const Arguments& arguments)
 }
 
 TimecodeComponents TimecodeRequest::start(const MediaInput& first, AVRational rate) const {
-    if (frameRate && av_cmp_q(*frameRate, rate) != 0) {
-        throw JobError("-tc_rate: a timecode track counts the frames of its video, which has " +
-                       std::to_string(rate.num) + "/" + std::to_string(rate.den) + " a second; -vr would change that");
+    if (addsTrack && frameRate && av_cmp_q(*frameRate, rate) != 0) {
+        throw JobError("-tc_rate: a timecode track counts the frames of its video, which has " + textOf(rate) +
+                       " a second; -vr would change that");
     }
     std::optional<TimecodeComponents> start = custom;
     if (source == TimecodeSource::creationDate) {
@@ -89,11 +95,20 @@ TimecodeComponents TimecodeRequest::start(const MediaInput& first, AVRational ra
     if (state == DropFrameState::unknown) state = dropsFrames(rate) ? DropFrameState::drop : DropFrameState::nonDrop;
     if (bypassesNtscDrop) state = DropFrameState::nonDrop;
     if (state == DropFrameState::drop && !dropsFrames(rate)) {
-        throw JobError("a timecode of " + std::to_string(rate.num) + "/" + std::to_string(rate.den) +
-                       " frames a second cannot drop frames; expected 29.97 or a multiple, or -tc_non_drop");
+        throw JobError("a timecode of " + textOf(rate) + " frames a second cannot drop frames; expected 29.97 or a multiple, or -tc_non_drop");
     }
     start->dropFrameState = state;
     return *start;
+}
+
+TimecodeCount TimecodeRequest::count(const MediaInput& first, AVRational videoRate) const {
+    const AVRational rate = frameRate.value_or(videoRate);
+    const std::int64_t pictures = quantaOf(videoRate), labels = quantaOf(rate);
+    if (labels == 0 || pictures % labels != 0) {
+        throw JobError("-tc_rate: expected a rate that the video's " + textOf(videoRate) +
+                       " pictures a second are a whole multiple of, not " + textOf(rate));
+    }
+    return {TimecodeFrame(start(first, rate), MediaRational(rate.num, rate.den)), pictures / labels};
 }
 
 }  // namespace corvex::tool

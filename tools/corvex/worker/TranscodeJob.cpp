@@ -15,7 +15,7 @@ namespace {
 
 using Arguments = TranscodeCliArguments;
 
-constexpr std::array<std::string_view, 58> carriedOutFlags{
+constexpr std::array<std::string_view, 72> carriedOutFlags{
     OAVColorLutFileFlag.cliFlag(),
     OAVInputPrefixFlag.cliFlag(),
     OAVOutputFileFlag.cliFlag(),
@@ -71,6 +71,20 @@ constexpr std::array<std::string_view, 58> carriedOutFlags{
     OAVTimecodeIsDropFlag.cliFlag(),
     OAVTimecodeIsNonDropFlag.cliFlag(),
     OAVTimecodeBypassNTSCDropFlag.cliFlag(),
+    OAVTimecodeAddBurnFlag.cliFlag(),
+    OAVTimecodeBurnAnchorFlag.cliFlag(),
+    OAVTimecodeBurnFontSize.cliFlag(),
+    OAVTimecodeBurnFontRGB.cliFlag(),
+    OAVTimecodeBurnBoxRGB.cliFlag(),
+    OAVWatermarkFileBurnFilePathFlag.cliFlag(),
+    OAVWatermarkFileBurnAnchorFlag.cliFlag(),
+    OAVWatermarkFileBurnScaleFlag.cliFlag(),
+    OAVWatermarkTextAddBurnFlag.cliFlag(),
+    OAVWatermarkTextBurnTextFlag.cliFlag(),
+    OAVWatermarkTextBurnFontSizeFlag.cliFlag(),
+    OAVWatermarkTextBurnAnchorFlag.cliFlag(),
+    OAVWatermarkTextBurnFontRGBFlag.cliFlag(),
+    OAVWatermarkTextBurnBoxRGBFlag.cliFlag(),
     cliFlag(TranscodeCLIFlag::vscale),
     cliFlag(TranscodeCLIFlag::ovw),
     cliFlag(TranscodeCLIFlag::ovh),
@@ -209,7 +223,11 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.audio = AudioRequest::make(arguments, job.format);
     job.timecode = TimecodeRequest::make(arguments);
     job.language = languageOf(arguments, OAVLanguageCodeFlag);
-    if (job.timecode && !job.video) throw UsageError("-tc_track: expected video beside it, whose frames it counts");
+    if (job.timecode && !job.video) {
+        throw UsageError(std::string(job.timecode->addsTrack ? "-tc_track" : "-tc_burn") +
+                         ": expected video beside it, whose frames it counts");
+    }
+    if (job.video && job.video->overlays.timecode) job.video->burntTimecode = job.timecode;
     if (!job.video && !job.audio) throw UsageError("-vn and -an together leave nothing to write");
     job.progressFile = arguments.progressFile().value_or("");
     job.progressPrefix = arguments.progressOutputPrefix().value_or("");

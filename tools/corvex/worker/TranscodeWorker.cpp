@@ -111,7 +111,7 @@ public:
         if (job.video) video_.emplace(*job.video, *first_, facts.timing, output_);
         if (job.audio) addAudioTracks();
         if (!video_ && audio_.empty()) throw JobError("'" + first_->path() + "': nothing of it can be written");
-        if (job.timecode) {
+        if (job.timecode && job.timecode->addsTrack) {
             output_.setTimecode(video_->stream(), job.timecode->start(*first_, video_->frameRate()).timecodeString());
         }
         if (video_ && !job.language.empty()) output_.setLanguage(video_->stream(), job.language);

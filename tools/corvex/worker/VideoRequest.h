@@ -9,6 +9,8 @@
 #include <tools/corvex/worker/ColorConversion.h>
 #include <tools/corvex/worker/FrameGeometry.h>
 #include <tools/corvex/worker/LookUpTable.h>
+#include <tools/corvex/worker/OverlayRequest.h>
+#include <tools/corvex/worker/TimecodeRequest.h>
 #include <tools/corvex/worker/VideoCodecSettings.h>
 
 namespace corvex::tool {
@@ -26,6 +28,8 @@ struct VideoRequest {
     std::optional<std::int64_t> maxFrames;  ///< The output ends after so many.
     ColorRequest color;
     std::optional<LookUpTable> table;
+    OverlayRequest overlays;
+    std::optional<TimecodeRequest> burntTimecode;  ///< What the timecode among the overlays counts.
     std::optional<std::uint64_t> frameCapacity;  ///< Pictures in flight.
     std::optional<std::int64_t> frameMemory;     ///< Bytes of pictures in flight.
     std::map<std::string, std::string> decodeOptions;

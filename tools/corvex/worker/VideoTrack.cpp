@@ -51,7 +51,21 @@ VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, Vid
     }
     const FrameGeometry geometry = FrameGeometry::make(first.picture(), request_.frame);
     openEncoder(first, geometry.output, geometry.pixelAspect);
+    prepareOverlays(first);
     stream_ = output_.addStream(*encoder_, request_.codec->tag);
+}
+
+void VideoTrack::prepareOverlays(const MediaInput& first) {
+    if (request_.overlays.isEmpty()) return;
+    constexpr int highestOfStandardDefinition = 576;
+    AVColorSpace matrix = encoder_->colorspace;
+    if (matrix == AVCOL_SPC_UNSPECIFIED) {
+        matrix = encoder_->height <= highestOfStandardDefinition ? AVCOL_SPC_SMPTE170M : AVCOL_SPC_BT709;
+    }
+    std::optional<TimecodeCount> timecodes;
+    if (request_.burntTimecode) timecodes = request_.burntTimecode->count(first, timing_.frameRate);
+    overlays_.emplace(request_.overlays, PictureStamp::Target{encoder_->pix_fmt, matrix, encoder_->color_range},
+                      encoder_->width, encoder_->height, timecodes);
 }
 
 void VideoTrack::limitFramesInFlight() {
@@ -289,6 +303,7 @@ void VideoTrack::filter(AVFrame* frame) {
     }
     while (graph_->pull(*filtered_)) {
         if (work_) work_->apply(*filtered_);
+        if (overlays_) overlays_->apply(*filtered_, frameCount_);
         encodeFrame(*filtered_);
         av_frame_unref(filtered_.get());
     }

@@ -4,6 +4,7 @@
 
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
+#include <tools/corvex/worker/PictureOverlays.h>
 #include <tools/corvex/worker/PictureWork.h>
 #include <tools/corvex/worker/Track.h>
 #include <tools/corvex/worker/VideoRequest.h>
@@ -54,6 +55,7 @@ private:
 
     void openEncoder(const MediaInput& first, PixelSize size, PixelAspect pixelAspect);
     void limitFramesInFlight();
+    void prepareOverlays(const MediaInput& first);
     void setKeyFrameDistance(AVCodecContext& encoder) const;
     void openWithRateClass();
     [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
@@ -88,6 +90,7 @@ private:
     std::optional<PictureGraph> graph_;
     GraphInput graphInput_;
     std::optional<PictureWork> work_;  ///< None where pictures are only scaled.
+    std::optional<PictureOverlays> overlays_;
     FramePointer filtered_;
     PacketPointer packet_;
 };
