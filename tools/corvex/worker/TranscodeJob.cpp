@@ -97,6 +97,7 @@ constexpr std::pair<std::string_view, std::string_view> reasons[] = {
     {OAVVideoGPUEncodingFlag.cliFlag(), "this machine has no GPU device that encodes"},
     {OAVVideoREDPremiumDecodeFlag.cliFlag(), "there is no RED decoder here"},
     {OAVLegacyTranscodePipelineFlag.cliFlag(), "this worker has one pipeline only"},
+    {"-arri_", "there is no look engine here"},
 };
 
 /// Whether the key is a numbered form: an input, or the tracks to leave out of one.
@@ -132,8 +133,9 @@ pid_t takeCustodialFlags(const Arguments& arguments) {
 void requireKnownFlagsCarriedOut(const Arguments& arguments) {
     for (const auto& [key, value] : arguments.flagValueLookup()) {
         if (isCarriedOut(key) || isNumberedFlag(key)) continue;
-        const auto* reason = std::find_if(std::begin(reasons), std::end(reasons),
-                                          [&, &flag = key](const auto& row) { return row.first == flag; });
+        const auto* reason =
+            std::find_if(std::begin(reasons), std::end(reasons),
+                         [&, &flag = key](const auto& row) { return flag.starts_with(row.first); });
         // Any word that holds a flag's name counts as known, so a slip of the finger may come this far.
         const auto meant = suggestedFlag(key);
         throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker" +
