@@ -23,7 +23,8 @@ public:
     /// A path by which this process opens the gathering bytes, for writing and for reading.
     [[nodiscard]] std::string pathWhileWriting() const;
 
-    /// Gives the bytes their name, replacing an existing target only if that is allowed. Throws JobError.
+    /// Gives the bytes their name, replacing an existing target only if that is allowed. Of a target that is a symbolic
+    /// link the file at its end is replaced, or made; the link stays. Throws JobError.
     void publish();
 
     /// Removes what a process that was ended at once may have left of its file under a temporary name.
@@ -36,8 +37,9 @@ private:
     void moveBeside();
     [[noreturn]] void failToPublish() const;
 
-    std::filesystem::path target_;
-    std::filesystem::path temporary_;  ///< Empty while the file has no name.
+    std::filesystem::path target_;       ///< As the user names it.
+    std::filesystem::path destination_;  ///< What is written: the end of the links that the target may be.
+    std::filesystem::path temporary_;    ///< Empty while the file has no name.
     bool overwrites_;
     int descriptor_ = -1;
 };
