@@ -61,6 +61,14 @@ Recipe recipeOf(const std::string& name) {
     if (name == "alpha") {
         return {withSource("color=red@0.5:size=320x180:duration=0.2,format=rgba", "", {"-c:v", "qtrle"}), "mov"};
     }
+    if (name == "interlaced" || name == "striped") {
+        const std::string stripes =
+            "color=size=64x64:rate=25:duration=0.2,format=yuv444p,"
+            "geq=lum='16+219*mod(Y,2)':cb=128:cr=128";
+        const Words proRes{"-c:v", "prores_ks", "-pix_fmt", "yuv444p10le"};
+        if (name == "striped") return {withSource(stripes, "", proRes), "mov"};
+        return {withSource(stripes + ",setfield=tff", "", with(proRes, {"-flags", "+ildct"})), "mov"};
+    }
     if (name == "fullrange") return {withSource(moving + "1", "", {"-c:v", "mjpeg", "-pix_fmt", "yuvj420p"}), "avi"};
     if (name == "odd") {
         return {withSource(moving + "0.4,scale=321:181", "", {"-c:v", "ffv1", "-pix_fmt", "yuv444p"}), "mkv"};
