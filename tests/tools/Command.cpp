@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -18,6 +19,11 @@
 #include <unistd.h>
 
 namespace corvex::tool::test {
+
+Words wordsOf(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
+}
 
 Command::Command(Words words) {
     // Read by builds with AddressSanitizer alone: libx265 3.5 never frees what it allocates when it opens an encoder.
