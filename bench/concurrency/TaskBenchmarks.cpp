@@ -118,7 +118,8 @@ void sleeps_corvex(benchmark::State& state) {
     };
     double worst = 0;
     const double start = processSeconds();
-    for (auto _ : state) worst = std::max(worst, corvex::spawn(corvex::withTaskGroup<double>(body), pool).waitSync()->value());
+    for (auto _ : state)
+        worst = std::max(worst, corvex::spawn(corvex::withTaskGroup<double>(body), pool).waitSync()->value());
     state.counters["late_ms"] = worst;
     state.counters["cpu_ms"] = (processSeconds() - start) * 1000 / static_cast<double>(state.iterations());
 }

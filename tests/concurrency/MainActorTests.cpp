@@ -19,9 +19,9 @@ TEST(MainActor, runsItsWorkThereAndItsCallersWhereTheyWere) {
     std::string trace;
     auto place = [](ManualExecutor& away) { return MainActor::runsHere() ? 'm' : away.runsHere() ? 'o' : '?'; };
     auto work = [&](std::string& text) -> Task<> {
-        auto look = [&] { return place(other); };
-        text += co_await MainActor::run(look);
-        text += place(other);
+        auto look = [&] { return text += place(other), 7; };
+        const int answer = co_await MainActor::run(look);
+        text += place(other) + std::to_string(answer);
         co_await MainActor::hop();
         text += place(other);
         MainActor::post([&text] { text += '.'; });
@@ -33,9 +33,9 @@ TEST(MainActor, runsItsWorkThereAndItsCallersWhereTheyWere) {
     main.runAll();
     EXPECT_EQ(trace, "m");
     other.runAll();
-    EXPECT_EQ(trace, "mo");
+    EXPECT_EQ(trace, "mo7");
     main.runAll();
-    EXPECT_EQ(trace, "mom!.");
+    EXPECT_EQ(trace, "mo7m!.");
     EXPECT_TRUE(handle.isFinished());
     EXPECT_FALSE(MainActor::runsHere());
 }
