@@ -232,7 +232,7 @@ private:
         place.parent->children_[place.side] = node;
         if (place.side == left && place.parent == first_) first_ = node;
         if (place.side == right && place.parent == last_) last_ = node;
-        rebalance(place.parent);
+        rebalanceAboveGrown(node);
     }
 
     /// Only leaves are unlinked: an inner node takes over its neighbour's entry, and so on down to a leaf.
@@ -263,12 +263,26 @@ private:
         if (leaf == first_) first_ = parent;  // a leaf at an end has its neighbour above it
         if (leaf == last_) last_ = parent;
         pool_.destroy(leaf);
-        rebalance(parent);
+        rebalanceShrunk(parent);
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards. Ends where a subtree is as high as before: nothing
+    /// Refreshes heights and restores the balance above a subtree that has grown by one. One restructuring is always
+    /// enough, and only a node that was as high as the subtree has become needs a look at its other child.
+    void rebalanceAboveGrown(Node* node) noexcept {
+        for (Node* parent = node->parent_; parent && parent->height_ == node->height_; parent = node->parent_) {
+            const unsigned side = parent->children_[right] == node;
+            if (heightOf(parent->children_[!side]) + 2 == node->height_) {
+                restructure(parent, side);
+                return;
+            }
+            ++parent->height_;
+            node = parent;
+        }
+    }
+
+    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree is as high as before: nothing
     /// above it changes.
-    void rebalance(Node* node) noexcept {
+    void rebalanceShrunk(Node* node) noexcept {
         while (node) {
             const std::int64_t leftHeight = heightOf(node->children_[left]);
             const std::int64_t rightHeight = heightOf(node->children_[right]);
