@@ -1,17 +1,59 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace corvex::inline v0 {
 
 /// Four characters as one number, the first in the highest byte: how QuickTime and its relatives name formats.
-using FourCharacterCode = std::uint32_t;
+/// A value: any number is legal, also one whose bytes are no characters.
+class FourCharacterCode {
+public:
+    constexpr explicit FourCharacterCode(std::uint32_t value) noexcept : value_(value) {}
 
-[[nodiscard]] consteval FourCharacterCode fourCharacterCode(const char (&text)[5]) noexcept {
-    FourCharacterCode code = 0;
-    for (std::size_t i = 0; i < 4; ++i) code = code << 8U | static_cast<unsigned char>(text[i]);
-    return code;
-}
+    // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions): a literal of four characters is one
+    consteval FourCharacterCode(const char (&literal)[5]) noexcept : value_(valueOf(literal)) {}
+
+    /// For a text from outside: none unless it has exactly four bytes.
+    [[nodiscard]] static constexpr std::optional<FourCharacterCode> make(std::string_view text) noexcept {
+        return text.size() == 4 ? std::optional(FourCharacterCode(valueOf(text))) : std::nullopt;
+    }
+
+    [[nodiscard]] constexpr std::uint32_t value() const noexcept { return value_; }
+
+    /// The four characters where all are printable ASCII ("aac "), else the number ("0x00000011").
+    [[nodiscard]] std::string description() const {
+        std::string characters, number = "0x";
+        for (int shift = 24; shift >= 0; shift -= 8) characters += static_cast<char>(value_ >> shift & 0xFFU);
+        for (int shift = 28; shift >= 0; shift -= 4) number += "0123456789abcdef"[value_ >> shift & 15U];
+        for (const char character : characters) {
+            if (character < ' ' || character > '~') return number;
+        }
+        return characters;
+    }
+
+    friend constexpr auto operator<=>(FourCharacterCode, FourCharacterCode) noexcept = default;
+
+private:
+    static constexpr std::uint32_t valueOf(std::string_view text) noexcept {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<unsigned char>(text[i]);
+        return value;
+    }
+
+    std::uint32_t value_;
+};
 
 }  // namespace corvex::inline v0
+
+template <>
+struct std::hash<corvex::FourCharacterCode> {
+    std::size_t operator()(corvex::FourCharacterCode code) const noexcept {
+        return std::hash<std::uint32_t>{}(code.value());
+    }
+};

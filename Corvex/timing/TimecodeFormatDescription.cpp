@@ -77,7 +77,7 @@ TimecodeFormatDescription TimecodeFormatDescription::fromSampleDescription(std::
     if (size < sampleDescriptionSize || size > bytes.size()) {
         throw TimecodeFormatError(TimecodeFormatError::Case::length, size);
     }
-    const FourCharacterCode code = readNumber(bytes.subspan(formatTypeAt));
+    const std::uint32_t code = readNumber(bytes.subspan(formatTypeAt));
     const auto formatType = fromRawValue<TimecodeFormatType>(code);
     if (!formatType) throw TimecodeFormatError(TimecodeFormatError::Case::formatType, code);
     const std::uint32_t timeScale = readNumber(bytes.subspan(timeScaleAt));

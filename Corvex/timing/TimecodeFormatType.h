@@ -12,11 +12,11 @@ namespace corvex::inline v0 {
 enum class TimecodeFormatType : std::uint8_t { timecode32, timecode64, counter32, counter64 };
 
 template <>
-inline constexpr auto caseTable<TimecodeFormatType> = std::to_array<Case<TimecodeFormatType, FourCharacterCode>>({
-    {TimecodeFormatType::timecode32, fourCharacterCode("tmcd"), "32-bit timecode"},
-    {TimecodeFormatType::timecode64, fourCharacterCode("tc64"), "64-bit timecode"},
-    {TimecodeFormatType::counter32, fourCharacterCode("cn32"), "32-bit counter"},
-    {TimecodeFormatType::counter64, fourCharacterCode("cn64"), "64-bit counter"},
+inline constexpr auto caseTable<TimecodeFormatType> = std::to_array<Case<TimecodeFormatType, std::uint32_t>>({
+    {TimecodeFormatType::timecode32, FourCharacterCode("tmcd").value(), "32-bit timecode"},
+    {TimecodeFormatType::timecode64, FourCharacterCode("tc64").value(), "64-bit timecode"},
+    {TimecodeFormatType::counter32, FourCharacterCode("cn32").value(), "32-bit counter"},
+    {TimecodeFormatType::counter64, FourCharacterCode("cn64").value(), "64-bit counter"},
 });
 static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
 

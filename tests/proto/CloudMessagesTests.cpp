@@ -9,6 +9,7 @@
 #include <Corvex/exported/OAVTranscodeArgumentAspectRatioValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentAudioFormatValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
+#include <proto/cloudAudioCodec.h>
 #include <proto/cloudColorSpace.h>
 #include <proto/templateMessages.h>
 
@@ -66,6 +67,16 @@ TEST(CloudMessages, enumerationsFollowTheVocabulary) {
     expectSameWords<OAVTranscodeArgumentVideoCodecValue>(*Cloud_VideoCodec_descriptor(), 18);
     expectSameWords<OAVTranscodeArgumentAudioFormatValue>(*Cloud_AudioCodec_descriptor(), 18);
     expectSameWords<OAVTranscodeArgumentAspectRatioValue>(*Cloud_AspectScaling_descriptor(), 21);
+}
+
+TEST(CloudMessages, audioFormatsHaveTheCodecOfTheirName) {
+    for (const auto format : allCases<OrvaneAudioFormat>) {
+        std::string expected(outputFormat(format).rawValue());
+        std::erase(expected, '_');
+        const auto codec = protobufEquivalent(format);
+        ASSERT_TRUE(codec) << expected;
+        EXPECT_EQ(wordOf(Cloud_AudioCodec_Name(*codec), 18), expected);
+    }
 }
 
 TEST(CloudMessages, colourSpacesKeepTheirNumbers) {

@@ -143,7 +143,7 @@ TEST(FrameRate, comesFromItsRawValueOrIsLoggedAsNone) {
 }
 
 TEST(FrameRate, listsItsCasesInOrder) {
-    const auto all = FrameRate::allowed(fourCharacterCode("apcn"));
+    const auto all = FrameRate::allowed("apcn");
     ASSERT_EQ(all.size(), 11U);
     EXPECT_EQ(all.back(), FrameRate::custom(0.0));
     EXPECT_EQ(FrameRate::wellDefinedCases().size(), 10U);

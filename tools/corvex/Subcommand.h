@@ -28,6 +28,7 @@ using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Acti
 
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addLutCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);

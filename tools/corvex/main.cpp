@@ -18,8 +18,8 @@ namespace {
 using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
-    corvex::tool::addArgsCommand,     corvex::tool::addColorCommand,     corvex::tool::addRateCommand,
-    corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand,
+    corvex::tool::addArgsCommand, corvex::tool::addColorCommand,    corvex::tool::addLutCommand,
+    corvex::tool::addRateCommand, corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand,
 };
 
 /// Everything up to "--" is the tool's own; what follows is taken as it stands.

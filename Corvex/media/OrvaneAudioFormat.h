@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <Corvex/exported/OAVTranscodeArgumentAudioFormatValue.h>
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/FourCharacterCode.h>
+
+namespace corvex::inline v0 {
+
+/// The audio formats that can stand in a written file. Raw value: the text that follows "-acodec".
+enum class OrvaneAudioFormat : std::uint8_t { lpcm, appleLossless, aac, aacHe, aacEld, appleIma4 };
+
+/// What a media writer can do about a format: encode it, only pass on what is coded already, or neither.
+enum class AVFoundationAudioEncodingSupportLevel : std::uint8_t {
+    fullyEncodable,
+    passthroughCapable,
+    unencodable,
+    unknown,
+};
+
+template <>
+inline constexpr auto caseTable<AVFoundationAudioEncodingSupportLevel> =
+    std::to_array<Case<AVFoundationAudioEncodingSupportLevel>>({
+        {AVFoundationAudioEncodingSupportLevel::fullyEncodable, "fullyEncodable", "can be encoded"},
+        {AVFoundationAudioEncodingSupportLevel::passthroughCapable, "passthroughCapable", "can be passed through only"},
+        {AVFoundationAudioEncodingSupportLevel::unencodable, "unencodable", "cannot be written"},
+        {AVFoundationAudioEncodingSupportLevel::unknown, "unknown", "unknown"},
+    });
+static_assert(isComplete<AVFoundationAudioEncodingSupportLevel>(caseTable<AVFoundationAudioEncodingSupportLevel>));
+
+/// A row of the table: the format's code in QuickTime and Core Audio, its value of "-acodec" and its support level.
+struct AudioFormatCase : Case<OrvaneAudioFormat> {
+    FourCharacterCode coreAudioEquivalent;
+    const OAVTranscodeArgumentAudioFormatValue* outputFormat;
+    AVFoundationAudioEncodingSupportLevel avEncodingSupportLevel;
+};
+
+template <>
+inline constexpr auto caseTable<OrvaneAudioFormat> = std::to_array<AudioFormatCase>({
+    {{OrvaneAudioFormat::lpcm, OAVLpcmAudioFormatValue.rawValue(), "Linear PCM"},
+     "lpcm",
+     &OAVLpcmAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::fullyEncodable},
+    {{OrvaneAudioFormat::appleLossless, OAVAppleLosslessAudioFormatValue.rawValue(), "Apple Lossless"},
+     "alac",
+     &OAVAppleLosslessAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::fullyEncodable},
+    {{OrvaneAudioFormat::aac, OAVAacAudioFormatValue.rawValue(), "AAC"},
+     "aac ",
+     &OAVAacAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::fullyEncodable},
+    {{OrvaneAudioFormat::aacHe, OAVAacHEAudioFormatValue.rawValue(), "HE-AAC"},
+     "aach",
+     &OAVAacHEAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::fullyEncodable},
+    {{OrvaneAudioFormat::aacEld, OAVAacELDLosslessAudioFormatValue.rawValue(), "AAC-ELD"},
+     "aace",
+     &OAVAacELDLosslessAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::passthroughCapable},
+    {{OrvaneAudioFormat::appleIma4, OAVAppleIMA41ADPCMAudioFormatValue.rawValue(), "IMA 4:1 ADPCM"},
+     "ima4",
+     &OAVAppleIMA41ADPCMAudioFormatValue,
+     AVFoundationAudioEncodingSupportLevel::passthroughCapable},
+});
+static_assert(isComplete<OrvaneAudioFormat>(caseTable<OrvaneAudioFormat>));
+
+[[nodiscard]] constexpr FourCharacterCode coreAudioEquivalent(OrvaneAudioFormat format) noexcept {
+    return caseOf(format).coreAudioEquivalent;
+}
+[[nodiscard]] constexpr const OAVTranscodeArgumentAudioFormatValue& outputFormat(OrvaneAudioFormat format) noexcept {
+    return *caseOf(format).outputFormat;
+}
+[[nodiscard]] constexpr AVFoundationAudioEncodingSupportLevel avEncodingSupportLevel(
+    OrvaneAudioFormat format) noexcept {
+    return caseOf(format).avEncodingSupportLevel;
+}
+/// The format's name for people.
+[[nodiscard]] constexpr std::string_view formatDescription(OrvaneAudioFormat format) noexcept {
+    return description(format);
+}
+
+/// The format with this code, or none.
+[[nodiscard]] CORVEX_EXPORT std::optional<OrvaneAudioFormat> audioFormatFromCoreAudio(FourCharacterCode code) noexcept;
+
+/// The format to encode where a source of the given code cannot be kept as it is. `preserveLossless` asks that nothing
+/// more is lost: companded and ADPCM sources become linear PCM, AC-3 becomes Apple Lossless. A code that is not known
+/// becomes linear PCM.
+[[nodiscard]] CORVEX_EXPORT OrvaneAudioFormat encodingReplacement(FourCharacterCode coreAudioFormat,
+                                                                  bool preserveLossless) noexcept;
+
+}  // namespace corvex::inline v0

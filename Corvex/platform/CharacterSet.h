@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// A set of Unicode characters, told by a rule. A value; any thread.
+class CharacterSet {
+public:
+    using Rule = bool (*)(char32_t character) noexcept;
+
+    constexpr explicit CharacterSet(Rule rule) noexcept : rule_(rule) {}
+
+    /// What is no character (above U+10FFFF, or a surrogate) is in no set.
+    [[nodiscard]] constexpr bool contains(char32_t character) const noexcept {
+        const bool isCharacter = character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
+        return isCharacter && rule_(character);
+    }
+
+private:
+    Rule rule_;
+};
+
+/// The decimal digits of all scripts (general category Nd) and ".".
+[[nodiscard]] CORVEX_EXPORT CharacterSet floatingPointDigitCharacterSet() noexcept;
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,117 @@
+#include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
+
+#include <latch>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include <Corvex/platform/Log.h>
+
+namespace corvex {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// Waits until the reports made so far are handed on.
+void settle(ApplicationIOTrackingDelegate& delegate) {
+    delegate.trackedHistoryAccessQueue().sync([] {});
+}
+
+TEST(ApplicationIOTrackingDelegate, handsReportsOnInTheirOrderAndOnItsOwnThread) {
+    ApplicationIOTrackingDelegate delegate;
+    const auto now = std::chrono::system_clock::now();
+    std::vector<std::int64_t> order;
+    std::vector<std::thread::id> threads;
+    std::latch released(1);
+    delegate.handleSpeedUpdate("/early", 1, 2, now, "lost");
+    delegate.setupIOTrackingBehavior([&](const IOActivityUpdate& update) {
+        released.wait();  // the callers are long done: none of them waits for the behaviour
+        order.push_back(update.bytesRead());
+        threads.push_back(std::this_thread::get_id());
+        EXPECT_EQ(update.url(), "/clip.mov");
+        EXPECT_EQ(update.bytesWritten(), -update.bytesRead());
+        EXPECT_EQ(update.timestamp(), now);
+        EXPECT_EQ(update.activityPerformerIdentifier(),
+                  update.bytesRead() == 7 ? std::nullopt : std::optional<std::string>("job 1"));
+    });
+    for (const std::int64_t bytes : {5, 3, 7}) {
+        delegate.handleSpeedUpdate("/clip.mov", bytes, -bytes, now,
+                                   bytes == 7 ? std::nullopt : std::optional<std::string>("job 1"));
+    }
+    released.count_down();
+    settle(delegate);
+    EXPECT_THAT(order, ElementsAre(5, 3, 7));
+    for (const auto& thread : threads) EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+TEST(ApplicationIOTrackingDelegate, theFirstBehaviourStays) {
+    std::vector<std::string> lines;
+    setLogSink([&](LogLevel level, std::string_view line) {
+        EXPECT_EQ(level, LogLevel::debug);
+        lines.emplace_back(line);
+    });
+    setMinimumLogLevel(LogLevel::debug);
+    ApplicationIOTrackingDelegate delegate;
+    int first = 0, second = 0;
+    delegate.setupIOTrackingBehavior([&](const IOActivityUpdate&) { ++first; });
+    delegate.setupIOTrackingBehavior([&](const IOActivityUpdate&) { ++second; });
+    delegate.handleSpeedUpdate("/clip.mov", 1, 0, {}, std::nullopt);
+    settle(delegate);
+    setMinimumLogLevel(LogLevel::info);
+    setLogSink({});
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 0);
+    EXPECT_THAT(lines, ElementsAre("AIOTS-Failed to update tracking behavior. Already SET!"));
+}
+
+TEST(ApplicationIOTrackingDelegate, reportsOfManyThreadsAllArriveEachThreadsInOrder) {
+    constexpr int threadCount = 4, reports = 500;
+    ApplicationIOTrackingDelegate delegate;
+    std::map<std::string, std::int64_t> last;  // not guarded: the delegate's promise is what guards it
+    int disorder = 0;
+    delegate.setupIOTrackingBehavior([&](const IOActivityUpdate& update) {
+        std::int64_t& before = last[update.activityPerformerIdentifier().value_or("")];
+        if (update.bytesRead() != before + 1) ++disorder;
+        before = update.bytesRead();
+    });
+    {
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < threadCount; ++thread) {
+            threads.emplace_back([&, name = std::to_string(thread)] {
+                for (int i = 1; i <= reports; ++i) delegate.handleSpeedUpdate("/clip.mov", i, 0, {}, name);
+            });
+        }
+    }
+    settle(delegate);
+    EXPECT_EQ(disorder, 0);
+    EXPECT_EQ(last.size(), threadCount);
+    for (const auto& [thread, count] : last) EXPECT_EQ(count, reports) << thread;
+}
+
+TEST(ApplicationIOTrackingDelegate, oneInstanceIsShared) {
+    EXPECT_EQ(&ApplicationIOTrackingDelegate::shared(), &ApplicationIOTrackingDelegate::sharedInstance());
+}
+
+TEST(SerialQueueDeathTest, workThatWaitsForItsOwnQueueStopsTheProcess) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto wait = [] {
+        SerialQueue queue("test");
+        queue.sync([&] { queue.sync([] {}); });
+    };
+    EXPECT_DEATH(wait(), "waited for the queue");
+}
+
+TEST(SerialQueue, itsEndWaitsForItsWork) {
+    int done = 0;
+    {
+        SerialQueue queue("test");
+        for (int i = 0; i < 100; ++i) queue.async([&] { ++done; });
+    }
+    EXPECT_EQ(done, 100);
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,80 @@
+#include <Corvex/filesystem/ProcessInfoSleepManager.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include <Corvex/platform/Log.h>
+#include <tests/filesystem/LoginManagerMock.h>
+
+namespace corvex {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+class SleepManager : public testing::Test {
+protected:
+    SleepManager() {
+        setLogSink([this](LogLevel, std::string_view line) { lines_.emplace_back(line); });
+    }
+    ~SleepManager() override { setLogSink({}); }
+    std::vector<std::string> lines_;
+};
+
+TEST_F(SleepManager, callsDoNotCount) {
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/dev/null/none", 1);
+    {
+        ProcessInfoSleepManager manager;
+        EXPECT_TRUE(manager.canSleep());
+        manager.permit();
+        EXPECT_TRUE(manager.canSleep());
+        manager.prevent();
+        manager.prevent();
+        EXPECT_FALSE(manager.canSleep());
+        manager.permit();
+        EXPECT_TRUE(manager.canSleep());
+    }
+    // Without a bus the token is kept all the same; each that is begun says so once.
+    EXPECT_THAT(lines_, ElementsAre(HasSubstr("CVX_PA_INHB-The machine is not held awake: ")));
+    unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
+}
+
+TEST_F(SleepManager, holdsAnInhibitorOfTheLoginManagerForAsLongAsItPrevents) {
+    const test::LoginManagerMock login;
+    ASSERT_TRUE(login.isReady());
+    {
+        ProcessInfoSleepManager manager;
+        EXPECT_FALSE(login.isInhibited());
+        manager.prevent();
+        manager.prevent();
+        EXPECT_FALSE(manager.canSleep());
+        const std::string held = login.inhibitors();
+        EXPECT_THAT(held, AllOf(HasSubstr("\"idle:sleep\""), HasSubstr("\"filesystem_tests\""),
+                                HasSubstr("\"filesystem_tests has queued activities\""), HasSubstr("\"block\"")));
+        EXPECT_EQ(held.find("idle:sleep"), held.rfind("idle:sleep")) << "one inhibitor, not two";
+        manager.permit();
+        EXPECT_TRUE(manager.canSleep());
+        EXPECT_TRUE(login.eventually([&] { return !login.isInhibited(); }));
+        manager.prevent();
+        EXPECT_FALSE(manager.canSleep());
+        EXPECT_TRUE(login.isInhibited());
+    }
+    EXPECT_TRUE(login.eventually([&] { return !login.isInhibited(); })) << "its end permits";
+    EXPECT_THAT(lines_, IsEmpty());
+}
+
+TEST_F(SleepManager, activitiesThatDoNotMindSleepHoldNothing) {
+    const test::LoginManagerMock login;
+    ASSERT_TRUE(login.isReady());
+    const ProcessActivity activity(userInitiatedActivityOptions & ~idleSystemSleepDisabled, "background work");
+    EXPECT_THAT(login.inhibitors(), Not(HasSubstr("background work")));
+}
+
+}  // namespace
+}  // namespace corvex

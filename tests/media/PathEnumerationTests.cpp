@@ -1,0 +1,150 @@
+#include <Corvex/media/PathEnumeration.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <Corvex/platform/Log.h>
+
+namespace corvex {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+using ::testing::UnorderedElementsAre;
+namespace fs = std::filesystem;
+
+TEST(PathExtension, isFoundAtTheEndOrBeforeWhiteSpace) {
+    struct Row {
+        const char* path;
+        const char* extension;
+        bool isFound;
+    };
+    constexpr Row rows[] = {
+        {"/card/CLIP.MOV", "mov", true},
+        {"/card/clip.mov/", "mov", true},
+        {"clip.mov 2", "mov", true},
+        {"A001.mov copy 2", "MOV", true},
+        {"a.mov\u00A0copy", "mov", true},
+        {"a.mov\ncopy", "mov", true},
+        {"x.m4a", ".m4a", true},
+        {"x.targz", ".tar.gz", true},
+        {".mov", "mov", true},
+        {"\u00C4.M\u00D6V", "m\u00F6v", true},
+        {"noextension", "", true},
+        {"movie.txt", "mov", false},
+        {"a.mov.txt", "mov", false},
+        {"mov", "mov", false},
+        {"a.movx", "mov", false},
+        {"a.mo", "mov", false},
+        {"/card.mov/clip", "mov", false},
+        {"a.txt mov", "mov", false},
+        {"a. mov", "mov", false},
+        {"x.tar.gz", "tar.gz", false},
+        {"", "mov", false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(lastPathComponentContainsExtension(row.path, row.extension), row.isFound)
+            << row.path << " with " << row.extension;
+    }
+}
+
+/// A folder with a clip at its top, one a level below, and links that lead in a circle and nowhere.
+class PathEnumeration : public testing::Test {
+protected:
+    PathEnumeration() {
+        std::string name = testing::TempDir() + "corvex-paths-XXXXXX";
+        root_ = mkdtemp(name.data());
+        fs::create_directories(root_ / "CONTENTS/deep.mov");
+        for (const char* file : {"a.MOV", "b.txt", "c.mxf 2", "CONTENTS/d.mxf", "CONTENTS/deep.mov/e.mov"}) {
+            std::ofstream(root_ / file) << "x";
+        }
+        fs::create_directory_symlink(root_, root_ / "CONTENTS/circle");
+        fs::create_symlink("nowhere", root_ / "CONTENTS/lost.mov");
+    }
+    ~PathEnumeration() override {
+        setLogSink({});
+        fs::remove_all(root_);
+    }
+
+    [[nodiscard]] std::string name(const fs::path& path) const { return path.lexically_relative(root_).string(); }
+
+    fs::path root_;
+    const std::vector<std::string> extensions_{"mxf", "mov"};
+};
+
+TEST_F(PathEnumeration, givesWhatMatchesWithTheExtensionThatDid) {
+    std::vector<std::string> found;
+    const auto add = [&](const fs::path& path, std::string_view extension) {
+        found.push_back(name(path) + "=" + std::string(extension));
+    };
+    shallowEnumerationOfChildrenAtPath(root_, extensions_, add);
+    EXPECT_THAT(found, UnorderedElementsAre("a.MOV=mov", "c.mxf 2=mxf"));
+    found.clear();
+    deepEnumerationOfChildrenAtPath(root_, extensions_, add);
+    EXPECT_THAT(found, UnorderedElementsAre("a.MOV=mov", "c.mxf 2=mxf", "CONTENTS/d.mxf=mxf", "CONTENTS/deep.mov=mov",
+                                            "CONTENTS/deep.mov/e.mov=mov", "CONTENTS/lost.mov=mov"));
+}
+
+TEST_F(PathEnumeration, endsWhereTheBlockStopsIt) {
+    for (const auto enumerate : {shallowEnumerationOfChildrenAtPath, deepEnumerationOfChildrenAtPath}) {
+        int calls = 0;
+        enumerate(root_, extensions_, [&](const fs::path&, std::string_view, bool& stop) { stop = ++calls == 1; });
+        EXPECT_EQ(calls, 1);
+    }
+}
+
+TEST_F(PathEnumeration, whatCannotBeListedIsLoggedOnlyByTheDeepForm) {
+    std::vector<std::string> lines;
+    setLogSink([&](LogLevel, std::string_view line) { lines.emplace_back(line); });
+    const auto fail = [](const fs::path& path, std::string_view) { ADD_FAILURE() << path; };
+    shallowEnumerationOfChildrenAtPath(root_ / "none", extensions_, fail);
+    EXPECT_THAT(lines, IsEmpty());
+    deepEnumerationOfChildrenAtPath(root_ / "a.MOV", extensions_, fail);
+    EXPECT_THAT(lines, ElementsAre("CVX_FMPE_DECP-Failed to locate sub paths at " + (root_ / "a.MOV").string() +
+                                   " with error Not a directory"));
+}
+
+TEST_F(PathEnumeration, whatCannotBeReadIsSkippedAndTheWalkGoesOn) {
+    fs::create_directory(root_ / "gone");
+    // Each level is made relative to the one above it, until its whole path is longer than the system takes.
+    const fs::path before = fs::current_path();
+    fs::current_path(root_);
+    for (int depth = 0; depth < 25; ++depth) {
+        const std::string level(200, 'n');
+        fs::create_directory(level);
+        fs::current_path(level);
+    }
+    fs::current_path(before);
+    std::vector<std::string> visited, reasons;
+    const auto error = walkFolder(
+        root_, WalkDepth::subpaths,
+        [&](const fs::directory_entry& entry) {
+            visited.push_back(name(entry.path()));
+            if (visited.back() == "gone") fs::remove(entry.path());
+        },
+        [&](const fs::path&, std::error_code reason) { reasons.push_back(reason.message()); });
+    EXPECT_FALSE(error);
+    EXPECT_THAT(reasons, UnorderedElementsAre("No such file or directory", "File name too long"));
+    EXPECT_THAT(visited, IsSupersetOf({"a.MOV", "gone", "CONTENTS/deep.mov/e.mov", "CONTENTS/circle"}));
+}
+
+TEST_F(PathEnumeration, theSkipBlockStopsTheWalk) {
+    for (const char* folder : {"gone", "lost"}) fs::create_directory(root_ / folder);
+    int skips = 0;
+    walkFolder(
+        root_, WalkDepth::subpaths,
+        [&](const fs::directory_entry& entry) {
+            if (entry.path().extension().empty() && name(entry.path()) != "CONTENTS") fs::remove(entry.path());
+        },
+        [&](const fs::path&, std::error_code, bool& stop) { stop = ++skips == 1; });
+    EXPECT_EQ(skips, 1);
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,309 @@
+#include <Corvex/platform/UserDefaults.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <csignal>
+
+namespace corvex {
+namespace {
+
+namespace fs = std::filesystem;
+using Value = UserDefaults::Value;
+using Case = UserDefaultsError::Case;
+
+std::string bytesOf(const fs::path& file) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+/// Runs an SQL statement on a file behind the store's back.
+void sql(const fs::path& file, const char* text) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
+    char* problem = nullptr;
+    sqlite3_exec(database, text, nullptr, nullptr, &problem);
+    EXPECT_EQ(problem, nullptr) << problem;
+    sqlite3_close(database);
+}
+
+class UserDefaultsStore : public testing::Test {
+protected:
+    ~UserDefaultsStore() override { fs::remove_all(folder_); }
+
+    /// In memory where that can be: no test pulls the plug of the machine, and thousands of writes wait for no disk.
+    static fs::path makeFolder() {
+        const fs::path memory = "/dev/shm";
+        std::string name = (access(memory.c_str(), W_OK) == 0 ? memory : fs::temp_directory_path()) / "corvex-XXXXXX";
+        return mkdtemp(name.data());
+    }
+
+    const fs::path folder_ = makeFolder();
+    const fs::path file_ = folder_ / "new/settings.sqlite";
+    UserDefaults store_{file_};
+};
+
+TEST_F(UserDefaultsStore, valuesKeepTheirTypes) {
+    EXPECT_EQ(store_.values(), UserDefaults::Values{});
+    EXPECT_FALSE(store_.remove("absent"));
+    EXPECT_FALSE(fs::exists(file_.parent_path())) << "reading makes nothing";
+    const UserDefaults::Values written{
+        {"", std::string("empty key")},
+        {"bool", true},
+        {"big", std::int64_t{INT64_MIN}},
+        {"real", 0.1},
+        {"text", std::string("\u00DCber\0all", 10)},
+        {"none", std::string()},
+        {"whole", 2.0},
+    };
+    for (const auto& [key, value] : written) store_.set(key, value);
+    EXPECT_EQ(store_.values(), written);
+    EXPECT_EQ(UserDefaults(file_).value("text"), written.at("text"));
+    EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all);
+
+    store_.set("bool", std::string("now a text"));
+    EXPECT_EQ(store_.value("bool"), Value(std::string("now a text")));
+    EXPECT_TRUE(store_.remove("bool"));
+    EXPECT_FALSE(store_.remove("bool"));
+    EXPECT_EQ(store_.value("bool"), std::nullopt);
+    EXPECT_EQ(store_.values().size(), written.size() - 1);
+}
+
+TEST_F(UserDefaultsStore, typedReadingsTakeWhatTheirTypeAllows) {
+    struct Row {
+        Value stored;
+        bool boolean;
+        std::optional<std::int64_t> integer;
+    };
+    const Row rows[] = {
+        {true, true, std::nullopt},
+        {false, false, std::nullopt},
+        {std::int64_t{7}, true, 7},
+        {std::int64_t{0}, false, 0},
+        {1.0, true, std::nullopt},
+        {0.0, false, std::nullopt},
+        {std::string("1"), false, std::nullopt},
+        {std::string("true"), false, std::nullopt},
+    };
+    for (const Row& row : rows) {
+        store_.set("key", row.stored);
+        EXPECT_EQ(store_.boolean("key"), row.boolean) << row.stored.index();
+        EXPECT_EQ(store_.integer("key"), row.integer) << row.stored.index();
+    }
+    EXPECT_FALSE(store_.boolean("absent"));
+    EXPECT_EQ(store_.integer("absent"), std::nullopt);
+}
+
+TEST_F(UserDefaultsStore, whatIsNoStoreIsAnErrorThatTouchesNothing) {
+    struct Row {
+        const char* name;
+        Case which;
+        void (*make)(const fs::path& file);
+    };
+    const Row rows[] = {
+        {"garbage", Case::corrupt, [](const fs::path& file) { std::ofstream(file) << std::string(5000, 'x'); }},
+        {"foreign", Case::corrupt, [](const fs::path& file) { sql(file, "CREATE TABLE setting (a)"); }},
+        {"tableMissing", Case::corrupt,
+         [](const fs::path& file) {
+             UserDefaults(file).set("key", true);
+             sql(file, "DROP TABLE setting");
+         }},
+        {"typeUnknown", Case::corrupt,
+         [](const fs::path& file) {
+             UserDefaults(file).set("key", true);
+             sql(file, "UPDATE setting SET kind = 9");
+         }},
+        {"later", Case::newer,
+         [](const fs::path& file) {
+             UserDefaults(file).set("key", true);
+             sql(file, "PRAGMA user_version = 2");
+         }},
+        {"damaged", Case::corrupt,
+         [](const fs::path& file) {
+             for (int i = 0; i < 100; ++i) UserDefaults(file).set("key" + std::to_string(i), std::string(100, 'v'));
+             std::fstream damaged(file, std::ios::in | std::ios::out | std::ios::binary);
+             damaged.seekp(2 * 4096).write(std::string(4096, '\xFF').data(), 4096);
+         }},
+        {"cutOff", Case::corrupt,
+         [](const fs::path& file) {
+             for (int i = 0; i < 100; ++i) UserDefaults(file).set("key" + std::to_string(i), std::string(100, 'v'));
+             fs::resize_file(file, fs::file_size(file) - 4096);
+         }},
+        {"folder", Case::unreadable, [](const fs::path& file) { fs::create_directory(file); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const fs::path file = folder_ / row.name;
+        row.make(file);
+        const std::string before = bytesOf(file);
+        UserDefaults store(file);
+        const bool isRefusedForWriting = row.name != std::string("typeUnknown");
+        const auto whichOf = [](const auto& call) -> std::optional<Case> {
+            try {
+                call();
+            } catch (const UserDefaultsError& error) {
+                return error.which();
+            }
+            return std::nullopt;
+        };
+        EXPECT_EQ(whichOf([&] { (void)store.value("key"); }), row.which);
+        EXPECT_EQ(whichOf([&] { (void)store.values(); }), row.which);
+        const auto writing = row.which == Case::unreadable ? Case::unwritable : row.which;
+        if (isRefusedForWriting) {
+            EXPECT_EQ(whichOf([&] { store.set("other", true); }), writing);
+            EXPECT_EQ(whichOf([&] { store.remove("other"); }), writing);
+        }
+        EXPECT_EQ(bytesOf(file), before);
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), &row - rows + 1) << "companions were left";
+    }
+}
+
+TEST_F(UserDefaultsStore, theUsersOwnFileFollowsTheEnvironment) {
+    struct Row {
+        const char *named, *configuration, *home, *file;
+    };
+    constexpr Row rows[] = {
+        {nullptr, nullptr, "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+        {nullptr, "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
+        {nullptr, "relative", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+        {nullptr, "", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+        {"", "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
+        {"own.sqlite", "/etc/xdg", "/home/a", "own.sqlite"},
+    };
+    constexpr const char* names[] = {"CORVEX_SETTINGS_FILE", "XDG_CONFIG_HOME", "HOME"};
+    std::vector<std::optional<std::string>> before;
+    const auto put = [](const char* name, const char* value) {
+        value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+    };
+    for (const char* name : names) {
+        const char* value = getenv(name);
+        before.push_back(value == nullptr ? std::nullopt : std::optional<std::string>(value));
+    }
+    for (const Row& row : rows) {
+        put(names[0], row.named);
+        put(names[1], row.configuration);
+        put(names[2], row.home);
+        EXPECT_EQ(UserDefaults::standard().file(), row.file);
+    }
+    for (std::size_t i = 0; i < before.size(); ++i) put(names[i], before[i] ? before[i]->c_str() : nullptr);
+}
+
+TEST_F(UserDefaultsStore, processesLoseNoneOfTheirWrites) {
+    constexpr int processes = 8, writes = 1000;
+    std::vector<pid_t> children;
+    for (int process = 0; process < processes; ++process) {
+        const pid_t child = fork();
+        if (child == 0) {
+            int status = 0;
+            try {
+                for (int i = 0; i < writes; ++i) {
+                    store_.set(std::to_string(process) + "." + std::to_string(i), std::int64_t{i});
+                    if (i % 10 == 0) store_.set("shared", std::int64_t{process});
+                }
+            } catch (const std::exception& error) {
+                std::fprintf(stderr, "%s\n", error.what());
+                status = 1;
+            }
+            _exit(status);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    const auto values = store_.values();
+    EXPECT_EQ(values.size(), processes * writes + 1U);
+    for (int process = 0; process < processes; ++process) {
+        const auto last = values.find(std::to_string(process) + "." + std::to_string(writes - 1));
+        EXPECT_TRUE(last != values.end() && last->second == Value(std::int64_t{writes - 1})) << process;
+    }
+}
+
+TEST_F(UserDefaultsStore, threadsLoseNoneOfTheirWrites) {
+    constexpr int threadCount = 4, writes = 25;
+    {
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < threadCount; ++thread) {
+            threads.emplace_back([this, thread] {
+                for (int i = 0; i < writes; ++i) store_.set(std::to_string(thread * writes + i), std::int64_t{i});
+            });
+        }
+    }
+    EXPECT_EQ(store_.values().size(), static_cast<std::size_t>(threadCount * writes));
+}
+
+/// Runs `work` in a process of its own and kills it at its `count`th entry into or return from the system. False when it
+/// was done before; none where processes may not be traced.
+template <class Work>
+std::optional<bool> isKilledAt(int count, const Work& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(77);
+        raise(SIGSTOP);
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (!WIFSTOPPED(status)) return std::nullopt;
+    for (int stop = 0; stop < count; ++stop) {
+        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        waitpid(child, &status, 0);
+        if (WIFEXITED(status)) return false;
+    }
+    kill(child, SIGKILL);
+    waitpid(child, &status, 0);
+    return true;
+}
+
+TEST_F(UserDefaultsStore, aProcessKilledAnywhereInAWriteLeavesTheOldOrTheNewValue) {
+    const std::string old(20'000, 'o'), other(20'000, 'n');
+    fs::create_directories(file_.parent_path());
+    int oldCount = 0, newCount = 0;
+    for (int count = 1;; ++count) {
+        fs::remove(file_);
+        fs::remove(file_.string() + "-journal");
+        store_.set("key", old);
+        store_.set("bystander", true);
+        const auto isKilled = isKilledAt(count, [this, &other] { store_.set("key", other); });
+        if (!isKilled) GTEST_SKIP() << "processes may not be traced here";
+        const auto left = store_.value("key");
+        ASSERT_TRUE(left == Value(old) || left == Value(other)) << count;
+        ASSERT_TRUE(store_.boolean("bystander")) << count;
+        store_.set("key", std::int64_t{count});
+        ASSERT_EQ(store_.integer("key"), count);
+        ++(left == Value(old) ? oldCount : newCount);
+        if (!*isKilled) break;
+    }
+    EXPECT_GT(oldCount, 20);
+    EXPECT_GT(newCount, 1) << "the write was never killed after it was done";
+}
+
+TEST_F(UserDefaultsStore, aProcessKilledInTheFirstWriteLeavesAStoreThatWorks) {
+    for (int count = 1;; ++count) {
+        fs::remove_all(file_.parent_path());
+        const auto isKilled = isKilledAt(count, [this] { store_.set("key", true); });
+        if (!isKilled) GTEST_SKIP() << "processes may not be traced here";
+        const auto left = store_.value("key");
+        ASSERT_TRUE(!left || left == Value(true)) << count;
+        store_.set("other", true);
+        ASSERT_TRUE(store_.boolean("other")) << count;
+        if (!*isKilled) break;
+    }
+}
+
+}  // namespace
+}  // namespace corvex

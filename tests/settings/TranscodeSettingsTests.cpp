@@ -1,0 +1,90 @@
+#include <Corvex/settings/TranscodeSettings.h>
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <Corvex/settings/NotificationName.h>
+
+namespace corvex {
+namespace {
+
+using Value = UserDefaults::Value;
+
+class TranscodeSettingsStore : public testing::Test {
+protected:
+    ~TranscodeSettingsStore() override { std::filesystem::remove_all(folder_); }
+
+    static std::filesystem::path makeFolder() {
+        std::string name = testing::TempDir() + "corvex-settings-XXXXXX";
+        return mkdtemp(name.data());
+    }
+
+    const std::filesystem::path folder_ = makeFolder();
+    UserDefaults store_{folder_ / "settings.sqlite"};
+    TranscodeSettings settings_{store_};
+};
+
+TEST_F(TranscodeSettingsStore, haveTheirDefaults) {
+    EXPECT_EQ(settings_.explicitNumberOfConcurrentTranscodes(), sysconf(_SC_NPROCESSORS_ONLN));
+    EXPECT_EQ(settings_.numberOfReattemptsPerFailedTranscode(), 1);
+    EXPECT_FALSE(settings_.useTranscodeGPUAcceleration() || settings_.permitAutoReattemptOfFailedTranscodes() ||
+                 settings_.useLegacyTranscodePipeline());
+}
+
+TEST_F(TranscodeSettingsStore, areStoredUnderTheirKeysWithTheirTypes) {
+    settings_.setUseTranscodeGPUAcceleration(true);
+    settings_.setExplicitNumberOfConcurrentTranscodes(3);
+    settings_.setPermitAutoReattemptOfFailedTranscodes(true);
+    settings_.setNumberOfReattemptsPerFailedTranscode(-2);
+    settings_.setUseLegacyTranscodePipeline(true);
+    EXPECT_EQ(store_.values(), (UserDefaults::Values{{"kUseGPUAcceleration", true},
+                                                     {"kExplicitNumberOfConcurrentTranscodes", std::int64_t{3}},
+                                                     {"kPermitAutoReattemptOfFailedTranscodes", true},
+                                                     {"kNumberOfReattemptsPerFailedTranscode", std::int64_t{-2}},
+                                                     {"kUseLegacyTranscodePipeline", true}}));
+    const TranscodeSettings others(store_);
+    EXPECT_TRUE(others.useTranscodeGPUAcceleration() && others.permitAutoReattemptOfFailedTranscodes() &&
+                others.useLegacyTranscodePipeline());
+    EXPECT_EQ(others.explicitNumberOfConcurrentTranscodes(), 3);
+    EXPECT_EQ(others.numberOfReattemptsPerFailedTranscode(), -2);
+}
+
+TEST_F(TranscodeSettingsStore, whatIsNoIntegerUnderANumericKeyIsIgnored) {
+    for (const Value& stored : {Value(std::string("4")), Value(4.0), Value(true)}) {
+        store_.set("kExplicitNumberOfConcurrentTranscodes", stored);
+        store_.set("kNumberOfReattemptsPerFailedTranscode", stored);
+        EXPECT_EQ(settings_.explicitNumberOfConcurrentTranscodes(), sysconf(_SC_NPROCESSORS_ONLN)) << stored.index();
+        EXPECT_EQ(settings_.numberOfReattemptsPerFailedTranscode(), 1) << stored.index();
+    }
+}
+
+TEST_F(TranscodeSettingsStore, keysFollowTheHost) {
+    const std::string before = TranscodeSettings::kUseTranscodeGPUAcceleration();
+    TranscodeSettings::setKUseTranscodeGPUAcceleration("hostsOwnKey");
+    settings_.setUseTranscodeGPUAcceleration(true);
+    EXPECT_EQ(store_.values(), (UserDefaults::Values{{"hostsOwnKey", true}}));
+    TranscodeSettings::setKUseTranscodeGPUAcceleration(before);
+    EXPECT_FALSE(settings_.useTranscodeGPUAcceleration());
+}
+
+TEST(NotificationName, namesAreThoseThatTheApplicationsShare) {
+    const char* const expected[] = {
+        "fileSystemManipulatedNotification",
+        "kShowStagingView",
+        "kRemovedActiveJob",
+        "kAllActiveJobsUpdate",
+        "kNeedsUpdateForAllActiveJobs",
+        "kMainActivityUpdateBroadcast",
+        "kUINeedsUpdateForMainActivity",
+        "driveSpeedUpdate",
+        "cloudResourceUploaded",
+    };
+    const auto names = NotificationName::allCases();
+    ASSERT_EQ(names.size(), std::size(expected));
+    for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(names[i].rawValue(), expected[i]);
+}
+
+}  // namespace
+}  // namespace corvex
