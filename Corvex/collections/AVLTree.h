@@ -280,8 +280,8 @@ private:
         }
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree is as high as before: nothing
-    /// above it changes.
+    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree
+    /// is as high as before: nothing above it changes.
     void rebalanceShrunk(Node* node) noexcept {
         while (node) {
             const std::int64_t leftHeight = heightOf(node->children_[left]);
