@@ -74,12 +74,10 @@ public:
         }
     }
 
-    /// Deletes the entry with the smallest key and hands it out; nothing when the tree is empty.
-    [[nodiscard]] std::optional<Entry> takeMinimum() {
-        if (!root_) return std::nullopt;
-        std::optional<Entry> entry(Entry{std::move(first_->key_), std::move(first_->payload_)});
-        remove(first_);
-        return entry;
+    /// Deletes the entry with the smallest key, or with that key, and hands it out; nothing when there is none.
+    [[nodiscard]] std::optional<Entry> takeMinimum() { return takeOut(first_); }
+    [[nodiscard]] std::optional<Entry> take(const Key& key) {
+        return takeOut(first_ && first_->key_ == key ? first_ : find(root_, key));
     }
 
     /// The payload under the key; null when the key is absent or has no payload.
@@ -233,6 +231,13 @@ private:
         if (place.side == left && place.parent == first_) first_ = node;
         if (place.side == right && place.parent == last_) last_ = node;
         rebalanceAboveGrown(node);
+    }
+
+    std::optional<Entry> takeOut(Node* node) {
+        if (!node) return std::nullopt;
+        std::optional<Entry> entry(std::in_place, std::move(node->key_), std::move(node->payload_));
+        remove(node);
+        return entry;
     }
 
     /// Only leaves are unlinked: an inner node takes over its neighbour's entry, and so on down to a leaf.
