@@ -84,6 +84,20 @@ public:
         if (waiter) chain_.remove(*waiter);
         return static_cast<WaiterType*>(waiter);
     }
+    /// Calls `isTaken(waiter)` for each, oldest first, and takes those for which it returns true, after which it calls
+    /// `receive(waiter)`.
+    template <class Filter, class Receiver>
+    void takeWhere(Filter&& isTaken, Receiver&& receive) {
+        for (WaiterLinks* waiter = chain_.first; waiter;) {
+            WaiterLinks* const following = waiter->following();
+            auto& candidate = static_cast<WaiterType&>(*waiter);
+            if (isTaken(std::as_const(candidate))) {
+                chain_.remove(*waiter);
+                receive(candidate);
+            }
+            waiter = following;
+        }
+    }
 
 private:
     detail::WaiterChain chain_;
