@@ -27,8 +27,11 @@ using Action = std::function<ExitStatus()>;
 using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
 
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addAudioCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addMediaCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addSettingsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 

@@ -8,6 +8,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Localization.h>
+#include <Corvex/platform/Log.h>
 #include <Corvex/platform/Version.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/host/TranscodeHost.h>
@@ -18,7 +19,8 @@ namespace {
 using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
-    corvex::tool::addArgsCommand,     corvex::tool::addColorCommand,     corvex::tool::addRateCommand,
+    corvex::tool::addArgsCommand,     corvex::tool::addAudioCommand,     corvex::tool::addColorCommand,
+    corvex::tool::addMediaCommand,    corvex::tool::addRateCommand,      corvex::tool::addSettingsCommand,
     corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand,
 };
 
@@ -68,7 +70,8 @@ ExitStatus run(std::vector<std::string> words) {
 
 int main(int argc, char** argv) {
     corvex::followUserLanguage();
-    std::signal(SIGPIPE, SIG_IGN);  // a reader that left is a write error like any other
+    corvex::setMinimumLogLevel(corvex::LogLevel::error);  // standard error is for what the user must know
+    std::signal(SIGPIPE, SIG_IGN);                        // a reader that left is a write error like any other
     ExitStatus status = ExitStatus::jobFailed;
     try {
         status = run({argv + 1, argv + argc});

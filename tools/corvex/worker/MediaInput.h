@@ -18,6 +18,10 @@ public:
     explicit MediaInput(std::string path);
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
+    /// Read from the file so far; 0 for what the media libraries open by themselves.
+    [[nodiscard]] std::int64_t bytesRead() const noexcept {
+        return context_->pb != nullptr ? context_->pb->bytes_read : 0;
+    }
     [[nodiscard]] const AVFormatContext& context() const noexcept { return *context_; }
     /// The main video stream (never a cover picture), or nullptr.
     [[nodiscard]] AVStream* video() const noexcept { return video_; }

@@ -45,8 +45,12 @@ MediaOutput::~MediaOutput() {
 
 bool MediaOutput::wantsGlobalHeaders() const noexcept { return (context_->oformat->flags & AVFMT_GLOBALHEADER) != 0; }
 
+bool MediaOutput::carries(AVCodecID codec) const {
+    return avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1;
+}
+
 void MediaOutput::requireCarries(AVCodecID codec) const {
-    if (avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1) return;
+    if (carries(codec)) return;
     throw JobError(what() + ": the format '" + context_->oformat->name + "' does not carry " + avcodec_get_name(codec));
 }
 

@@ -205,7 +205,7 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.format = formatOf(arguments, job.output);
     job.indexInFront = arguments.prepareForWeb();
     job.video = VideoRequest::make(arguments, job.format);
-    job.audio = AudioRequest::make(arguments, job.format);
+    job.audio = AudioRequest::make(arguments);
     job.timecode = TimecodeRequest::make(arguments);
     job.language = languageOf(arguments, OAVLanguageCodeFlag);
     if (job.timecode && !job.video) throw UsageError("-tc_track: expected video beside it, whose frames it counts");
