@@ -9,6 +9,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # Reports std::string concatenation in the compiler's own headers (GCC bug 105651).
         list(APPEND _corvexWarnings -Wno-restrict)
+        # Reports the object that the compiler itself passes to a capture-less lambda coroutine. clang checks our code.
+        list(APPEND _corvexWarnings -Wno-zero-as-null-pointer-constant)
     endif()
     if(CORVEX_SANITIZE)
         # Instrumented code defeats the flow analysis behind this one.

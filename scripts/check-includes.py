@@ -26,7 +26,7 @@ NEIGHBOURS = {("Corvex/media", "Corvex/exported")}
 # What only the tool and the message component may use.
 NOT_IN_LIBRARY = re.compile(r"(fmt/|CLI/|CLI\.hpp|libav|libsw|google/)")
 # What a header of the library must not pull into its users' code.
-NOT_IN_HEADERS = re.compile(r"(nlohmann/(?!json_fwd\.hpp)|utf8proc|sqlite3|systemd/|libintl)")
+NOT_IN_HEADERS = re.compile(r"(nlohmann/(?!json_fwd\.hpp)|utf8proc|hwy/|sqlite3|systemd/|libintl)")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 CONDITIONAL = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif|elifdef|elifndef)\b")

@@ -47,7 +47,10 @@ void GenericTextLutInterpreter::interpret(std::string_view line) {
     ++report_.lineCount;
     const std::string_view text = trimmed(line);
     if (text.empty()) return;
-    if (triplets_.empty() && interpretHeader(line)) return;
+    if (triplets_.empty()) {
+        readDomain(text);
+        if (interpretHeader(line)) return;
+    }
     interpretData(text);
 }
 
@@ -80,6 +83,33 @@ bool GenericTextLutInterpreter::interpretHeader(std::string_view line) {
 void GenericTextLutInterpreter::readSize(std::string_view line, std::size_t keyword) noexcept {
     // The keyword's first letter belongs to the text that is read, as in "33 L".
     if (const auto size = Decimal::fromPrefix(line.substr(0, keyword + 1))) explicitLutSize_ = size->uint64Value();
+}
+
+void GenericTextLutInterpreter::readDomain(std::string_view text) {
+    const std::size_t keywordEnd = std::min(text.find_first_of(blanks), text.size());
+    const std::string_view keyword = text.substr(0, keywordEnd);
+    const auto is = [&](std::string_view name) { return keyword.size() == name.size() && holdsKeyword(keyword, name); };
+    const bool isMinimum = is("DOMAIN_MIN"), isMaximum = is("DOMAIN_MAX");
+    const bool isRange = is("LUT_1D_INPUT_RANGE") || is("LUT_3D_INPUT_RANGE");
+    if (!isMinimum && !isMaximum && !isRange) return;
+    std::array<double, 3> values{};
+    std::size_t count = 0;
+    bool areNumbers = true;
+    forEachPiece(text.substr(keywordEnd), blanks, [&](std::string_view piece) {
+        if (piece.empty()) return;
+        const auto number = Decimal::fromPrefix(piece);
+        areNumbers = areNumbers && number.has_value();
+        if (number && count < values.size()) values[count] = number->doubleValue();
+        ++count;
+    });
+    if (!areNumbers || count != (isRange ? 2U : 3U)) return;
+    LutDomain domain = report_.declaredDomain.value_or(LutDomain());
+    if (isRange) {
+        domain = {{values[0], values[0], values[0]}, {values[1], values[1], values[1]}};
+    } else {
+        (isMinimum ? domain.minimum : domain.maximum) = {values[0], values[1], values[2]};
+    }
+    report_.declaredDomain = domain;
 }
 
 void GenericTextLutInterpreter::interpretData(std::string_view text) {

@@ -69,6 +69,7 @@ private:
     void interpretData(std::string_view text);
     void append(const LutValueTriplet& triplet, const std::string_view (&columns)[3]);
     void readSize(std::string_view line, std::size_t keyword) noexcept;
+    void readDomain(std::string_view text);
 
     std::vector<LutValueTriplet> triplets_;
     double minimum_ = std::numeric_limits<double>::infinity();

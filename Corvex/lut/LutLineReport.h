@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <Corvex/lut/LutDimensions.h>
+#include <Corvex/lut/LutDomain.h>
 #include <Corvex/platform/CaseTable.h>
 
 namespace corvex::inline v0 {
@@ -35,6 +36,7 @@ struct LutLineReport {
     std::uint64_t headerLineCount = 0;  ///< Lines that declared dimensions or a size.
     std::uint64_t dataLineCount = 0;
     std::optional<LutDimensions> declaredDimensions;
+    std::optional<LutDomain> declaredDomain;  ///< Those lines count as skipped, too: they declare no dimensions.
     std::array<Skipped, allCases<SkippedLutLine>.size()> skippedLines;
 
     [[nodiscard]] const Skipped& skipped(SkippedLutLine kind) const noexcept {

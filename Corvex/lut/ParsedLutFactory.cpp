@@ -64,6 +64,7 @@ public:
 
 private:
     void build();
+    [[nodiscard]] LutDomain domain() const noexcept { return result_.lines.declaredDomain.value_or(LutDomain()); }
     void buildTable(std::vector<LutValueTriplet> entries);
     void buildCube(std::vector<LutValueTriplet> entries);
 
@@ -102,8 +103,8 @@ void Reading::buildTable(std::vector<LutValueTriplet> entries) {
         converter =
             std::make_unique<OneDimensionsUnsignedIntegerConverter>(std::move(entries), std::countr_zero(*ceiling));
     }
-    result_.file =
-        std::make_shared<ParsedOneDimensionLutFile>(path_, GenericTextLutInterpreter::markupType, std::move(converter));
+    result_.file = std::make_shared<ParsedOneDimensionLutFile>(path_, GenericTextLutInterpreter::markupType,
+                                                               std::move(converter), domain());
 }
 
 void Reading::buildCube(std::vector<LutValueTriplet> entries) {
@@ -117,11 +118,11 @@ void Reading::buildCube(std::vector<LutValueTriplet> entries) {
     if (ceiling) {
         result_.file = std::make_shared<ParsedThreeDimensionalIntegerFile>(
             path_, GenericTextLutInterpreter::markupType,
-            Integer3DSampleConverter(std::move(cube), std::move(interpolator), std::countr_zero(*ceiling)));
+            Integer3DSampleConverter(std::move(cube), std::move(interpolator), std::countr_zero(*ceiling)), domain());
     } else {
         result_.file = std::make_shared<ParsedThreeDimensionalFloatingPointFile>(
             path_, GenericTextLutInterpreter::markupType,
-            NormalizedFloatingPoint3DSampleConverter(std::move(cube), std::move(interpolator)));
+            NormalizedFloatingPoint3DSampleConverter(std::move(cube), std::move(interpolator)), domain());
     }
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <Corvex/lut/LutDimensions.h>
+#include <Corvex/lut/LutDomain.h>
 #include <Corvex/lut/OneDimensionConverter.h>
 #include <Corvex/lut/ThreeDimensionalSampleConverter.h>
 #include <Corvex/platform/Export.h>
@@ -24,13 +25,17 @@ public:
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
     [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
     [[nodiscard]] LutMarkupType fileMarkup() const noexcept { return fileMarkup_; }
+    /// What the file declares as its domain; 0 to 1 where it says nothing.
+    [[nodiscard]] const LutDomain& domain() const noexcept { return domain_; }
 
 protected:
-    LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup) noexcept
-        : file_(std::move(file)), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
+    LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup,
+            const LutDomain& domain) noexcept
+        : file_(std::move(file)), domain_(domain), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
 
 private:
     std::filesystem::path file_;
+    LutDomain domain_;
     LutDimensions dimensions_;
     LutMarkupType fileMarkup_;
 };
@@ -54,7 +59,8 @@ class CORVEX_EXPORT ParsedOneDimensionLutFile final : public ParsedLutFile {
 public:
     /// `converter` must not be null.
     ParsedOneDimensionLutFile(std::filesystem::path file, LutMarkupType fileMarkup,
-                              std::unique_ptr<const OneDimensionConverter> converter) noexcept;
+                              std::unique_ptr<const OneDimensionConverter> converter,
+                              const LutDomain& domain = {}) noexcept;
     ~ParsedOneDimensionLutFile() override;
 
     [[nodiscard]] const OneDimensionConverter& converter() const noexcept override { return *converter_; }
@@ -70,7 +76,8 @@ private:
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
     ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
-                                            NormalizedFloatingPoint3DSampleConverter converter) noexcept;
+                                            NormalizedFloatingPoint3DSampleConverter converter,
+                                            const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalFloatingPointFile() override;
 
     [[nodiscard]] const NormalizedFloatingPoint3DSampleConverter& converter() const noexcept override {
@@ -88,7 +95,7 @@ private:
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
     ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
-                                      Integer3DSampleConverter converter) noexcept;
+                                      Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalIntegerFile() override;
 
     [[nodiscard]] std::int64_t bitDepth() const noexcept { return converter_.bitDepth(); }

@@ -59,7 +59,7 @@ TEST(TranscodeJob, usageErrorsNameTheOffenderAndWhatWouldBeRight) {
         {"-in a -out x.mov -asr 48k", "'48k'", "1 to 768000"},
         {"-in a -out x.mov -vn -an", "-vn and -an", "nothing to write"},
         {"-in a -out x.mov -preset mine", "'mine'", "orvane_cloud or orvane_4444xq"},
-        {"-in a -out x.mov -clut b.cube", "'-clut'", "remove it"},
+        {"-in a -out x.mov -arri_cs x", "'-arri_cs'", "remove it"},
         {"-in a -out x.mov -tc_burn", "'-tc_burn'", "remove it"},
         {"-in a -out x.mov -vcodeck h264", "'-vcodeck'", "did you mean -vcodec?"},
         {"-in a -out x.mov -nosuch", "'-nosuch'", "lists the flags"},

@@ -238,7 +238,7 @@ TEST_F(TranscodeOptionsEndToEnd, whatCannotBeHadIsOneClearLine) {
         {{"-gpu_decoding"}, 2, "-gpu_decoding"},
         {{"-gpu_trans", "metal"}, 2, "no GPU device"},
         {{"-gpu_encoding"}, 2, "-gpu_encoding"},
-        {{"-clut", "look.cube"}, 2, "-clut"},
+        {{"-clut", "look.cube"}, 1, "'look.cube' is no look-up table"},
         {{"-tc_burn"}, 2, "-tc_burn"},
         {{"-wmt_text", "mine"}, 2, "-wmt_text"},
         {{"-v_decoder", "vt"}, 1, "-v_decoder vt"},

@@ -29,6 +29,7 @@ using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Acti
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addAudioCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addLutCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addMediaCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addSettingsCommand(CLI::App& app, const Invocation& invocation, Action& action);

@@ -33,44 +33,37 @@ void sanitizeInPlace(std::string& value, CLISanitizationOptions options) {
 
 }  // namespace
 
-TranscodeArgumentParser::TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept
-    : arguments_(arguments), nextInput_(arguments.flagValueLookup_.end()) {}
+TranscodeArgumentParser::TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept : arguments_(arguments) {}
+
+bool TranscodeArgumentParser::storeExact(std::size_t sortedIndex, std::string value) {
+    exactValues_[sortedIndex] = std::move(value);
+    if (std::exchange(isExactFound_[sortedIndex], true)) return false;
+    ++exactCount_;
+    return true;
+}
 
 void TranscodeArgumentParser::store(const RecognizedKey& facts, std::string_view testForm, std::string_view givenKey,
                                     std::string value) {
     if (!facts.isKnown) {
-        unknown_.insert_or_assign(std::string(givenKey), std::move(value));
+        unknown_.emplace_back(givenKey, std::move(value));
         return;
     }
-    bool isNew = false;
+    bool mayBeNew = true;
     if (facts.isPreset) {
-        isNew = presetValues_.insert_or_assign(std::string(testForm), std::move(value)).second;
+        presetValues_.insert_or_assign(testForm, std::move(value));
     } else if (facts.sortedIndex != RecognizedKey::noFlag) {
-        isNew = !std::exchange(isExactFound_[facts.sortedIndex], true);
-        exactValues_[facts.sortedIndex] = std::move(value);
+        mayBeNew = storeExact(facts.sortedIndex, std::move(value));
     } else {
-        // Numbered inputs mostly come in the order of the lookup, so that each belongs next to the one before.
-        auto& lookup = arguments_.flagValueLookup_;
-        const std::size_t count = lookup.size();
-        const auto entry = lookup.emplace_hint(facts.isInput ? nextInput_ : lookup.end(), testForm, std::string());
-        entry->second = std::move(value);
-        if (facts.isInput) nextInput_ = std::next(entry);
-        isNew = lookup.size() != count;
+        others_.emplace_back(testForm, std::move(value));
     }
-    if (keepsOrder_ && isNew) wordOrder_.emplace_back(testForm);
-}
-
-void TranscodeArgumentParser::storeExactFlags() {
-    auto& lookup = arguments_.flagValueLookup_;
-    auto next = lookup.begin();
-    for (std::size_t i = 0; i < isExactFound_.size(); ++i) {
-        if (!isExactFound_[i]) continue;
-        next = std::next(lookup.emplace_hint(next, sortedKnownTranscodeFlags()[i], std::move(exactValues_[i])));
-    }
+    if (keepsOrder_ && mayBeNew) wordOrder_.emplace_back(testForm);
 }
 
 void TranscodeArgumentParser::parseWords(std::span<const std::string> words, bool maintainOriginalOrdering) {
     keepsOrder_ = maintainOriginalOrdering;
+    const std::size_t usualFlags = words.size() / 2;
+    if (keepsOrder_) wordOrder_.reserve(usualFlags);
+    if (usualFlags > knownTranscodeFlagCount) others_.reserve(usualFlags);  // so many can only be numbered inputs
     std::string cleaned;
     std::size_t i = 0;
     while (i < words.size() && !isFlag(words[i])) ++i;  // stray text is dropped
@@ -108,36 +101,44 @@ void TranscodeArgumentParser::parseLookup(const ArgumentLookup& lookup) {
 }
 
 void TranscodeArgumentParser::expand(std::string_view presetValue) {
-    auto& lookup = arguments_.flagValueLookup_;
+    const auto bringIn = [&](std::string_view flag, std::string_view value) {
+        if (storeExact(findKnownTranscodeFlag(flag)->sortedIndex, std::string(value))) presetKeys_.emplace_back(flag);
+    };
     const auto preset = fromRawValue<TranscodeCliPreset>(presetValue);
-    if (!preset) {
-        const auto [entry, isNew] =
-            lookup.insert_or_assign(std::string(OAVPresetFlag.rawValue()), std::string(presetValue));
-        if (isNew) presetKeys_.push_back(entry->first);
-        return;
-    }
+    if (!preset) return bringIn(OAVPresetFlag.rawValue(), presetValue);
     for (const auto& [flag, value] : orderedArguments(*preset)) {
-        if (lookup.contains(flag)) continue;
-        presetKeys_.emplace_back(flag);
-        lookup.emplace(flag, value);
+        if (!isExactFound_[findKnownTranscodeFlag(flag)->sortedIndex]) bringIn(flag, value);
     }
 }
 
 void TranscodeArgumentParser::finish() {
-    storeExactFlags();
     for (const auto& [key, value] : presetValues_) expand(value);
-    if (!unknown_.empty()) arguments_.invalidKeyValueLookup_ = std::move(unknown_);
-    if (!keepsOrder_) return;
-
-    // A preset's own key has a place only if it is stored after all; what presets brought in follows, by key.
-    if (!presetValues_.empty()) {
-        std::erase_if(wordOrder_, [&](const std::string& key) { return !arguments_.flagValueLookup_.contains(key); });
+    others_.reserve(others_.size() + exactCount_);
+    for (std::size_t i = 0; i < isExactFound_.size(); ++i) {
+        if (isExactFound_[i]) others_.emplace_back(sortedKnownTranscodeFlags()[i], std::move(exactValues_[i]));
     }
+    const std::size_t given = others_.size();
+    arguments_.flagValueLookup_ = ArgumentLookup(std::move(others_));
+    if (!unknown_.empty()) arguments_.invalidKeyValueLookup_ = ArgumentLookup(std::move(unknown_));
+    if (keepsOrder_) finishOrder(arguments_.flagValueLookup_.size() != given);
+}
+
+void TranscodeArgumentParser::finishOrder(bool hasRepeats) {
+    const ArgumentLookup& lookup = arguments_.flagValueLookup_;
+    // What presets brought in follows the words, by key.
     std::sort(presetKeys_.begin(), presetKeys_.end());
-    for (std::string& key : presetKeys_) {
-        if (std::find(wordOrder_.begin(), wordOrder_.end(), key) == wordOrder_.end()) {
-            wordOrder_.push_back(std::move(key));
-        }
+    for (std::string& key : presetKeys_) wordOrder_.push_back(std::move(key));
+    // A preset's own key has a place only if it is stored after all; a repeated key has its first.
+    if (hasRepeats || !presetValues_.empty()) {
+        std::vector<bool> isPlaced(lookup.size());
+        std::erase_if(wordOrder_, [&](const std::string& key) {
+            const auto found = lookup.find(key);
+            if (found == lookup.end()) return true;
+            auto placed = isPlaced[static_cast<std::size_t>(found - lookup.begin())];
+            const bool isRepeat = placed;
+            placed = true;
+            return isRepeat;
+        });
     }
     if (!wordOrder_.empty()) arguments_.orderedFlags_ = std::move(wordOrder_);
 }

@@ -24,19 +24,22 @@ public:
 private:
     /// `testForm` is what a known key is stored under, `givenKey` what an unknown one is kept under.
     void store(const RecognizedKey& facts, std::string_view testForm, std::string_view givenKey, std::string value);
-    void storeExactFlags();
-    void finish();
+    /// For a known flag letter for letter. Returns whether it is the first value.
+    bool storeExact(std::size_t sortedIndex, std::string value);
     void expand(std::string_view presetValue);
+    void finish();
+    void finishOrder(bool hasRepeats);
 
     TranscodeCliArguments& arguments_;
     /// Keys that are a known flag letter for letter, which most are, wait here by the flag's place in the sorted list
     /// and then enter the lookup in order, so that none has to search for its place.
     std::array<bool, knownTranscodeFlagCount> isExactFound_{};
     std::array<std::string, knownTranscodeFlagCount> exactValues_;
-    ArgumentLookup presetValues_;  ///< By key: that is the order in which they are expanded.
-    ArgumentLookup unknown_;
-    ArgumentLookup::iterator nextInput_;   ///< In the lookup, behind the input that was stored last.
-    std::vector<std::string> wordOrder_;   ///< Keys in the order of their first words, if that is wanted.
+    std::size_t exactCount_ = 0;
+    std::vector<ArgumentLookup::Entry> others_;  ///< Known keys of other spellings, numbered inputs above all.
+    std::vector<ArgumentLookup::Entry> unknown_;
+    ArgumentLookup presetValues_;          ///< By key: that is the order in which they are expanded.
+    std::vector<std::string> wordOrder_;   ///< Keys in the order of their words, if that is wanted.
     std::vector<std::string> presetKeys_;  ///< Keys that presets brought in.
     bool keepsOrder_ = false;
 };

@@ -131,7 +131,7 @@ std::map<std::uint64_t, std::set<std::uint64_t>> Arguments::ignoredAudioFileTrac
     return files;
 }
 void Arguments::setIgnoredAudioTracks(std::uint64_t file, const std::set<std::uint64_t>& tracks) {
-    std::erase_if(flagValueLookup_, [&](const auto& entry) { return omittingFile(entry.first) == file; });
+    flagValueLookup_.eraseIf([&](const auto& entry) { return omittingFile(entry.first) == file; });
     if (tracks.empty()) return;
     std::vector<std::string> numbers;
     numbers.reserve(tracks.size());

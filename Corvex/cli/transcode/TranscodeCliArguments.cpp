@@ -51,14 +51,10 @@ std::optional<std::string_view> TranscodeCliArguments::argumentFlagValue(std::st
 }
 
 void TranscodeCliArguments::setArgumentFlagValue(std::optional<std::string_view> value, std::string_view flag) {
-    const auto place = flagValueLookup_.lower_bound(flag);
-    const bool isPresent = place != flagValueLookup_.end() && place->first == flag;
-    if (!value) {
-        if (isPresent) flagValueLookup_.erase(place);
-    } else if (isPresent) {
-        place->second = std::string(*value);  // a copy first: the value may be part of the one that it replaces
+    if (value) {
+        flagValueLookup_.insert_or_assign(flag, std::string(*value));  // a copy: the value may be part of an entry
     } else {
-        flagValueLookup_.emplace_hint(place, flag, *value);
+        flagValueLookup_.erase(flag);
     }
 }
 
@@ -82,32 +78,26 @@ bool TranscodeCliArguments::allFlagsAreValid() const noexcept {
 
 std::vector<std::string> TranscodeCliArguments::commandLineArguments() const {
     if (!orderedFlags_) return renderArguments(flagValueLookup_);
-    // Entries are told apart by their addresses, so that no text is compared again.
-    std::vector<const ArgumentLookup::value_type*> entries;
-    entries.reserve(flagValueLookup_.size());
-    for (const auto& entry : flagValueLookup_) entries.push_back(&entry);
-    std::sort(entries.begin(), entries.end());
-
     std::vector<std::string> words;
-    words.reserve(entries.size() * 2);
-    std::vector<bool> isRendered(entries.size());
-    const auto renderOnce = [&](const ArgumentLookup::value_type& entry) {
-        const auto index = std::lower_bound(entries.begin(), entries.end(), &entry) - entries.begin();
-        if (isRendered[static_cast<std::size_t>(index)]) return;
-        isRendered[static_cast<std::size_t>(index)] = true;
-        words.push_back(entry.first);
-        words.push_back(entry.second);
+    words.reserve(flagValueLookup_.size() * 2);
+    std::vector<bool> isRendered(flagValueLookup_.size());
+    const auto renderOnce = [&](ArgumentLookup::const_iterator entry) {
+        auto rendered = isRendered[static_cast<std::size_t>(entry - flagValueLookup_.begin())];
+        if (rendered) return;
+        rendered = true;
+        words.push_back(entry->first);
+        words.push_back(entry->second);
     };
     auto next = flagValueLookup_.end();
     for (const std::string& flag : *orderedFlags_) {
         // Numbered inputs mostly stand in the order of the lookup, so that each is found next to the one before.
         const auto found = next != flagValueLookup_.end() && next->first == flag ? next : flagValueLookup_.find(flag);
         if (found == flagValueLookup_.end()) continue;
-        renderOnce(*found);
+        renderOnce(found);
         next = std::next(found);
     }
-    if (words.size() < entries.size() * 2) {
-        for (const auto& entry : flagValueLookup_) renderOnce(entry);
+    if (words.size() < flagValueLookup_.size() * 2) {
+        for (auto entry = flagValueLookup_.begin(); entry != flagValueLookup_.end(); ++entry) renderOnce(entry);
     }
     return words;
 }
@@ -145,10 +135,10 @@ void to_json(Json& json, const TranscodeCliArguments& arguments) {
 void from_json(const Json& json, TranscodeCliArguments& arguments) {
     TranscodeCliArguments result;
     result.flagValueLookup_ = decoded<ArgumentLookup>(requireMember(json, "flagValueLookup"), "flagValueLookup");
-    if (const Json* ordered = findMember(json, "orderedFlags")) {
+    if (const Json* ordered = findMember(json, "orderedFlags"); ordered != nullptr && !ordered->is_null()) {
         result.orderedFlags_ = decoded<std::vector<std::string>>(*ordered, "orderedFlags");
     }
-    if (const Json* invalid = findMember(json, "invalidKeyValueLookup")) {
+    if (const Json* invalid = findMember(json, "invalidKeyValueLookup"); invalid != nullptr && !invalid->is_null()) {
         result.invalidKeyValueLookup_ = decoded<ArgumentLookup>(*invalid, "invalidKeyValueLookup");
     }
     arguments = std::move(result);

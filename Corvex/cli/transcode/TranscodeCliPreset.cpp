@@ -24,7 +24,7 @@ constexpr std::array proRes4444XQArguments = std::to_array<TranscodePresetArgume
 
 ArgumentLookup makeLookup(TranscodeCliPreset preset) {
     ArgumentLookup lookup;
-    for (const auto& [flag, value] : orderedArguments(preset)) lookup.insert_or_assign(std::string(flag), value);
+    for (const auto& [flag, value] : orderedArguments(preset)) lookup.insert_or_assign(flag, std::string(value));
     return lookup;
 }
 

@@ -33,24 +33,18 @@ std::optional<InputNumbers> inputNumbersOf(std::string_view key) {
     return group && position ? std::optional(InputNumbers{*group, *position}) : std::nullopt;
 }
 
-/// Calls `visit` with each entry whose key begins with "-in": they lie next to each other in the lookup.
-template <class Lookup, class Visitor>
-void forEachInputEntry(Lookup& lookup, Visitor visit) {
-    for (auto entry = lookup.lower_bound(inputFlag); entry != lookup.end() && entry->first.starts_with(inputFlag);) {
-        visit(entry++);
-    }
-}
-
 }  // namespace
 
 std::optional<TranscodeCliArguments::InputFileGroups> TranscodeCliArguments::inputFileGroups() const {
     if (const auto plain = argumentFlagValue(inputFlag)) return InputFileGroups{{0, {std::string(*plain)}}};
     std::map<std::int64_t, std::multimap<std::int64_t, std::string_view>> positions;
-    forEachInputEntry(flagValueLookup_, [&](auto entry) {
+    // All that begin with the flag lie next to each other.
+    for (auto entry = flagValueLookup_.lower_bound(inputFlag);
+         entry != flagValueLookup_.end() && entry->first.starts_with(inputFlag); ++entry) {
         if (const auto numbers = inputNumbersOf(entry->first)) {
             positions[numbers->group].emplace(numbers->position, entry->second);
         }
-    });
+    }
     if (positions.empty()) return std::nullopt;
     InputFileGroups groups;
     for (const auto& [group, paths] : positions) {
@@ -74,13 +68,15 @@ std::optional<std::vector<std::string>> TranscodeCliArguments::inputFiles() cons
 }
 
 void TranscodeCliArguments::setInputFiles(const std::optional<std::vector<std::string>>& files) {
-    forEachInputEntry(flagValueLookup_, [&](auto entry) {
-        if (entry->first == inputFlag || inputNumbersOf(entry->first)) flagValueLookup_.erase(entry);
-    });
+    flagValueLookup_.eraseIf(
+        [](const auto& entry) { return entry.first == inputFlag || inputNumbersOf(entry.first).has_value(); });
     if (!files) return;
-    for (std::size_t i = 0; i < files->size(); ++i) {
-        setArgumentFlagValue((*files)[i], std::string(inputFlag) + "_0_" + std::to_string(i));
+    std::vector<ArgumentLookup::Entry> entries;
+    entries.reserve(files->size());
+    for (const std::string& file : *files) {
+        entries.emplace_back(std::string(inputFlag) + "_0_" + std::to_string(entries.size()), file);
     }
+    flagValueLookup_.insertAll(std::move(entries));
 }
 
 std::optional<std::string> TranscodeCliArguments::firstInputFile() const {

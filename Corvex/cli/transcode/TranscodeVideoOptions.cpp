@@ -223,6 +223,7 @@ std::uint64_t Arguments::videoFrameCapacity() const {
     return frames ? *frames : defaultVideoFrameCapacity();
 }
 void Arguments::setVideoFrameCapacity(std::uint64_t frames) {
+    setUnboundVideoFrameCapacity(false);  // it would outrank the number
     setNumber(*this, std::optional(frames), OAVVideoFrameCapacityFlag);
 }
 

@@ -90,60 +90,6 @@ TEST(TranscodeInputFiles, setterReplacesWhatTheGettersRead) {
     EXPECT_EQ(parsedAgain.inputFiles(), files);
 }
 
-TEST(TranscodeOptions, textsAreStoredUnderTheirFlags) {
-    struct Row {
-        const char* flag;
-        std::optional<std::string_view> (Arguments::*get)() const;
-        void (Arguments::*set)(std::optional<std::string_view>);
-    };
-    const Row rows[] = {
-        {"-out", &Arguments::outputFile, &Arguments::setOutputFile},
-        {"-progress_file", &Arguments::progressFile, &Arguments::setProgressFile},
-        {"-progress_prefix", &Arguments::progressOutputPrefix, &Arguments::setProgressOutputPrefix},
-        {"-work_dir", &Arguments::workDirectory, &Arguments::setWorkDirectory},
-        {"-lang_code", &Arguments::languageCode, &Arguments::setLanguageCode},
-    };
-    for (const auto& row : rows) {
-        Arguments arguments;
-        EXPECT_EQ((arguments.*row.get)(), std::nullopt) << row.flag;
-        (arguments.*row.set)(" Text ");
-        EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{row.flag, " Text "}}));
-        EXPECT_EQ((arguments.*row.get)(), " Text ") << row.flag;
-        (arguments.*row.set)(std::nullopt);
-        EXPECT_EQ(arguments, Arguments()) << row.flag;
-    }
-}
-
-TEST(TranscodeOptions, switchesAreOnWithAnyValue) {
-    struct Row {
-        const char* flag;
-        bool (Arguments::*get)() const;
-        void (Arguments::*set)(bool);
-    };
-    const Row rows[] = {
-        {"-overwrite", &Arguments::shouldOverwrite, &Arguments::setShouldOverwrite},
-        {"-legacy-pipeline", &Arguments::useLegacyPipeline, &Arguments::setUseLegacyPipeline},
-    };
-    for (const auto& row : rows) {
-        Arguments arguments(Words{row.flag, "false"});
-        EXPECT_TRUE((arguments.*row.get)()) << row.flag;
-        (arguments.*row.set)(true);
-        EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{row.flag, ""}}));
-        (arguments.*row.set)(false);
-        EXPECT_FALSE((arguments.*row.get)()) << row.flag;
-        EXPECT_EQ(arguments, Arguments()) << row.flag;
-    }
-}
-
-TEST(TranscodeOptions, fileFormatMayBeAnyText) {
-    Arguments arguments(Words{"-file_format", "XYZ"});
-    EXPECT_EQ(arguments.outputFileFormat(), OAVTranscodeArgumentFileFormatValue("xyz"));
-    arguments.setOutputFileFormat(OAVWaveFileFormat);
-    EXPECT_EQ(arguments.argumentFlagValue("-file_format"), "wav");
-    arguments.setOutputFileFormat(std::nullopt);
-    EXPECT_EQ(arguments, Arguments());
-}
-
 TEST(TranscodeOptions, explicitTypeLivesUnderABareKey) {
     Arguments arguments(Words{"-ftype", "public.mpeg-4"});
     EXPECT_EQ(arguments.explicitOutputFileType(), std::nullopt);

@@ -46,6 +46,7 @@ ColorConversion ColorConversion::make(int format, int height, const ColorTags& s
                                       AVColorRange codecRange) {
     const ColorTags from = assumedTags(format, height, source);
     ColorConversion conversion;
+    conversion.source = from;
     conversion.tags = source;
     conversion.tags.range = request.range.value_or(codecRange);
     if (isRgb(format)) conversion.tags.matrix = AVCOL_SPC_BT709;  // codecs of video carry Y'CbCr
@@ -75,6 +76,19 @@ ColorConversion ColorConversion::make(int format, int height, const ColorTags& s
     conversion.filter = "zscale=" + pair("primaries", from.primaries, to.primaries) + ":" +
                         pair("transfer", from.transfer, to.transfer) + ":" + pair("matrix", from.matrix, to.matrix) +
                         ":rangein=" + range(from.range) + ":range=" + range(to.range);
+    return conversion;
+}
+
+ColorConversion ColorConversion::makeAroundTable(int format, int height, const ColorTags& source,
+                                                 const ColorRequest& request, AVColorRange codecRange) {
+    ColorConversion conversion;
+    conversion.source = assumedTags(format, height, source);
+    conversion.tags = source;
+    conversion.tags.primaries = request.primaries.value_or(source.primaries);
+    conversion.tags.transfer = request.transfer.value_or(source.transfer);
+    conversion.tags.matrix =
+        request.matrix.value_or(conversion.source.matrix == AVCOL_SPC_RGB ? AVCOL_SPC_BT709 : conversion.source.matrix);
+    conversion.tags.range = request.range.value_or(codecRange);
     return conversion;
 }
 

@@ -31,11 +31,19 @@ struct ColorConversion {
     std::string scaleOptions;  ///< Options of the scale filter, for a change of range or from RGB alone.
     std::string filter;        ///< A filter that converts, or empty.
 
+    /// What the source's pictures have, what is missing being assumed as below.
+    ColorTags source;
+
     /// `format` and `height` are those of the source picture, `codecRange` the range that the codec carries unless
     /// another is asked for. A source without tags is taken for what its size makes it: ITU-R BT.601 up to 576 lines,
     /// BT.709 above.
     [[nodiscard]] static ColorConversion make(int format, int height, const ColorTags& source,
                                               const ColorRequest& request, AVColorRange codecRange);
+
+    /// The same where a look-up table makes the colours, so that nothing else converts them: primaries and transfer
+    /// function that are asked for only say what comes out of the table.
+    [[nodiscard]] static ColorConversion makeAroundTable(int format, int height, const ColorTags& source,
+                                                         const ColorRequest& request, AVColorRange codecRange);
 };
 
 }  // namespace corvex::tool

@@ -1,5 +1,9 @@
 #include <tools/corvex/worker/FFmpeg.h>
 
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
+
 #include <array>
 #include <cstdarg>
 #include <mutex>
@@ -55,6 +59,11 @@ int check(int result, std::string_view what) {
 }
 
 PacketPointer makePacket() { return PacketPointer(checkAllocated(av_packet_alloc())); }
+bool hasAlpha(int format) {
+    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
+    return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
+}
+
 FramePointer makeFrame() { return FramePointer(checkAllocated(av_frame_alloc())); }
 
 LibraryMessages::LibraryMessages() { av_log_set_callback(keepMessage); }

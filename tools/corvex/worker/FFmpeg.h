@@ -82,6 +82,9 @@ T* checkAllocated(T* pointer) {
 [[nodiscard]] PacketPointer makePacket();
 [[nodiscard]] FramePointer makeFrame();
 
+/// Whether pictures of a pixel format have alpha.
+[[nodiscard]] bool hasAlpha(int format);
+
 /// Keeps the media libraries' own messages off standard error while it lives, and keeps the last error or warning of
 /// each thread's work for the one line that the worker reports.
 class LibraryMessages {

@@ -15,7 +15,8 @@ namespace {
 
 using Arguments = TranscodeCliArguments;
 
-constexpr std::array<std::string_view, 57> carriedOutFlags{
+constexpr std::array<std::string_view, 58> carriedOutFlags{
+    OAVColorLutFileFlag.cliFlag(),
     OAVInputPrefixFlag.cliFlag(),
     OAVOutputFileFlag.cliFlag(),
     OAVOverwriteExistingFlag.cliFlag(),

@@ -200,6 +200,7 @@ std::optional<VideoRequest> VideoRequest::make(const Arguments& arguments,
     }
     request.maxFrames = wholeNumber<std::int64_t>(arguments, OAVVideoMaxFrames, 1, mostFrames, "frames");
     request.color = colorRequestOf(arguments);
+    if (const auto path = arguments.lutFile()) request.table = LookUpTable::read(*path);
     if (arguments.hasVideoArgumentFlag(OAVVideoFrameCapacityFlag)) {
         const auto text = *arguments.argumentFlagValue(OAVVideoFrameCapacityFlag.cliFlag());
         const auto frames = parseInteger<std::uint64_t>(text, SignRule::plusOnly);

@@ -8,6 +8,7 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <tools/corvex/worker/ColorConversion.h>
 #include <tools/corvex/worker/FrameGeometry.h>
+#include <tools/corvex/worker/LookUpTable.h>
 #include <tools/corvex/worker/VideoCodecSettings.h>
 
 namespace corvex::tool {
@@ -24,6 +25,7 @@ struct VideoRequest {
     std::optional<AVRational> frameRate;    ///< Constant rate of the output; pictures are repeated or left out.
     std::optional<std::int64_t> maxFrames;  ///< The output ends after so many.
     ColorRequest color;
+    std::optional<LookUpTable> table;
     std::optional<std::uint64_t> frameCapacity;  ///< Pictures in flight.
     std::optional<std::int64_t> frameMemory;     ///< Bytes of pictures in flight.
     std::map<std::string, std::string> decodeOptions;

@@ -7,8 +7,6 @@
 #include <vector>
 
 extern "C" {
-#include <libavfilter/buffersink.h>
-#include <libavfilter/buffersrc.h>
 #include <libavutil/cpu.h>
 #include <libavutil/imgutils.h>
 #include <libavutil/pixdesc.h>
@@ -29,11 +27,6 @@ constexpr double vc3MegabitsPerFrame = 4.8;
 
 /// Quantiser of encoders that have no quality mode of their own: visually close to the source.
 constexpr int fixedQuantizer = 3;
-
-bool hasAlpha(int format) {
-    const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
-    return description != nullptr && (description->flags & AV_PIX_FMT_FLAG_ALPHA) != 0;
-}
 
 ColorTags tagsOf(const AVFrame& frame) {
     return {frame.color_primaries, frame.color_trc, frame.colorspace, frame.color_range};
@@ -145,9 +138,8 @@ void VideoTrack::openEncoder(const MediaInput& first, PixelSize size, PixelAspec
     encoder_->pix_fmt = keepsAlpha ? request_.codec->alphaFormat : *formats.format(request_.bitDepth);
     encoder_->sample_aspect_ratio = {pixelAspect.numerator, pixelAspect.denominator};
     const ColorTags tags =
-        ColorConversion::make(source.format, source.height,
-                              {source.color_primaries, source.color_trc, source.color_space, source.color_range},
-                              request_.color, usualRange(codec->id))
+        colorConversion(source.format, source.height,
+                        {source.color_primaries, source.color_trc, source.color_space, source.color_range})
             .tags;
     encoder_->color_range = tags.range;
     encoder_->colorspace = tags.matrix;
@@ -236,6 +228,11 @@ std::optional<std::int64_t> VideoTrack::knownLimit() const noexcept {
     return av_rescale_q(*request_.maxFrames, timeBase_, microseconds);
 }
 
+ColorConversion VideoTrack::colorConversion(int format, int height, const ColorTags& tags) const {
+    const auto make = request_.table ? ColorConversion::makeAroundTable : ColorConversion::make;
+    return make(format, height, tags, request_.color, usualRange(encoder_->codec_id));
+}
+
 void VideoTrack::buildGraph(const AVFrame& frame) {
     graphInput_ = {frame.width, frame.height, frame.format, frame.sample_aspect_ratio, frame.color_range};
     // A picture may change its size within a file; the turn and the pixel aspect are the container's word.
@@ -243,40 +240,31 @@ void VideoTrack::buildGraph(const AVFrame& frame) {
     const FrameGeometry geometry =
         FrameGeometry::makeForOutput(source_, request_.frame, {encoder_->width, encoder_->height});
 
-    const ColorConversion color = ColorConversion::make(frame.format, frame.height, tagsOf(frame), request_.color,
-                                                        usualRange(encoder_->codec_id));
+    const ColorConversion color = colorConversion(frame.format, frame.height, tagsOf(frame));
     std::string text;
     if (request_.frameRate) {
         text = "fps=" + std::to_string(request_.frameRate->num) + "/" + std::to_string(request_.frameRate->den) + ",";
     }
     text += geometry.filterText(color.scaleOptions);
     if (!color.filter.empty()) text += "," + color.filter;
-    text += std::string(",format=pix_fmts=") + av_get_pix_fmt_name(encoder_->pix_fmt);
+    // Work on pictures takes them as they are and gives them the encoder's format.
+    const int workInput = PictureWork::inputFormat(frame.format);
+    text += std::string(",format=pix_fmts=") +
+            av_get_pix_fmt_name(request_.table ? static_cast<AVPixelFormat>(workInput) : encoder_->pix_fmt);
 
-    graph_.reset(checkAllocated(avfilter_graph_alloc()));
-    graph_->scale_sws_opts = av_strdup("flags=bicubic");
-    const std::string source =
-        "video_size=" + std::to_string(frame.width) + "x" + std::to_string(frame.height) +
-        ":pix_fmt=" + std::to_string(frame.format) + ":time_base=" + std::to_string(inputTimeBase_.num) + "/" +
-        std::to_string(inputTimeBase_.den) + ":pixel_aspect=" + std::to_string(source_.pixelAspect.numerator) + "/" +
-        std::to_string(source_.pixelAspect.denominator);
-    check(avfilter_graph_create_filter(&graphSource_, avfilter_get_by_name("buffer"), "in", source.c_str(), nullptr,
-                                       graph_.get()),
-          "video filter");
-    check(avfilter_graph_create_filter(&graphSink_, avfilter_get_by_name("buffersink"), "out", nullptr, nullptr,
-                                       graph_.get()),
-          "video filter");
-    AVFilterInOut* outputs = checkAllocated(avfilter_inout_alloc());
-    AVFilterInOut* inputs = avfilter_inout_alloc();
-    if (inputs == nullptr) avfilter_inout_free(&outputs);
-    checkAllocated(inputs);
-    *outputs = {av_strdup("in"), graphSource_, 0, nullptr};
-    *inputs = {av_strdup("out"), graphSink_, 0, nullptr};
-    const int result = avfilter_graph_parse_ptr(graph_.get(), text.c_str(), &inputs, &outputs, nullptr);
-    avfilter_inout_free(&inputs);
-    avfilter_inout_free(&outputs);
-    check(result, "video filter '" + text + "'");
-    check(avfilter_graph_config(graph_.get(), nullptr), "video filter '" + text + "'");
+    const PictureGraph::Input input{frame.width,
+                                    frame.height,
+                                    frame.format,
+                                    inputTimeBase_,
+                                    {source_.pixelAspect.numerator, source_.pixelAspect.denominator}};
+    graph_.emplace(input, text);
+    work_.reset();
+    if (!request_.table) return;
+    work_.emplace(PictureWork::Settings{{encoder_->width, encoder_->height, workInput, graph_->timeBase(), {0, 1}},
+                                        color.source,
+                                        color.tags,
+                                        encoder_->pix_fmt,
+                                        request_.table});
 }
 
 void VideoTrack::filter(AVFrame* frame) {
@@ -294,15 +282,13 @@ void VideoTrack::filter(AVFrame* frame) {
         const std::int64_t length =
             frame->pkt_duration > 0 ? frame->pkt_duration : av_rescale_q(1, frameLength, inputTimeBase_);
         if (frame->pts != AV_NOPTS_VALUE) inputEnd_ = frame->pts + length;
-        check(av_buffersrc_add_frame(graphSource_, frame), "video filter");
+        graph_->push(*frame);
     } else {
         // Where the last picture ends: a change of rate may repeat it up to there.
-        check(av_buffersrc_close(graphSource_, inputEnd_, 0), "video filter");
+        graph_->close(inputEnd_);
     }
-    for (;;) {
-        const int result = av_buffersink_get_frame(graphSink_, filtered_.get());
-        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return;
-        check(result, "video filter");
+    while (graph_->pull(*filtered_)) {
+        if (work_) work_->apply(*filtered_);
         encodeFrame(*filtered_);
         av_frame_unref(filtered_.get());
     }
@@ -312,7 +298,7 @@ void VideoTrack::encodeFrame(AVFrame& frame) {
     if (isFull()) return;
     std::int64_t time = nextTime_;
     if (frame.pts != AV_NOPTS_VALUE) {
-        time = outputStart_ + av_rescale_q(frame.pts, av_buffersink_get_time_base(graphSink_), timeBase_);
+        time = outputStart_ + av_rescale_q(frame.pts, graph_->timeBase(), timeBase_);
     }
     // Never two pictures at one time, and never a picture less: one that comes too early moves to the next free tick.
     frame.pts = frameCount_ == 0 ? std::max<std::int64_t>(time, 0) : std::max(time, lastTime_ + 1);

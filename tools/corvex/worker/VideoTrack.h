@@ -4,6 +4,7 @@
 
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
+#include <tools/corvex/worker/PictureWork.h>
 #include <tools/corvex/worker/Track.h>
 #include <tools/corvex/worker/VideoRequest.h>
 
@@ -56,6 +57,7 @@ private:
     void setKeyFrameDistance(AVCodecContext& encoder) const;
     void openWithRateClass();
     [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
+    [[nodiscard]] ColorConversion colorConversion(int format, int height, const ColorTags& tags) const;
     void buildGraph(const AVFrame& frame);
     void filter(AVFrame* frame);
     void encodeFrame(AVFrame& frame);
@@ -83,10 +85,9 @@ private:
     std::int64_t framesBeforeFile_ = 0;
     std::string inputPath_;
 
-    FilterGraphPointer graph_;
+    std::optional<PictureGraph> graph_;
     GraphInput graphInput_;
-    AVFilterContext* graphSource_ = nullptr;
-    AVFilterContext* graphSink_ = nullptr;
+    std::optional<PictureWork> work_;  ///< None where pictures are only scaled.
     FramePointer filtered_;
     PacketPointer packet_;
 };

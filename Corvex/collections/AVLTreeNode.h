@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include <Corvex/collections/BinaryTree.h>
+
+namespace corvex::inline v0 {
+
+template <std::totally_ordered Key, class Payload>
+class AVLTree;
+
+/// One entry of an AVLTree and its place there. The tree owns its nodes and alone changes key, children and height; the
+/// payload is free to change. A node lives until the tree deletes it, and deleting another key may move another entry
+/// into it. A node built by hand owns nothing either: its caller keeps the children and the parent alive.
+template <std::totally_ordered Key, class Payload>
+class AVLTreeNode {
+    static_assert(std::is_nothrow_move_constructible_v<Key> && std::is_nothrow_move_assignable_v<Key> &&
+                      std::is_nothrow_move_constructible_v<Payload> && std::is_nothrow_move_assignable_v<Payload>,
+                  "deletion moves entries between nodes and could not undo half of a move");
+
+public:
+    /// Takes height and links as they are given; the children do not learn of their parent.
+    AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
+                AVLTreeNode* parent, std::int64_t height) noexcept
+        : key_(std::move(key)),
+          children_{leftChild, rightChild},
+          parent_(parent),
+          height_(height),
+          payload_(std::move(payload)) {}
+    AVLTreeNode(Key key, std::optional<Payload> payload) noexcept
+        : AVLTreeNode(std::move(key), std::move(payload), nullptr, nullptr, nullptr, 1) {}
+    explicit AVLTreeNode(Key key) noexcept : AVLTreeNode(std::move(key), std::nullopt) {}
+    AVLTreeNode(const AVLTreeNode&) = delete;
+    AVLTreeNode& operator=(const AVLTreeNode&) = delete;
+
+    [[nodiscard]] const Key& key() const noexcept { return key_; }
+    [[nodiscard]] const std::optional<Payload>& payload() const noexcept { return payload_; }
+    [[nodiscard]] std::optional<Payload>& payload() noexcept { return payload_; }
+
+    /// Null where there is no child.
+    [[nodiscard]] const AVLTreeNode* leftChild() const noexcept { return children_[left]; }
+    [[nodiscard]] AVLTreeNode* leftChild() noexcept { return children_[left]; }
+    [[nodiscard]] const AVLTreeNode* rightChild() const noexcept { return children_[right]; }
+    [[nodiscard]] AVLTreeNode* rightChild() noexcept { return children_[right]; }
+
+    /// 1 for a leaf, otherwise one more than the higher child's.
+    [[nodiscard]] std::int64_t height() const noexcept { return height_; }
+
+    [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->children_[left] == this; }
+    [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->children_[right] == this; }
+
+    /// The nodes with the smallest and the largest key of this subtree.
+    [[nodiscard]] const AVLTreeNode* minimum() const noexcept {
+        const AVLTreeNode* node = this;
+        while (node->children_[left]) node = node->children_[left];
+        return node;
+    }
+    [[nodiscard]] AVLTreeNode* minimum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).minimum()); }
+    [[nodiscard]] const AVLTreeNode* maximum() const noexcept {
+        const AVLTreeNode* node = this;
+        while (node->children_[right]) node = node->children_[right];
+        return node;
+    }
+    [[nodiscard]] AVLTreeNode* maximum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).maximum()); }
+
+    /// The keys of this subtree in order, each child's text in brackets: "[1] 2 [3]".
+    [[nodiscard]] std::string description() const {
+        return bracketedText(this, leftOf, rightOf, [](const AVLTreeNode& node) { return plainText(node.key_); });
+    }
+
+    /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present.
+    [[nodiscard]] std::string debugDescription() const;
+
+private:
+    friend class AVLTree<Key, Payload>;
+    static constexpr unsigned left = 0, right = 1;
+
+    static constexpr auto leftOf = [](auto& node) { return node.leftChild(); };
+    static constexpr auto rightOf = [](auto& node) { return node.rightChild(); };
+
+    // What a search reads comes first, so that one cache line holds it.
+    Key key_;
+    AVLTreeNode* children_[2];
+    AVLTreeNode* parent_;
+    std::int64_t height_;
+    std::optional<Payload> payload_;
+};
+
+template <std::totally_ordered Key, class Payload>
+std::string AVLTreeNode<Key, Payload>::debugDescription() const {
+    std::string text;
+    walkBinaryTree(
+        this, leftOf, rightOf,
+        [&](const AVLTreeNode& node) {
+            text += "key: " + plainText(node.key_) + ", payload: " + debugText(node.payload_) +
+                    ", height: " + std::to_string(node.height_);
+            if (node.parent_) text += ", parent: " + plainText(node.parent_->key_);
+            if (node.leftChild()) text += ", left = [";
+        },
+        [&](const AVLTreeNode& node) {
+            if (node.leftChild()) text += "]";
+            if (node.rightChild()) text += ", right = [";
+            return true;
+        },
+        [&](const AVLTreeNode& node) { text += node.rightChild() ? "]" : ""; });
+    return text;
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace corvex::inline v0 {
+
+/// Storage for the nodes of one tree: blocks that grow up to 512 nodes, and a list of the slots that were given back,
+/// used again last first. Blocks return to the heap when the pool goes, which destroys no node that is still there.
+/// Threads  None of its own; the tree's owner serialises access.
+template <class Node>
+class NodePool {
+public:
+    NodePool() = default;
+    NodePool(const NodePool&) = delete;
+    NodePool& operator=(const NodePool&) = delete;
+
+    template <class... Arguments>
+    [[nodiscard]] Node* make(Arguments&&... arguments) {
+        static_assert(std::is_nothrow_constructible_v<Node, Arguments...>, "the slot would be lost");
+        if (!free_ && unused_ == end_) addBlock();
+        Slot* const slot = free_ ? std::exchange(free_, free_->next) : unused_++;
+        return ::new (static_cast<void*>(slot->bytes)) Node(std::forward<Arguments>(arguments)...);
+    }
+
+    void destroy(Node* node) noexcept {
+        std::destroy_at(node);
+        free_ = ::new (static_cast<void*>(node)) Slot{free_};
+    }
+
+private:
+    union Slot {
+        Slot* next;
+        alignas(Node) std::byte bytes[sizeof(Node)];
+    };
+
+    void addBlock() {
+        const std::size_t count =
+            std::min<std::size_t>(std::size_t{8} << std::min<std::size_t>(blocks_.size(), 6), 512);
+        blocks_.push_back(std::make_unique_for_overwrite<Slot[]>(count));
+        unused_ = blocks_.back().get();
+        end_ = unused_ + count;
+    }
+
+    std::vector<std::unique_ptr<Slot[]>> blocks_;
+    Slot* free_ = nullptr;
+    Slot* unused_ = nullptr;  // the rest of the last block
+    Slot* end_ = nullptr;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <Corvex/platform/Error.h>
+
+namespace corvex::inline v0 {
+
+/// What a pool may throw that has nothing to hand out and never will.
+class CORVEX_EXPORT AsyncPoolError : public Error {
+public:
+    enum class Case : std::uint8_t { emptyPool };
+
+    explicit AsyncPoolError(Case which);
+    ~AsyncPoolError() override;
+    AsyncPoolError(const AsyncPoolError&) = default;
+    AsyncPoolError& operator=(const AsyncPoolError&) = default;
+
+    [[nodiscard]] Case which() const noexcept { return case_; }
+
+    friend bool operator==(const AsyncPoolError& a, const AsyncPoolError& b) noexcept { return a.case_ == b.case_; }
+
+private:
+    Case case_;
+};
+
+}  // namespace corvex::inline v0
+
+template <>
+struct std::hash<corvex::AsyncPoolError> {
+    std::size_t operator()(const corvex::AsyncPoolError& error) const noexcept {
+        return static_cast<std::size_t>(error.which());
+    }
+};

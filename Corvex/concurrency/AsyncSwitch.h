@@ -1,0 +1,28 @@
+#pragma once
+
+#include <atomic>
+
+#include <Corvex/platform/SharedState.h>
+
+namespace corvex::inline v0 {
+
+/// An on/off flag that tasks share. Copies are the same switch. Each operation is one step: none falls between another's
+/// reading and writing. Nothing ever waits. Any thread.
+class AsyncSwitch {
+public:
+    explicit AsyncSwitch(bool isOn) : state_(Shared<State>::make(isOn)) {}
+
+    [[nodiscard]] bool isOn() const noexcept { return (state_->flips.load(std::memory_order_acquire) & 1U) != 0; }
+    void toggle() const noexcept { state_->flips.fetch_xor(1U, std::memory_order_acq_rel); }
+    void switchOn() const noexcept { state_->flips.store(1U, std::memory_order_release); }
+    void switchOff() const noexcept { state_->flips.store(0U, std::memory_order_release); }
+
+private:
+    struct State final : SharedState {
+        explicit State(bool isOn) noexcept : flips(isOn ? 1U : 0U) {}
+        std::atomic<unsigned> flips;
+    };
+    Shared<State> state_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corvex/platform/Error.h>
+
+namespace corvex::inline v0 {
+
+/// An item that a conduit refuses.
+class CORVEX_EXPORT DataCoordinationError : public Error {
+public:
+    enum class Case : std::uint8_t { addToClosedConduitError, improperDataType };
+
+    explicit DataCoordinationError(Case which);
+    ~DataCoordinationError() override;
+    DataCoordinationError(const DataCoordinationError&) = default;
+    DataCoordinationError& operator=(const DataCoordinationError&) = default;
+
+    [[nodiscard]] Case which() const noexcept { return case_; }
+
+    friend bool operator==(const DataCoordinationError& a, const DataCoordinationError& b) noexcept {
+        return a.case_ == b.case_;
+    }
+
+private:
+    Case case_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace corvex::inline v0 {
+
+/// A queue of items in a ring of storage. It never allocates by itself: whoever guards it with a lock makes larger
+/// storage outside of that and swaps it in. Items move without exceptions.
+template <class Item>
+class ItemRing {
+public:
+    static_assert(std::is_nothrow_move_constructible_v<Item>, "an item must be movable without exceptions");
+
+    /// Room for items, without any.
+    class Storage {
+    public:
+        Storage() noexcept = default;
+        /// Room for at least `size` items.
+        explicit Storage(std::size_t size)
+            : items_(std::allocator<Item>().allocate(std::bit_ceil(size))), size_(std::bit_ceil(size)) {}
+        Storage(Storage&& other) noexcept
+            : items_(std::exchange(other.items_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+        Storage& operator=(Storage&& other) noexcept {
+            std::swap(items_, other.items_);
+            std::swap(size_, other.size_);
+            return *this;
+        }
+        ~Storage() {
+            if (items_) std::allocator<Item>().deallocate(items_, size_);
+        }
+        [[nodiscard]] Item* at(std::size_t index) const noexcept { return items_ + (index & (size_ - 1)); }
+        [[nodiscard]] std::size_t size() const noexcept { return size_; }
+
+    private:
+        Item* items_ = nullptr;
+        std::size_t size_ = 0;  ///< A power of two.
+    };
+
+    ItemRing() noexcept = default;
+    ItemRing(const ItemRing&) = delete;
+    ItemRing& operator=(const ItemRing&) = delete;
+    ~ItemRing() {
+        while (count_ > 0) takeFirst();
+    }
+
+    [[nodiscard]] bool isEmpty() const noexcept { return count_ == 0; }
+    [[nodiscard]] std::size_t count() const noexcept { return count_; }
+    [[nodiscard]] bool needsRoom() const noexcept { return count_ == storage_.size(); }
+    /// How large the storage should be that makeRoom() gets.
+    [[nodiscard]] std::size_t sizeForMore() const noexcept { return storage_.size() == 0 ? 8 : 2 * storage_.size(); }
+    /// Moves the items into the larger of the two; `storage` becomes the other one.
+    void makeRoom(Storage& storage) noexcept {
+        if (storage.size() <= storage_.size()) return;
+        for (std::size_t i = 0; i < count_; ++i) {
+            Item* const item = storage_.at(first_ + i);
+            std::construct_at(storage.at(i), std::move(*item));
+            std::destroy_at(item);
+        }
+        first_ = 0;
+        std::swap(storage_, storage);
+    }
+
+    void append(Item&& item) noexcept { std::construct_at(storage_.at(first_ + count_++), std::move(item)); }
+    Item takeFirst() noexcept {
+        --count_;
+        return take(storage_.at(first_++));
+    }
+    Item takeLast() noexcept { return take(storage_.at(first_ + --count_)); }
+
+private:
+    static Item take(Item* item) noexcept {
+        Item taken(std::move(*item));
+        std::destroy_at(item);
+        return taken;
+    }
+
+    Storage storage_;
+    std::size_t first_ = 0, count_ = 0;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,168 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <Corvex/concurrency/AsyncPool.h>
+#include <Corvex/concurrency/ItemRing.h>
+#include <Corvex/platform/Task.h>
+#include <Corvex/platform/Waiter.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// Borrowers wait only while no item is on hand.
+template <class Item>
+class PoolState final : public SharedState {
+public:
+    class Borrower;
+
+    /// True if the borrower has to wait.
+    [[gnu::noinline]] bool checkOut(Borrower& borrower) noexcept {
+        const ShortLock lock(mutex);
+        if (available.isEmpty()) {
+            borrower.enqueue(*this, waiters);
+            return true;
+        }
+        borrower.payload.emplace(available.takeLast());
+        return false;
+    }
+
+    void checkIn(Item& item, bool grows) {
+        typename ItemRing<Item>::Storage spare;
+        ShortLock lock(mutex);
+        while (waiters.isEmpty() && available.needsRoom() && (grows || hasRoom())) {
+            const std::size_t size = available.sizeForMore();
+            lock.unlock();
+            spare = typename ItemRing<Item>::Storage(size);
+            lock.lock();
+            available.makeRoom(spare);
+        }
+        if (grows) capacity = checkedAdd<std::int64_t>(capacity, 1);
+        if (Borrower* const borrower = waiters.takeFirst()) {
+            borrower->payload.emplace(std::move(item));
+            lock.unlock();
+            borrower->post();
+        } else if (hasRoom()) {
+            available.append(std::move(item));
+        }
+    }
+
+    /// Takes the item that has been on hand for longest if there are more than `capacity`.
+    std::optional<Item> takeSurplus() noexcept {
+        const ShortLock lock(mutex);
+        if (available.isEmpty() || hasRoom(-1)) return std::nullopt;
+        return available.takeFirst();
+    }
+    [[nodiscard]] bool hasRoom(std::int64_t more = 0) const noexcept {
+        return static_cast<std::int64_t>(available.count()) + more < capacity;
+    }
+
+    ShortMutex mutex;
+    ItemRing<Item> available;
+    WaiterList<Borrower> waiters;
+    std::int64_t capacity = 0;
+};
+
+template <class Item>
+class PoolState<Item>::Borrower final : public Waiter<PoolState, std::optional<Item>> {
+public:
+    explicit Borrower(PoolState& pool) noexcept : pool_(pool) {}
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    template <class Promise>
+    bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+        this->capture(coroutine);
+        return pool_.checkOut(*this);
+    }
+    Item await_resume() noexcept {
+        this->leave();
+        return std::move(*this->payload);
+    }
+
+private:
+    friend PoolState;
+    PoolState& pool_;
+};
+
+}  // namespace detail
+
+/// A stock of items that tasks borrow and bring back. Copies are the same pool.
+/// Order    The item that came back last goes out first. Borrowers that wait are served first in, first out, and posted.
+/// Threads  Every function from any thread.
+template <class Item>
+class SimpleAsyncPool {
+    using State = detail::PoolState<Item>;
+
+public:
+    using ItemType = Item;
+
+    /// The last of the items goes out first. The capacity is their number.
+    explicit SimpleAsyncPool(std::vector<Item> items) : state_(Shared<State>::make()) {
+        state_->capacity = checkedCast<std::int64_t>(items.size());
+        if (items.empty()) return;
+        typename ItemRing<Item>::Storage storage(items.size());
+        state_->available.makeRoom(storage);
+        for (Item& item : items) state_->available.append(std::move(item));
+    }
+
+    /// `co_await pool.checkOut()` gives an item; it is suspended while none is on hand.
+    [[nodiscard]] typename State::Borrower checkOut() const noexcept { return typename State::Borrower(*state_); }
+    /// Hands the item to the borrower that waits longest, else keeps it; drops it if `capacity` items are on hand.
+    void checkIn(Item item) const { state_->checkIn(item, false); }
+    /// Raises the capacity by one and checks the item in. A capacity beyond 64 bits stops the process.
+    void add(Item item) const { state_->checkIn(item, true); }
+
+    /// How many items the pool keeps on hand at most. Setting it drops nothing; 0 or less keeps nothing that comes back.
+    [[nodiscard]] std::int64_t capacity() const noexcept {
+        const ShortLock lock(state_->mutex);
+        return state_->capacity;
+    }
+    void setCapacity(std::int64_t capacity) const noexcept {
+        const ShortLock lock(state_->mutex);
+        state_->capacity = capacity;
+    }
+    /// Sets the capacity and drops the items beyond it, those that have been on hand for longest first. Borrowed items
+    /// are dropped when they come back.
+    void updateCapacity(std::int64_t newCapacity) const noexcept {
+        setCapacity(newCapacity);
+        while (state_->takeSurplus()) continue;
+    }
+    /// As above where that is no increase. Else adds what `co_await factory()` gives, an optional item, until the capacity
+    /// is reached or the factory gives nothing. What the factory throws ends it; items added so far stay.
+    template <class Factory>
+    Task<> updateCapacity(std::int64_t newCapacity, Factory factory) const {
+        return grow(*this, newCapacity, std::move(factory));
+    }
+
+    [[nodiscard]] std::size_t availableCount() const noexcept {
+        const ShortLock lock(state_->mutex);
+        return state_->available.count();
+    }
+    [[nodiscard]] std::size_t waitingCount() const noexcept {
+        const ShortLock lock(state_->mutex);
+        return state_->waiters.count();
+    }
+
+private:
+    template <class Factory>
+    static Task<> grow(SimpleAsyncPool pool, std::int64_t newCapacity, Factory factory) {
+        if (pool.capacity() >= newCapacity) {
+            pool.updateCapacity(newCapacity);
+            co_return;
+        }
+        do {
+            std::optional<Item> item = co_await factory();
+            if (!item) break;
+            pool.add(std::move(*item));
+        } while (pool.capacity() < newCapacity);
+    }
+
+    Shared<State> state_;
+};
+
+static_assert(AsyncPool<SimpleAsyncPool<int>>);
+
+}  // namespace corvex::inline v0

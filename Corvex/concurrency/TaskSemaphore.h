@@ -1,0 +1,97 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include <Corvex/platform/Waiter.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+class SemaphoreWaiter;
+
+/// `count` is the number of slots taken or, while somebody waits, its complement: then every change takes the mutex.
+class CORVEX_EXPORT SemaphoreState final : public SharedState {
+public:
+    explicit SemaphoreState(std::int64_t ownLimit) noexcept : limit(ownLimit) {}
+
+    [[nodiscard]] bool tryTake() noexcept {
+        std::int64_t taken = count_.load(std::memory_order_relaxed);
+        while (taken >= 0 && taken < limit)
+            if (count_.compare_exchange_weak(taken, taken + 1, std::memory_order_acquire, std::memory_order_relaxed))
+                return true;
+        return false;
+    }
+    /// Also true if there was nothing to give back.
+    [[nodiscard]] bool tryGiveBack() noexcept {
+        std::int64_t taken = count_.load(std::memory_order_relaxed);
+        while (taken > 0)
+            if (count_.compare_exchange_weak(taken, taken - 1, std::memory_order_release, std::memory_order_relaxed))
+                return true;
+        return taken == 0;
+    }
+    /// False if there is a slot after all.
+    bool enqueue(SemaphoreWaiter& waiter) noexcept;
+    /// False if nobody waits any more.
+    bool handOver() noexcept;
+    [[nodiscard]] std::int64_t taken() const noexcept {
+        const std::int64_t count = count_.load(std::memory_order_relaxed);
+        return count < 0 ? ~count : count;
+    }
+
+    ShortMutex mutex;
+    const std::int64_t limit;
+
+private:
+    std::atomic<std::int64_t> count_{0};
+    WaiterList<SemaphoreWaiter> waiters_;
+};
+
+class SemaphoreWaiter final : public Waiter<SemaphoreState> {
+public:
+    explicit SemaphoreWaiter(SemaphoreState& semaphore) noexcept : semaphore_(semaphore) {}
+    [[nodiscard]] bool await_ready() const noexcept { return semaphore_.tryTake(); }
+    template <class Promise>
+    bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+        capture(coroutine);
+        return semaphore_.enqueue(*this);
+    }
+    void await_resume() noexcept { leave(); }
+
+private:
+    friend SemaphoreState;
+    SemaphoreState& semaphore_;
+};
+
+}  // namespace detail
+
+/// Bounds how many tasks hold something at once; a task that has to wait is suspended. Copies are the same semaphore.
+/// Order    Strictly first in, first out: a slot that is given back goes to the oldest waiter, which is posted.
+/// Threads  Every function from any thread.
+/// Cancellation does not end a wait, only signal() does. Waiters of a semaphore that nobody owns any more stay suspended.
+class CORVEX_EXPORT TaskSemaphore {
+public:
+    /// With a limit of 0 or less every wait() suspends until a signal().
+    explicit TaskSemaphore(std::int64_t limit);
+    /// Limits beyond 2^63 - 1 count as that.
+    [[nodiscard]] static TaskSemaphore withUnsignedLimit(std::uint64_t unsignedLimit);
+
+    /// `co_await semaphore.wait()` takes a slot.
+    [[nodiscard]] detail::SemaphoreWaiter wait() const noexcept { return detail::SemaphoreWaiter(*state_); }
+    /// Gives a slot back. One too many does nothing: no credit is kept.
+    void signal() const noexcept {
+        while (!state_->tryGiveBack() && !state_->handOver()) continue;
+    }
+
+    [[nodiscard]] std::int64_t limit() const noexcept { return state_->limit; }
+    /// The slots that are taken.
+    [[nodiscard]] std::int64_t activeTasks() const noexcept { return state_->taken(); }
+
+    friend bool operator==(const TaskSemaphore&, const TaskSemaphore&) noexcept = default;
+
+private:
+    Shared<detail::SemaphoreState> state_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace corvex::inline v0 {
+
+/// How a timeout is labelled in the log: the line is `prefix`, then "- ", then `context`. The prefix brings its own
+/// spacing.
+class TaskTimeoutLog {
+public:
+    TaskTimeoutLog(std::string prefix, std::string context) noexcept
+        : prefix_(std::move(prefix)), context_(std::move(context)) {}
+
+    [[nodiscard]] const std::string& prefix() const noexcept { return prefix_; }
+    [[nodiscard]] const std::string& context() const noexcept { return context_; }
+
+private:
+    std::string prefix_, context_;
+};
+
+}  // namespace corvex::inline v0

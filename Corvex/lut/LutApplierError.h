@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <Corvex/platform/CaseTable.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// Why a table cannot be applied to pixels.
+enum class LutApplierProblem : std::uint8_t { highValueNotPositive, emptyDomain, blendingNotStated };
+
+template <>
+inline constexpr auto caseTable<LutApplierProblem> = std::to_array<Case<LutApplierProblem>>({
+    {LutApplierProblem::highValueNotPositive, "highValueNotPositive",
+     "the largest value of the table must be above 0, since inputs are divided by it"},
+    {LutApplierProblem::emptyDomain, "emptyDomain", "the domain that the file declares must end above its beginning"},
+    {LutApplierProblem::blendingNotStated, "blendingNotStated",
+     "tetrahedral blending goes with the conventional application of a cube alone"},
+});
+static_assert(isComplete<LutApplierProblem>(caseTable<LutApplierProblem>));
+
+/// A table that cannot be applied as asked for.
+class CORVEX_EXPORT LutApplierError : public Error {
+public:
+    LutApplierError(LutApplierProblem problem, const std::string& offender);
+    ~LutApplierError() override;
+    LutApplierError(const LutApplierError&) = default;
+    LutApplierError& operator=(const LutApplierError&) = default;
+
+    [[nodiscard]] LutApplierProblem problem() const noexcept { return problem_; }
+
+    friend bool operator==(const LutApplierError& a, const LutApplierError& b) noexcept {
+        return a.problem_ == b.problem_ && std::string_view(a.what()) == b.what();
+    }
+
+private:
+    LutApplierProblem problem_;
+};
+
+}  // namespace corvex::inline v0

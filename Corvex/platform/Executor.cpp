@@ -1,0 +1,56 @@
+#include <Corvex/platform/Executor.h>
+
+#include <atomic>
+
+#include <Corvex/platform/ThreadPool.h>
+#include <Corvex/platform/TimerThread.h>
+
+namespace corvex::inline v0 {
+namespace {
+
+std::atomic<Executor*> hostExecutor{nullptr};
+
+}  // namespace
+
+namespace detail {
+
+constinit thread_local ThreadState threadState;
+
+void resumeInLoop(std::coroutine_handle<> coroutine) noexcept {
+    ThreadState& thread = threadState;
+    void* const outerNext = std::exchange(thread.next, nullptr);
+    const bool isOuterLooping = std::exchange(thread.isLooping, true);
+    for (void* next = coroutine.address(); next; next = std::exchange(thread.next, nullptr))
+        std::coroutine_handle<>::from_address(next).resume();
+    thread.next = outerNext;
+    thread.isLooping = isOuterLooping;
+}
+
+}  // namespace detail
+
+Timers::~Timers() = default;
+
+Executor::~Executor() = default;
+
+Timers& Executor::timers() const noexcept { return TimerThread::shared(); }
+
+bool Executor::runsHere() const noexcept {
+    for (const ExecutorScope* scope = detail::threadState.scope; scope; scope = scope->outer())
+        if (&scope->executor() == this) return true;
+    return false;
+}
+
+Executor& Executor::current() noexcept {
+    Executor* executor = detail::threadState.executor;
+    return executor ? *executor : defaultExecutor();
+}
+
+Executor& defaultExecutor() {
+    if (Executor* executor = hostExecutor.load(std::memory_order_acquire)) return *executor;
+    static ThreadPool& pool = *new ThreadPool;  // never destroyed: its work may go on while the process ends
+    return pool;
+}
+
+void setDefaultExecutor(Executor& executor) noexcept { hostExecutor.store(&executor, std::memory_order_release); }
+
+}  // namespace corvex::inline v0

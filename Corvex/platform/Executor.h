@@ -1,0 +1,162 @@
+#pragma once
+
+#include <chrono>
+#include <coroutine>
+#include <cstdint>
+#include <utility>
+
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/TaskPriority.h>
+
+namespace corvex::inline v0 {
+
+class Executor;
+
+/// A piece of work. It lies where its owner keeps it, usually in a coroutine frame, and must stay there until it runs;
+/// queues link it through `next`, so posting allocates nothing. Once `run` is called the node belongs to its owner again.
+struct WorkNode {
+    using Run = void (*)(WorkNode& node) noexcept;
+
+    WorkNode() noexcept = default;
+    explicit WorkNode(Run function) noexcept : run(function) {}
+    WorkNode(const WorkNode&) = delete;
+    WorkNode& operator=(const WorkNode&) = delete;
+
+    Run run = nullptr;
+    WorkNode* next = nullptr;
+    TaskPriority priority = TaskPriority::medium;
+};
+
+using TimePoint = std::chrono::steady_clock::time_point;
+
+/// Work that is due at a time. Its further fields belong to the executor that holds it.
+struct TimerNode : WorkNode {
+    enum class State : std::uint8_t { idle, waiting, refused, posted };
+    using WorkNode::WorkNode;
+
+    Executor* executor = nullptr;
+    TimePoint deadline;
+    std::uint64_t order = 0;
+    TimerNode *firstChild = nullptr, *nextSibling = nullptr, *previous = nullptr;
+    State state = State::idle;
+};
+
+/// A clock and what waits for it.
+class CORVEX_EXPORT Timers {
+public:
+    Timers() noexcept = default;
+    virtual ~Timers();
+    Timers(const Timers&) = delete;
+    Timers& operator=(const Timers&) = delete;
+
+    [[nodiscard]] virtual TimePoint now() const noexcept = 0;
+    /// Posts the node to `node.executor` when its time has come, at once if it has been refused.
+    virtual void add(TimerNode& node, TimePoint time) noexcept = 0;
+    virtual bool cancel(TimerNode& node) noexcept = 0;
+};
+
+/// Where work runs. A host implements post() alone: it queues the node and later runs it in an ExecutorScope.
+/// Order    First in, first out for the work of one poster and one priority.
+/// Threads  Every function from any thread. An executor outlives whatever is posted to it or suspended on it.
+class CORVEX_EXPORT Executor {
+public:
+    Executor() noexcept = default;
+    virtual ~Executor();
+    Executor(const Executor&) = delete;
+    Executor& operator=(const Executor&) = delete;
+
+    /// Runs the node later, never inside this call.
+    virtual void post(WorkNode& node) noexcept = 0;
+
+    /// The clock of this executor's work. Unless overridden the steady clock, with the process's one timer thread.
+    [[nodiscard]] virtual Timers& timers() const noexcept;
+    [[nodiscard]] TimePoint now() const noexcept { return timers().now(); }
+    /// Posts the node when its time has come; TimePoint::max() is never. A node is used for one postAt().
+    void postAt(TimerNode& node, TimePoint time) noexcept {
+        node.executor = this;
+        timers().add(node, time);
+    }
+    /// True if the node was waiting: it is the caller's again and will not be posted. False if it has been posted
+    /// already; or if postAt() is still to come, which will then post it at once.
+    bool cancel(TimerNode& node) noexcept { return timers().cancel(node); }
+
+    /// Whether the calling thread is running work of this executor.
+    [[nodiscard]] bool runsHere() const noexcept;
+
+    /// The executor whose work the calling thread runs; on any other thread the default one.
+    [[nodiscard]] static Executor& current() noexcept;
+};
+
+/// The executor of work for which nobody named one: a ThreadPool of as many threads as there are processors, made on
+/// first use and left running at exit, unless a host sets its own before. The host's must live until the process ends.
+[[nodiscard]] CORVEX_EXPORT Executor& defaultExecutor();
+CORVEX_EXPORT void setDefaultExecutor(Executor& executor) noexcept;
+
+class ExecutorScope;
+
+namespace detail {
+
+/// What a thread is doing. `next` is the coroutine to resume when the one that runs now returns to the loop.
+struct ThreadState {
+    ExecutorScope* scope = nullptr;
+    Executor* executor = nullptr;
+    void* next = nullptr;
+    bool isLooping = false;
+};
+[[gnu::tls_model("initial-exec")]] extern constinit CORVEX_EXPORT thread_local ThreadState threadState;
+
+CORVEX_EXPORT void resumeInLoop(std::coroutine_handle<> coroutine) noexcept;
+
+/// Goes on with another coroutine from within await_suspend(). The loop below resumes it, not the caller: compilers
+/// make symmetric transfer a tail call only when they optimise, and stack use must not grow with a chain's length.
+inline void transferTo(std::coroutine_handle<> coroutine) noexcept {
+    ThreadState& thread = threadState;
+    if (thread.isLooping && thread.next == nullptr) [[likely]] {
+        thread.next = coroutine.address();
+    } else {
+        resumeInLoop(coroutine);
+    }
+}
+
+}  // namespace detail
+
+/// Makes the calling thread work for an executor: a loop's thread holds one and runs each node through it. Scopes nest.
+class ExecutorScope {
+public:
+    explicit ExecutorScope(Executor& executor) noexcept
+        : thread_(detail::threadState),
+          executor_(executor),
+          outer_(std::exchange(thread_.scope, this)),
+          outerExecutor_(std::exchange(thread_.executor, &executor)),
+          outerNext_(std::exchange(thread_.next, nullptr)),
+          isOuterLooping_(std::exchange(thread_.isLooping, false)) {}
+    ~ExecutorScope() {
+        thread_.scope = outer_;
+        thread_.executor = outerExecutor_;
+        thread_.next = outerNext_;
+        thread_.isLooping = isOuterLooping_;
+    }
+    ExecutorScope(const ExecutorScope&) = delete;
+    ExecutorScope& operator=(const ExecutorScope&) = delete;
+
+    /// Runs the node and then every coroutine that goes on from it, one after the other on this stack frame.
+    void run(WorkNode& node) noexcept {
+        thread_.isLooping = true;
+        node.run(node);
+        while (void* next = std::exchange(thread_.next, nullptr)) std::coroutine_handle<>::from_address(next).resume();
+        thread_.isLooping = false;
+    }
+
+    [[nodiscard]] const Executor& executor() const noexcept { return executor_; }
+    [[nodiscard]] const ExecutorScope* outer() const noexcept { return outer_; }
+
+private:
+    detail::ThreadState& thread_;
+    Executor& executor_;
+    ExecutorScope* outer_;
+    Executor* outerExecutor_;
+    void* outerNext_;
+    bool isOuterLooping_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <atomic>
+#include <utility>
+
+namespace corvex::inline v0 {
+
+/// A block that lives as long as its last Shared. Derive as `class X : public SharedState`; the block is freed as X.
+class SharedState {
+public:
+    SharedState() noexcept = default;
+    SharedState(const SharedState&) = delete;
+    SharedState& operator=(const SharedState&) = delete;
+
+protected:
+    ~SharedState() = default;
+
+private:
+    template <class State>
+    friend class Shared;
+
+    std::atomic<std::size_t> owners_{1};
+};
+
+/// An owner of a SharedState: a reference count without a second block, as small as a pointer.
+template <class State>
+class Shared {
+public:
+    Shared() noexcept = default;
+    template <class... Arguments>
+    [[nodiscard]] static Shared make(Arguments&&... arguments) {
+        Shared made;
+        made.state_ = new State(std::forward<Arguments>(arguments)...);
+        return made;
+    }
+    /// A further owner of a block that somebody owns at this moment.
+    [[nodiscard]] static Shared retain(State& state) noexcept {
+        state.owners_.fetch_add(1, std::memory_order_relaxed);
+        Shared made;
+        made.state_ = &state;
+        return made;
+    }
+    Shared(const Shared& other) noexcept : state_(other.state_) {
+        if (state_) state_->owners_.fetch_add(1, std::memory_order_relaxed);
+    }
+    Shared(Shared&& other) noexcept : state_(std::exchange(other.state_, nullptr)) {}
+    Shared& operator=(Shared other) noexcept {
+        std::swap(state_, other.state_);
+        return *this;
+    }
+    ~Shared() {
+        if (state_ && state_->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete state_;
+    }
+
+    [[nodiscard]] State* get() const noexcept { return state_; }
+    [[nodiscard]] State* operator->() const noexcept { return state_; }
+    [[nodiscard]] State& operator*() const noexcept { return *state_; }
+    [[nodiscard]] explicit operator bool() const noexcept { return state_ != nullptr; }
+    friend bool operator==(const Shared& a, const Shared& b) noexcept { return a.state_ == b.state_; }
+
+private:
+    State* state_ = nullptr;
+};
+
+}  // namespace corvex::inline v0

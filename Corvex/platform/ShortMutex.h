@@ -1,0 +1,60 @@
+#pragma once
+
+#include <atomic>
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// A mutex for critical sections of a few instructions: one word, spins briefly, then sleeps in the kernel.
+/// Not recursive. Releasing it is the last access to its memory, so an object may be freed by whoever takes it next.
+class ShortMutex {
+public:
+    ShortMutex() noexcept = default;
+    ShortMutex(const ShortMutex&) = delete;
+    ShortMutex& operator=(const ShortMutex&) = delete;
+
+    void lock() noexcept {
+        int expected = isFree;
+        if (!state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed))
+            [[unlikely]]
+            lockContended();
+    }
+    void unlock() noexcept {
+        if (state_.exchange(isFree, std::memory_order_release) == isAwaited) [[unlikely]]
+            wakeOne();
+    }
+
+private:
+    static constexpr int isFree = 0, isTaken = 1, isAwaited = 2;
+    CORVEX_EXPORT void lockContended() noexcept;
+    CORVEX_EXPORT void wakeOne() noexcept;
+
+    std::atomic<int> state_{isFree};
+};
+
+/// Holds a ShortMutex until the end of the scope or unlock().
+class [[nodiscard]] ShortLock {
+public:
+    explicit ShortLock(ShortMutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }
+    ~ShortLock() {
+        if (isHeld_) mutex_->unlock();
+    }
+    ShortLock(const ShortLock&) = delete;
+    ShortLock& operator=(const ShortLock&) = delete;
+
+    void lock() noexcept {
+        mutex_->lock();
+        isHeld_ = true;
+    }
+    void unlock() noexcept {
+        isHeld_ = false;
+        mutex_->unlock();
+    }
+
+private:
+    ShortMutex* mutex_;
+    bool isHeld_ = true;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <Corvex/platform/TaskContext.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// `duration` in nanoseconds; the nearest end of their range if it lies beyond.
+template <class Count, class Period>
+[[nodiscard]] constexpr std::chrono::nanoseconds saturatedNanoseconds(
+    std::chrono::duration<Count, Period> duration) noexcept {
+    using Wide = std::chrono::duration<long double, std::nano>;
+    constexpr auto limit = std::chrono::nanoseconds::max();
+    if (Wide(duration) >= Wide(limit)) return limit;
+    if (Wide(duration) <= Wide(-limit)) return -limit;
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(duration);
+}
+
+}  // namespace detail
+
+/// `start` + `duration`; never (TimePoint::max()) where the clock cannot count so far.
+[[nodiscard]] constexpr TimePoint saturatedAdd(TimePoint start, std::chrono::nanoseconds duration) noexcept {
+    std::int64_t sum{};
+    const bool overflows = __builtin_add_overflow(start.time_since_epoch().count(), duration.count(), &sum);
+    if (!overflows) return TimePoint(TimePoint::duration(sum));
+    return duration.count() > 0 ? TimePoint::max() : TimePoint::min();
+}
+
+/// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before.
+class CORVEX_EXPORT SleepAwaiter : public TimerNode {
+public:
+    explicit SleepAwaiter(TimePoint time) noexcept;
+    explicit SleepAwaiter(std::chrono::nanoseconds duration) noexcept;
+    ~SleepAwaiter();
+
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    template <class Promise>
+    void await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+        start(coroutine, contextOf(coroutine));
+    }
+    void await_resume();
+
+private:
+    class CancelCallback : public CancellationCallback {
+    public:
+        explicit CancelCallback(SleepAwaiter& sleeper) noexcept;
+
+    private:
+        SleepAwaiter& sleeper_;
+    };
+    SleepAwaiter(TimePoint time, std::chrono::nanoseconds duration) noexcept;
+    void start(std::coroutine_handle<> coroutine, const TaskContext& context) noexcept;
+
+    std::coroutine_handle<> coroutine_;  ///< While asleep.
+    const TaskContext* context_ = nullptr;
+    Executor* home_ = nullptr;
+    TimePoint time_;  ///< The earlier of this and `duration_` from the suspension.
+    std::chrono::nanoseconds duration_;
+    CancelCallback cancelCallback_;
+};
+
+/// Suspends for at least `duration`; one of 0 or less goes to the end of the executor's queue.
+template <class Count, class Period>
+[[nodiscard]] SleepAwaiter sleepFor(std::chrono::duration<Count, Period> duration) noexcept {
+    return SleepAwaiter(detail::saturatedNanoseconds(duration));
+}
+[[nodiscard]] inline SleepAwaiter sleepUntil(TimePoint time) noexcept { return SleepAwaiter(time); }
+
+}  // namespace corvex::inline v0

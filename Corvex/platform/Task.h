@@ -1,0 +1,163 @@
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/TaskContext.h>
+#include <Corvex/platform/TaskResult.h>
+
+namespace corvex::inline v0 {
+
+class TaskPromiseBase;
+
+/// Told when a task that nobody awaits has finished; may destroy its frame.
+class TaskCompletion {
+public:
+    virtual void taskFinished(TaskPromiseBase& promise) noexcept = 0;
+
+protected:
+    ~TaskCompletion() = default;
+};
+
+/// The part of every task's promise that does not depend on its result. As a node it resumes `continuation_`.
+class TaskPromiseBase : public WorkNode {
+public:
+    class FinalAwaiter {
+    public:
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+        template <class Promise>
+        void await_suspend(std::coroutine_handle<Promise> coroutine) const noexcept {
+            coroutine.promise().finish();
+        }
+        void await_resume() const noexcept {}
+    };
+
+    TaskPromiseBase() noexcept
+        : WorkNode([](WorkNode& node) noexcept { static_cast<TaskPromiseBase&>(node).continuation_.resume(); }) {}
+
+    [[nodiscard]] std::suspend_always initial_suspend() const noexcept { return {}; }
+    [[nodiscard]] FinalAwaiter final_suspend() const noexcept { return {}; }
+    [[nodiscard]] const TaskContext& taskContext() const noexcept { return *context_; }
+
+    /// Prepares the task to be run for a coroutine that awaits it, which then goes on where it runs now.
+    void continueWith(std::coroutine_handle<> continuation, const TaskContext& context) noexcept {
+        continuation_ = continuation;
+        executor_ = detail::threadState.executor;
+        context_ = &context;
+        priority = context.priority;
+    }
+    /// Prepares the task to be posted as a piece of work of its own.
+    void completeWith(std::coroutine_handle<> self, TaskCompletion& completion, const TaskContext& context) noexcept {
+        continuation_ = self;
+        completion_ = &completion;
+        context_ = &context;
+        priority = context.priority;
+    }
+
+private:
+    void finish() noexcept {
+        if (completion_) {
+            completion_->taskFinished(*this);
+        } else if (executor_ == detail::threadState.executor) [[likely]] {
+            detail::transferTo(continuation_);
+        } else {
+            (executor_ ? *executor_ : defaultExecutor()).post(*this);
+        }
+    }
+
+    std::coroutine_handle<> continuation_;
+    Executor* executor_ = nullptr;
+    TaskCompletion* completion_ = nullptr;
+    const TaskContext* context_ = &detail::rootContext;
+};
+
+template <class T>
+class Task;
+
+template <class T>
+class TaskPromise final : public TaskPromiseBase {
+public:
+    [[nodiscard]] Task<T> get_return_object() noexcept;
+    template <class U = T>
+        requires std::is_constructible_v<T, U>
+    void return_value(U&& value) {
+        result_.setValue(std::forward<U>(value));
+    }
+    void unhandled_exception() noexcept { result_.setError(std::current_exception()); }
+    [[nodiscard]] TaskResult<T>& result() noexcept { return result_; }
+
+private:
+    TaskResult<T> result_;
+};
+
+template <>
+class TaskPromise<void> final : public TaskPromiseBase {
+public:
+    [[nodiscard]] Task<void> get_return_object() noexcept;
+    void return_void() const noexcept {}
+    void unhandled_exception() noexcept { result_.setError(std::current_exception()); }
+    [[nodiscard]] TaskResult<void>& result() noexcept { return result_; }
+
+private:
+    TaskResult<void> result_;
+};
+
+/// Work that is written as a coroutine and starts when it is awaited, once; or that spawn() or a TaskGroup starts.
+/// An awaited task runs where its awaiter runs and inherits its cancellation and priority. When it has finished, the
+/// awaiter goes on where it was: on the same thread, or posted to its executor if the task ended on another one.
+/// Stack use does not depend on how long a chain of tasks is. Destroying a task that waits abandons it.
+template <class T = void>
+class [[nodiscard]] Task {
+public:
+    static_assert(!std::is_reference_v<T>, "a task gives a value: return a pointer instead of a reference");
+    using Value = T;
+    using promise_type = TaskPromise<T>;
+    using Handle = std::coroutine_handle<promise_type>;
+
+    explicit Task(Handle coroutine) noexcept : coroutine_(coroutine) {}
+    Task(Task&& other) noexcept : coroutine_(other.release()) {}
+    Task& operator=(Task&& other) noexcept {
+        const Task old(std::exchange(coroutine_, other.release()));
+        return *this;
+    }
+    ~Task() {
+        if (coroutine_) coroutine_.destroy();
+    }
+
+    class Awaiter {
+    public:
+        explicit Awaiter(Handle coroutine) noexcept : coroutine_(coroutine) {}
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+        template <class Promise>
+        void await_suspend(std::coroutine_handle<Promise> awaiting) const noexcept {
+            coroutine_.promise().continueWith(awaiting, contextOf(awaiting));
+            detail::transferTo(coroutine_);
+        }
+        T await_resume() const { return std::move(coroutine_.promise().result()).value(); }
+
+    private:
+        Handle coroutine_;
+    };
+    [[nodiscard]] Awaiter operator co_await() && noexcept {
+        require(static_cast<bool>(coroutine_), "a task was awaited that has been moved from");
+        return Awaiter(coroutine_);
+    }
+
+    /// Gives up the frame: from now on the caller starts and destroys it.
+    [[nodiscard]] Handle release() noexcept { return std::exchange(coroutine_, nullptr); }
+
+private:
+    Handle coroutine_;
+};
+
+template <class T>
+Task<T> TaskPromise<T>::get_return_object() noexcept {
+    return Task<T>(std::coroutine_handle<TaskPromise>::from_promise(*this));
+}
+
+inline Task<void> TaskPromise<void>::get_return_object() noexcept {
+    return Task<void>(std::coroutine_handle<TaskPromise>::from_promise(*this));
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,160 @@
+#pragma once
+
+#include <Corvex/platform/Task.h>
+#include <Corvex/platform/WorkQueue.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// What every group of child tasks does, whatever their result. Finished children wait until they are taken: those with
+/// something to give in a list, the others as a number.
+class CORVEX_EXPORT TaskGroupBase : public TaskCompletion {
+public:
+    explicit TaskGroupBase(const TaskContext& parent) noexcept;
+
+    /// Asks every child to stop, also those that are added later.
+    void cancelAll() noexcept { cancellation_.cancel(); }
+    [[nodiscard]] bool isCancelled() const noexcept { return cancellation_.isCancelled(); }
+
+protected:
+    /// With children running stops the process.
+    ~TaskGroupBase();
+
+    void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept;
+    /// `kept` is the finished child's promise, if anything is to be taken from it.
+    void finishChild(TaskPromiseBase* kept) noexcept;
+    /// False if nothing needs to be waited for: a child has finished, or there is none.
+    bool append(Suspension& waiter) noexcept;
+    struct Finished {
+        TaskPromiseBase* child;
+        bool isAny;
+    };
+    /// Kept children come first, in the order in which they finished.
+    Finished takeFinished() noexcept;
+
+private:
+    class Link : public CancellationCallback {
+    public:
+        explicit Link(TaskGroupBase& group) noexcept;
+
+    private:
+        TaskGroupBase& group_;
+    };
+
+    ShortMutex mutex_;
+    std::size_t runningCount_ = 0, emptyCount_ = 0;
+    WorkQueue finished_;
+    Suspension* waiter_ = nullptr;
+    CancellationState cancellation_;
+    TaskContext context_;
+    Link parentLink_;  // last, so that it is disarmed before what it cancels is gone
+};
+
+}  // namespace detail
+
+/// The child tasks of one withTaskGroup(). They run on the executor from which they are added.
+/// Errors   A child's error asks the other children to stop; next() or the end of the group throws it.
+/// Threads  Only the body adds children and awaits next().
+template <class T = void>
+class TaskGroup final : public detail::TaskGroupBase {
+public:
+    using TaskGroupBase::TaskGroupBase;
+    TaskGroup(const TaskGroup&) = delete;
+    TaskGroup& operator=(const TaskGroup&) = delete;
+
+    /// Posts the task as a child of the group.
+    void add(Task<T> task) {
+        const auto coroutine = task.release();
+        require(static_cast<bool>(coroutine), "a task was added to a group that has been moved from");
+        start(coroutine.promise(), coroutine);
+    }
+
+    class NextAwaiter : public Suspension {
+    public:
+        explicit NextAwaiter(TaskGroup& group) noexcept : group_(group) {}
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+        template <class Promise>
+        bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+            capture(coroutine);
+            return group_.append(*this);
+        }
+        auto await_resume() { return group_.takeNext(); }
+
+    protected:
+        TaskGroup& group_;
+    };
+    /// `co_await group.next()` gives the result of the next child to finish, as an optional; or throws its error.
+    /// Nothing when no child is left. In a group of void, whether there was one.
+    [[nodiscard]] NextAwaiter next() noexcept { return NextAwaiter(*this); }
+
+    class DiscardAwaiter final : public NextAwaiter {
+    public:
+        DiscardAwaiter(TaskGroup& group, std::exception_ptr& error) noexcept : NextAwaiter(group), error_(error) {}
+        bool await_resume() const noexcept { return this->group_.discard(error_); }
+
+    private:
+        std::exception_ptr& error_;
+    };
+    /// As next(), but gives only whether there was a child, and keeps its error unless `error` holds one.
+    [[nodiscard]] DiscardAwaiter discardNext(std::exception_ptr& error) noexcept { return {*this, error}; }
+
+    void taskFinished(TaskPromiseBase& promise) noexcept override {
+        auto& child = static_cast<TaskPromise<T>&>(promise);
+        if (child.result().error()) cancelAll();
+        const bool isKept = !std::is_void_v<T> || child.result().error();
+        if (!isKept) Task<T>::Handle::from_promise(child).destroy();
+        finishChild(isKept ? &child : nullptr);
+    }
+
+private:
+    auto takeNext() {
+        const Finished finished = takeFinished();
+        auto* const child = static_cast<TaskPromise<T>*>(finished.child);
+        const Task<T> frame = frameOf(child);
+        if constexpr (std::is_void_v<T>) {
+            if (child) child->result().value();
+            return finished.isAny;
+        } else {
+            return child ? std::optional<T>(std::move(child->result()).value()) : std::nullopt;
+        }
+    }
+    bool discard(std::exception_ptr& error) noexcept {
+        const Finished finished = takeFinished();
+        auto* const child = static_cast<TaskPromise<T>*>(finished.child);
+        const Task<T> frame = frameOf(child);
+        if (child && !error) error = child->result().error();
+        return finished.isAny;
+    }
+    static Task<T> frameOf(TaskPromise<T>* child) noexcept {
+        return Task<T>(child ? Task<T>::Handle::from_promise(*child) : typename Task<T>::Handle());
+    }
+};
+
+/// Runs `body(group)`, a task, and gives its result when every child has finished, whether or not next() took it.
+/// Errors   What the body throws, else the first error of a child that next() did not take; the rest is asked to stop
+///          first. Cancelling the task that awaits this cancels the children.
+template <class T = void, class Body>
+Task<typename std::invoke_result_t<Body&, TaskGroup<T>&>::Value> withTaskGroup(Body body) {
+    const TaskContext& context = co_await taskContext();
+    TaskGroup<T> group(context);
+    using Result = typename std::invoke_result_t<Body&, TaskGroup<T>&>::Value;
+    TaskResult<Result> result;
+    try {
+        auto task = body(group);
+        if constexpr (std::is_void_v<Result>) {
+            co_await std::move(task);
+        } else {
+            result.setValue(co_await std::move(task));
+        }
+    } catch (...) {
+        result.setError(std::current_exception());
+    }
+    if (result.error()) group.cancelAll();
+    std::exception_ptr childError;
+    while (co_await group.discardNext(childError)) continue;
+    if (!result.error()) result.setError(std::move(childError));
+    co_return std::move(result).value();
+}
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include <Corvex/platform/Checked.h>
+
+namespace corvex::inline v0 {
+
+/// How a task ended: its value or its error.
+template <class T>
+class TaskResult {
+public:
+    [[nodiscard]] bool hasValue() const noexcept { return value_.has_value(); }
+    /// The value; throws the error if that is what there is.
+    [[nodiscard]] const T& value() const& {
+        check();
+        return *value_;
+    }
+    [[nodiscard]] T value() && {
+        check();
+        return std::move(*value_);
+    }
+    /// Null if there is a value.
+    [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
+
+    template <class U>
+    void setValue(U&& value) {
+        value_.emplace(std::forward<U>(value));
+    }
+    void setError(std::exception_ptr error) noexcept { error_ = std::move(error); }
+
+private:
+    void check() const {
+        if (error_) std::rethrow_exception(error_);
+        require(value_.has_value(), "the result of a task that has not finished");
+    }
+
+    std::optional<T> value_;
+    std::exception_ptr error_;
+};
+
+template <>
+class TaskResult<void> {
+public:
+    [[nodiscard]] bool hasValue() const noexcept { return !error_; }
+    void value() const {
+        if (error_) std::rethrow_exception(error_);
+    }
+    [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
+
+    void setError(std::exception_ptr error) noexcept { error_ = std::move(error); }
+
+private:
+    std::exception_ptr error_;
+};
+
+}  // namespace corvex::inline v0

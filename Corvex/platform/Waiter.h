@@ -1,0 +1,151 @@
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/SharedState.h>
+#include <Corvex/platform/ShortMutex.h>
+#include <Corvex/platform/TaskContext.h>
+
+namespace corvex::inline v0 {
+
+class WaiterLinks;
+
+namespace detail {
+
+/// The part of WaiterList that does not depend on the waiters' type.
+class WaiterChain {
+public:
+    WaiterChain() noexcept = default;
+    WaiterChain(const WaiterChain&) = delete;
+    WaiterChain& operator=(const WaiterChain&) = delete;
+
+    [[nodiscard]] bool isEmpty() const noexcept { return first == nullptr; }
+    void append(WaiterLinks& waiter) noexcept;
+    void remove(WaiterLinks& waiter) noexcept;
+
+    WaiterLinks *first = nullptr, *last = nullptr;
+    std::size_t count = 0;
+};
+
+}  // namespace detail
+
+/// A suspended coroutine that is linked into a list of those that wait for the same thing.
+class WaiterLinks : public Suspension {
+private:
+    friend detail::WaiterChain;
+    template <class State, class Payload>
+    friend class Waiter;
+    template <class WaiterType>
+    friend class WaiterList;
+
+    [[nodiscard]] WaiterLinks* following() const noexcept { return static_cast<WaiterLinks*>(next); }
+
+    WaiterLinks* previous_ = nullptr;
+    detail::WaiterChain* chain_ = nullptr;  ///< While linked.
+};
+
+inline void detail::WaiterChain::append(WaiterLinks& waiter) noexcept {
+    waiter.chain_ = this;
+    waiter.next = nullptr;
+    waiter.previous_ = last;
+    if (last) {
+        last->next = &waiter;
+    } else {
+        first = &waiter;
+    }
+    last = &waiter;
+    ++count;
+}
+
+inline void detail::WaiterChain::remove(WaiterLinks& waiter) noexcept {
+    WaiterLinks* const following = waiter.following();
+    if (waiter.previous_) {
+        waiter.previous_->next = following;
+    } else {
+        first = following;
+    }
+    (following ? following->previous_ : last) = waiter.previous_;
+    waiter.chain_ = nullptr;
+    --count;
+}
+
+/// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to.
+template <class WaiterType>
+class WaiterList {
+public:
+    [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
+    [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
+    void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
+    /// The oldest waiter, none if empty. Fill its payload under the lock, then post() it outside.
+    WaiterType* takeFirst() noexcept {
+        WaiterLinks* const waiter = chain_.first;
+        if (waiter) chain_.remove(*waiter);
+        return static_cast<WaiterType*>(waiter);
+    }
+
+private:
+    detail::WaiterChain chain_;
+};
+
+/// Waiters that have been taken from their lists and wait for the lock to be released.
+class ReleasedWaiters {
+public:
+    ReleasedWaiters() noexcept = default;
+    /// Posts them, oldest first: declare it before the lock.
+    ~ReleasedWaiters() {
+        while (first_) static_cast<Suspension*>(std::exchange(first_, first_->next))->post();
+    }
+    ReleasedWaiters(const ReleasedWaiters&) = delete;
+    ReleasedWaiters& operator=(const ReleasedWaiters&) = delete;
+
+    void append(Suspension& waiter) noexcept {
+        waiter.next = nullptr;
+        (first_ ? last_->next : first_) = &waiter;
+        last_ = &waiter;
+    }
+
+private:
+    WorkNode *first_ = nullptr, *last_ = nullptr;
+};
+
+/// What no payload looks like.
+struct NoPayload {};
+
+/// The base of a primitive's awaiters: a waiter in the coroutine's frame. `State` derives from SharedState and has a
+/// ShortMutex `mutex`; it is kept alive from suspension to resumption. Destroying the frame while it waits unlinks it;
+/// after its resumption has been posted, that stops the process. What the other side writes belongs in the payload.
+template <class State, class Payload = NoPayload>
+class Waiter : public WaiterLinks {
+public:
+    Payload payload;
+
+protected:
+    Waiter() noexcept(std::is_nothrow_default_constructible_v<Payload>) = default;
+    explicit Waiter(Payload initial) noexcept : payload(std::move(initial)) {}
+    ~Waiter() {
+        if (state_) [[unlikely]]
+            abandon();
+    }
+
+    /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone.
+    template <class WaiterType>
+    void enqueue(State& state, WaiterList<WaiterType>& list) noexcept {
+        state_ = Shared<State>::retain(state);
+        list.append(static_cast<WaiterType&>(*this));
+    }
+    /// First thing in await_resume(): true if the coroutine was suspended.
+    bool leave() noexcept { return static_cast<bool>(std::exchange(state_, Shared<State>())); }
+
+private:
+    void abandon() noexcept {
+        const ShortLock lock(state_->mutex);
+        require(chain_ != nullptr, "a coroutine was destroyed after its resumption had been posted");
+        chain_->remove(*this);
+    }
+
+    Shared<State> state_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <utility>
+
+#include <Corvex/platform/Executor.h>
+
+namespace corvex::inline v0 {
+
+/// Nodes in order of arrival, linked through themselves. Not synchronised.
+class WorkQueue {
+public:
+    WorkQueue() noexcept = default;
+    WorkQueue(const WorkQueue&) = delete;
+    WorkQueue& operator=(const WorkQueue&) = delete;
+
+    [[nodiscard]] bool isEmpty() const noexcept { return first_ == nullptr; }
+    void append(WorkNode& node) noexcept {
+        node.next = nullptr;
+        (first_ ? last_->next : first_) = &node;
+        last_ = &node;
+    }
+    /// The oldest node, none if empty.
+    WorkNode* takeFirst() noexcept {
+        WorkNode* const node = first_;
+        if (node) first_ = node->next;
+        return node;
+    }
+
+private:
+    WorkNode *first_ = nullptr, *last_ = nullptr;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,151 @@
+#include <memory>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/concurrency/OrvaneBlockingFifoBuffer.h>
+#include <Corvex/platform/ManualExecutor.h>
+#include <Corvex/platform/Sleep.h>
+#include <Corvex/platform/ThreadPool.h>
+
+#include "Coroutines.h"
+
+namespace corvex {
+namespace {
+
+using Buffer = OrvaneBlockingFifoBuffer<std::string>;
+
+/// Traces "+item", "!item" for a refused one, "-item" for what comes out, "-." for the end.
+Task<> produce(Buffer buffer, std::string& trace, std::string item) {
+    try {
+        co_await buffer.add(item);
+        trace += "+" + item;
+    } catch (const DataCoordinationError& error) {
+        EXPECT_EQ(error, DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError));
+        trace += "!" + item;
+    }
+}
+Task<> consume(Buffer buffer, std::string& trace) {
+    const auto item = co_await buffer.next();
+    trace += "-" + item.value_or(".");
+}
+
+/// What one schedule does to a buffer: letters and digits add themselves, "?" asks for an item, "|" closes, " " lets
+/// everything run that is posted, "x" and "o" are a producer and a consumer that are destroyed while they wait.
+struct ScheduleRow {
+    const char* name;
+    std::uint64_t capacity;
+    const char *steps, *trace;
+};
+
+TEST(OrvaneBlockingFifoBuffer, schedules) {
+    constexpr ScheduleRow rows[] = {
+        {"order", 3, "123 ??? ", "+1+2+3-1-2-3"},
+        {"capacity 0 is 1", 0, "12 ?", "+1"},
+        {"a slot admits the oldest producer", 1, "123 ? ? ? ", "+1-1+2-2+3-3"},
+        {"consumers in order, posted", 2, "?? 1 2 ", "+1-1+2-2"},
+        {"add ends before its consumer runs", 2, "? 12 ", "+1+2-1"},
+        {"closed while empty frees consumers", 2, "?? | ", "-.-."},
+        {"closed keeps what is buffered", 2, "12 |??? ", "+1+2-1-2-."},
+        {"closed while full still admits", 1, "123 | 4 ??? ? ", "+1!4-1-2-3+2+3-."},
+        {"closing twice", 1, "1 || ?? ", "+1-1-."},
+        {"nothing is admitted beyond the capacity", 2, "12345 ? ", "+1+2-1+3"},
+        {"destroyed producer", 1, "1 x2 ??? ", "+1-1-2+2"},
+        {"destroyed consumer", 1, "o? 1 ", "+1-1"},
+    };
+    for (const auto& row : rows) {
+        ManualExecutor executor;
+        std::string trace;
+        {
+            const Buffer buffer(row.capacity);
+            std::vector<std::unique_ptr<Abandoned<void>>> abandoned;
+            for (const char step : std::string_view(row.steps)) {
+                switch (step) {
+                    case '?': spawn(consume(buffer, trace), executor); break;
+                    case '|': buffer.close(); break;
+                    case ' ':
+                        abandoned.clear();
+                        executor.runAll();
+                        break;
+                    case 'x':
+                        abandoned.push_back(std::make_unique<Abandoned<void>>(produce(buffer, trace, "x")));
+                        break;
+                    case 'o': abandoned.push_back(std::make_unique<Abandoned<void>>(consume(buffer, trace))); break;
+                    default: spawn(produce(buffer, trace, std::string(1, step)), executor); break;
+                }
+            }
+            EXPECT_EQ(trace, row.trace) << row.name;
+            buffer.close();
+            executor.runAll();
+            while (trace.substr(trace.size() - std::min<std::size_t>(2, trace.size())) != "-.") {
+                spawn(consume(buffer, trace), executor);  // ends the producers that the row left waiting
+                executor.runAll();
+            }
+        }
+    }
+}
+
+TEST(OrvaneBlockingFifoBuffer, itemsThatNobodyTakesAreFreedWithIt) {
+    const auto counted = std::make_shared<int>(0);
+    {
+        ManualExecutor executor;
+        const OrvaneBlockingFifoBuffer<std::shared_ptr<int>> buffer(100);
+        auto fill = [](OrvaneBlockingFifoBuffer<std::shared_ptr<int>> target, std::shared_ptr<int> item) -> Task<> {
+            for (int i = 0; i < 50; ++i) co_await target.add(item);
+        };
+        spawn(fill(buffer, counted), executor);
+        executor.runAll();
+        EXPECT_EQ(counted.use_count(), 51);
+    }
+    EXPECT_EQ(counted.use_count(), 1);
+}
+
+struct StressRow {
+    std::uint64_t capacity;
+    int producers, consumers;
+};
+
+/// Each producer's items arrive in its order, each once, none after the end; the buffer is closed by the last producer.
+TEST(OrvaneBlockingFifoBuffer, stress) {
+    constexpr StressRow rows[] = {{1, 1, 1}, {1, 4, 4}, {16, 4, 4}, {1024, 3, 2}};
+    constexpr std::int64_t itemCount = 10000;
+    using Items = OrvaneBlockingFifoBuffer<std::int64_t>;
+    for (const auto& row : rows) {
+        ThreadPool pool(4);
+        const Items buffer(row.capacity);
+        auto produceAll = [](Items target, std::int64_t from) -> Task<> {
+            for (std::int64_t i = 0; i < itemCount; ++i) {
+                co_await target.add(from * itemCount + i);
+                if (i % 1000 == 999) co_await sleepFor(std::chrono::microseconds(5));
+            }
+        };
+        auto consumeAll = [](Items source, std::size_t producerCount) -> Task<std::vector<std::int64_t>> {
+            std::vector<std::int64_t> last(producerCount, -1), sum(producerCount);
+            while (const auto item = co_await source.next()) {
+                const auto from = static_cast<std::size_t>(*item / itemCount);
+                EXPECT_GT(*item, last[from]);
+                last[from] = *item;
+                sum[from] += *item % itemCount;
+            }
+            co_return sum;
+        };
+        std::vector<TaskHandle<>> producers;
+        std::vector<TaskHandle<std::vector<std::int64_t>>> consumers;
+        for (int i = 0; i < row.consumers; ++i)
+            consumers.push_back(spawn(consumeAll(buffer, static_cast<std::size_t>(row.producers)), pool));
+        for (int i = 0; i < row.producers; ++i) producers.push_back(spawn(produceAll(buffer, i), pool));
+        for (auto& producer : producers) EXPECT_TRUE(producer.waitSync()->hasValue());
+        buffer.close();
+        std::vector<std::int64_t> sums(static_cast<std::size_t>(row.producers));
+        for (auto& consumer : consumers) {
+            const auto result = consumer.waitSync();
+            for (std::size_t i = 0; i < sums.size(); ++i) sums[i] += result->value()[i];
+        }
+        EXPECT_EQ(sums, std::vector(sums.size(), itemCount * (itemCount - 1) / 2)) << row.capacity;
+    }
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,189 @@
+#include <atomic>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/concurrency/AsyncSwitch.h>
+#include <Corvex/concurrency/ClosableTaskSemaphore.h>
+#include <Corvex/concurrency/TaskSemaphore.h>
+#include <Corvex/platform/ManualExecutor.h>
+#include <Corvex/platform/Sleep.h>
+#include <Corvex/platform/ThreadPool.h>
+
+#include "Coroutines.h"
+
+namespace corvex {
+namespace {
+
+/// Appends the name when it has a slot; in upper case when it was turned away.
+Task<> enter(TaskSemaphore semaphore, std::string& trace, char name) {
+    co_await semaphore.wait();
+    trace += name;
+}
+Task<> enter(ClosableTaskSemaphore semaphore, std::string& trace, char name) {
+    const bool isIn = co_await semaphore.wait();
+    trace += isIn ? name : static_cast<char>(name - 'a' + 'A');
+}
+
+template <class Semaphore>
+class SemaphoreTest : public testing::Test {
+protected:
+    /// So many tasks a, b, c, … that wait one after the other.
+    void enterAll(const Semaphore& semaphore, int count) {
+        for (int i = 0; i < count; ++i) spawn(enter(semaphore, trace, static_cast<char>('a' + i)), executor);
+        executor.runAll();
+    }
+    ManualExecutor executor;
+    std::string trace;
+};
+using Semaphores = testing::Types<TaskSemaphore, ClosableTaskSemaphore>;
+TYPED_TEST_SUITE(SemaphoreTest, Semaphores);
+
+TYPED_TEST(SemaphoreTest, slotsPassToWaitersInOrderAndSurplusSignalsCountForNothing) {
+    const TypeParam semaphore(2);
+    this->enterAll(semaphore, 5);
+    EXPECT_EQ(this->trace, "ab");
+    semaphore.signal();
+    EXPECT_EQ(this->trace, "ab") << "the signaller resumes nobody";
+    EXPECT_EQ(semaphore.activeTasks(), 2);
+    this->executor.runAll();
+    semaphore.signal();
+    semaphore.signal();
+    this->executor.runAll();
+    EXPECT_EQ(this->trace, "abcde");
+    for (const std::int64_t expected : {1, 0, 0, 0}) {
+        semaphore.signal();
+        EXPECT_EQ(semaphore.activeTasks(), expected);
+    }
+    this->enterAll(semaphore, 3);
+    EXPECT_EQ(this->trace, "abcdeab") << "no credit was kept";
+    semaphore.signal();
+    this->executor.runAll();
+}
+
+TYPED_TEST(SemaphoreTest, limitOfNothingWaitsForASignal) {
+    const TypeParam semaphore(0);
+    semaphore.signal();
+    this->enterAll(semaphore, 2);
+    EXPECT_EQ(this->trace, "");
+    semaphore.signal();
+    semaphore.signal();
+    this->executor.runAll();
+    EXPECT_EQ(this->trace, "ab");
+    EXPECT_EQ(semaphore.activeTasks(), 0);
+}
+
+TYPED_TEST(SemaphoreTest, limitsSaturate) {
+    constexpr auto highest = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(TypeParam::withUnsignedLimit(std::numeric_limits<std::uint64_t>::max()).limit(), highest);
+    EXPECT_EQ(TypeParam::withUnsignedLimit(3).limit(), 3);
+}
+
+TYPED_TEST(SemaphoreTest, waiterThatIsDestroyedLosesItsPlaceAndNothingElse) {
+    const TypeParam semaphore(1);
+    this->enterAll(semaphore, 1);
+    { const Abandoned only(enter(semaphore, this->trace, 'x')); }
+    semaphore.signal();
+    EXPECT_EQ(semaphore.activeTasks(), 0) << "nobody took the slot";
+    this->enterAll(semaphore, 1);
+    {
+        const Abandoned first(enter(semaphore, this->trace, 'y'));
+        this->enterAll(semaphore, 2);
+    }
+    semaphore.signal();
+    semaphore.signal();
+    this->executor.runAll();
+    EXPECT_EQ(this->trace, "aaab");
+}
+
+TYPED_TEST(SemaphoreTest, waiterKeepsTheStateAlive) {
+    std::optional<Abandoned<void>> waiter;
+    {
+        const TypeParam semaphore(0);
+        waiter.emplace(enter(semaphore, this->trace, 'x'));
+    }
+    waiter.reset();
+    EXPECT_EQ(this->trace, "");
+}
+
+/// Every task enters many times; a count too many or one that is lost would show as more than `limit` inside or a hang.
+TYPED_TEST(SemaphoreTest, stress) {
+    constexpr int limit = 3, taskCount = 100, rounds = 500;
+    ThreadPool pool(4);
+    const TypeParam semaphore(limit);
+    std::atomic<int> inside{0}, worst{0}, done{0};
+    auto work = [](TypeParam shared, std::atomic<int>& in, std::atomic<int>& most, std::atomic<int>& count) -> Task<> {
+        for (int i = 0; i < rounds; ++i) {
+            co_await shared.wait();
+            const int now = ++in;
+            int seen = most.load();
+            while (seen < now && !most.compare_exchange_weak(seen, now)) continue;
+            if (i % 50 == 0) co_await sleepFor(std::chrono::microseconds(1));
+            --in;
+            ++count;
+            shared.signal();
+        }
+    };
+    std::vector<TaskHandle<>> handles;
+    for (int i = 0; i < taskCount; ++i) handles.push_back(spawn(work(semaphore, inside, worst, done), pool));
+    for (auto& handle : handles) EXPECT_TRUE(handle.waitSync()->hasValue());
+    EXPECT_EQ(done.load(), taskCount * rounds);
+    EXPECT_LE(worst.load(), limit);
+    EXPECT_EQ(semaphore.activeTasks(), 0);
+}
+
+TEST(TaskSemaphore, cancellationDoesNotEndAWait) {
+    ManualExecutor executor;
+    std::string trace;
+    const TaskSemaphore semaphore(-1);
+    auto handle = spawn(enter(semaphore, trace, 'a'), executor);
+    executor.runAll();
+    handle.cancel();
+    executor.runAll();
+    EXPECT_FALSE(handle.isFinished());
+    semaphore.signal();
+    executor.runAll();
+    EXPECT_EQ(trace, "a");
+}
+
+TEST(ClosableTaskSemaphore, closingTurnsWaitersAwayInOrderAndForGood) {
+    ManualExecutor executor;
+    std::string trace;
+    const ClosableTaskSemaphore semaphore(1);
+    for (const char name : {'a', 'b', 'c'}) spawn(enter(semaphore, trace, name), executor);
+    executor.runAll();
+    semaphore.close();
+    EXPECT_EQ(trace, "a") << "closing resumes nobody";
+    EXPECT_EQ(semaphore.activeTasks(), 0);
+    semaphore.signal();
+    semaphore.close();
+    spawn(enter(semaphore, trace, 'd'), executor);
+    executor.runAll();
+    EXPECT_EQ(trace, "aBCD");
+    EXPECT_TRUE(semaphore.closed());
+    EXPECT_EQ(semaphore.activeTasks(), 0);
+}
+
+TEST(ClosableTaskSemaphoreDeathTest, negativeLimitStopsTheProcess) {
+    EXPECT_DEATH(ClosableTaskSemaphore(-1), "must not be negative");
+}
+
+TEST(AsyncSwitch, togglesAndSetsForAllItsCopies) {
+    const AsyncSwitch first(false);
+    const AsyncSwitch copy = first;  // NOLINT(performance-unnecessary-copy-initialization): the copy is the point
+    first.toggle();
+    EXPECT_TRUE(copy.isOn());
+    copy.switchOn();
+    copy.toggle();
+    EXPECT_FALSE(first.isOn());
+    copy.switchOff();
+    first.toggle();
+    EXPECT_TRUE(copy.isOn());
+    EXPECT_TRUE(AsyncSwitch(true).isOn());
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,180 @@
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/platform/ManualExecutor.h>
+#include <Corvex/platform/SerialExecutor.h>
+#include <Corvex/platform/TaskHandle.h>
+#include <Corvex/platform/ThreadPool.h>
+
+namespace corvex {
+namespace {
+
+using std::chrono::milliseconds;
+
+/// Appends its name when it runs.
+template <class Node = WorkNode>
+struct Mark : Node {
+    Mark(std::string& ownTrace, char ownName)
+        : Node([](WorkNode& node) noexcept { static_cast<Mark&>(node).trace += static_cast<Mark&>(node).name; }),
+          trace(ownTrace),
+          name(ownName) {}
+    std::string& trace;
+    char name;
+};
+
+TEST(ManualExecutor, runsInOrderAndOnlyWhenTold) {
+    ManualExecutor executor;
+    std::string trace;
+    Mark<> a(trace, 'a'), b(trace, 'b'), c(trace, 'c');
+    executor.post(a);
+    executor.post(b);
+    EXPECT_EQ(trace, "");
+    EXPECT_TRUE(executor.runOne());
+    EXPECT_EQ(trace, "a");
+    executor.post(c);
+    EXPECT_EQ(executor.runAll(), 2U);
+    EXPECT_EQ(trace, "abc");
+    EXPECT_FALSE(executor.runOne());
+}
+
+TEST(ManualExecutor, advanceRunsTimersByDeadlineThenByArrival) {
+    ManualExecutor executor;
+    std::string trace;
+    Mark<TimerNode> late(trace, 'l'), firstEqual(trace, '1'), secondEqual(trace, '2'), cancelled(trace, 'x'),
+        never(trace, 'n'), past(trace, 'p'), refused(trace, 'r');
+    executor.postAt(late, executor.now() + milliseconds(3));
+    executor.postAt(firstEqual, executor.now() + milliseconds(2));
+    executor.postAt(cancelled, executor.now() + milliseconds(2));
+    executor.postAt(secondEqual, executor.now() + milliseconds(2));
+    executor.postAt(never, TimePoint::max());
+    executor.postAt(past, executor.now() - milliseconds(1));
+    EXPECT_FALSE(executor.cancel(refused));
+    executor.postAt(refused, executor.now() + milliseconds(9));
+    EXPECT_TRUE(executor.cancel(cancelled));
+    EXPECT_EQ(executor.advance(milliseconds(1)), 2U);
+    EXPECT_EQ(trace, "pr");
+    EXPECT_EQ(executor.advance(milliseconds(1)), 2U);
+    EXPECT_EQ(executor.advance(milliseconds(100)), 1U);
+    EXPECT_EQ(trace, "pr12l");
+    EXPECT_FALSE(executor.cancel(late)) << "it has run";
+    EXPECT_TRUE(executor.cancel(never));
+    EXPECT_EQ(executor.now().time_since_epoch(), milliseconds(102));
+}
+
+/// Against a plain sort, with cancellations in between.
+TEST(ManualExecutor, manyTimersRunInOrderOfTheirDeadlines) {
+    struct Timer : TimerNode {
+        Timer()
+            : TimerNode([](WorkNode& node) noexcept {
+                  auto& timer = static_cast<Timer&>(node);
+                  timer.ran->push_back(timer.number);
+              }) {}
+        std::vector<std::size_t>* ran = nullptr;
+        std::size_t number = 0;
+    };
+    ManualExecutor executor;
+    std::vector<Timer> timers(5000);
+    std::vector<std::size_t> ran;
+    std::vector<std::pair<std::uint32_t, std::size_t>> expected;
+    std::uint32_t random = 2463534242U;
+    for (std::size_t i = 0; i < timers.size(); ++i) {
+        random ^= random << 13U;
+        random ^= random >> 17U;
+        random ^= random << 5U;
+        timers[i].ran = &ran;
+        timers[i].number = i;
+        executor.postAt(timers[i], executor.now() + milliseconds(1 + random % 997));
+        if (i % 3 == 2) {
+            EXPECT_TRUE(executor.cancel(timers[i]));
+        } else {
+            expected.emplace_back(random % 997, i);
+        }
+    }
+    std::sort(expected.begin(), expected.end());
+    executor.advance(milliseconds(1000));
+    ASSERT_EQ(ran.size(), expected.size());
+    for (std::size_t i = 0; i < ran.size(); ++i) ASSERT_EQ(ran[i], expected[i].second) << i;
+}
+
+TEST(SerialExecutor, keepsTheOrderOfAllItsWorkAndIsSeenByIt) {
+    ManualExecutor base;
+    SerialExecutor serial(base);
+    std::string trace;
+    Mark<> between(trace, '.');
+    std::vector<std::unique_ptr<Mark<>>> marks;
+    for (char name = 'a'; name < 'a' + 3; ++name)
+        serial.post(*marks.emplace_back(std::make_unique<Mark<>>(trace, name)));
+    base.post(between);
+    EXPECT_EQ(base.runAll(), 2U) << "one turn runs all that waits";
+    EXPECT_EQ(trace, "abc.");
+
+    auto look = [](SerialExecutor& queue, ManualExecutor& below) -> Task<bool> {
+        co_return &Executor::current() == &queue&& queue.runsHere() && below.runsHere();
+    };
+    auto seen = spawn(look(serial, base), serial);
+    base.runAll();
+    EXPECT_TRUE(seen.waitSync()->value());
+    EXPECT_FALSE(serial.runsHere());
+}
+
+TEST(ThreadPool, runsEverythingOnceBeforeItIsJoined) {
+    struct Count : WorkNode {
+        Count() : WorkNode([](WorkNode& node) noexcept { ++*static_cast<Count&>(node).count; }) {}
+        std::atomic<int>* count = nullptr;
+    };
+    constexpr std::size_t posterCount = 3, nodeCount = 20000;
+    std::atomic<int> count{0};
+    std::vector<Count> nodes(posterCount * nodeCount);
+    for (auto& node : nodes) node.count = &count;
+    ThreadPool pool(2);
+    {
+        std::vector<std::jthread> posters;
+        for (std::size_t poster = 0; poster < posterCount; ++poster)
+            posters.emplace_back([&, poster] {
+                for (std::size_t i = 0; i < nodeCount; ++i) pool.post(nodes[poster * nodeCount + i]);
+            });
+    }
+    pool.join();
+    EXPECT_EQ(count.load(), static_cast<int>(nodes.size()));
+}
+
+TEST(ThreadPool, higherPrioritiesGoFirst) {
+    ThreadPool pool(1);
+    std::string trace;
+    struct Gate : WorkNode {
+        Gate() : WorkNode([](WorkNode& node) noexcept { static_cast<Gate&>(node).isOpen.wait(false); }) {}
+        std::atomic<bool> isOpen{false};
+    } gate;
+    pool.post(gate);
+    const TaskPriority priorities[] = {TaskPriority::background, TaskPriority::medium, TaskPriority::utility,
+                                       TaskPriority::high, TaskPriority::medium};
+    std::vector<std::unique_ptr<Mark<>>> marks;
+    for (const TaskPriority priority : priorities) {
+        auto& mark = *marks.emplace_back(std::make_unique<Mark<>>(trace, static_cast<char>('a' + marks.size())));
+        mark.priority = priority;
+        pool.post(mark);
+    }
+    gate.isOpen = true;
+    gate.isOpen.notify_all();
+    pool.join();
+    EXPECT_EQ(trace, "dbeca");
+}
+
+TEST(ThreadPoolDeathTest, postingAfterJoiningStopsTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            ThreadPool pool(1);
+            pool.join();
+            WorkNode node;
+            pool.post(node);
+        },
+        "joined thread pool");
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,312 @@
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/platform/ManualExecutor.h>
+#include <Corvex/platform/SerialExecutor.h>
+#include <Corvex/platform/Sleep.h>
+#include <Corvex/platform/TaskGroup.h>
+#include <Corvex/platform/TaskHandle.h>
+#include <Corvex/platform/ThreadPool.h>
+
+namespace corvex {
+namespace {
+
+using std::chrono::milliseconds;
+
+Task<int> valueOf(int value) { co_return value; }
+
+Task<> failWith(const char* message) {
+    throw std::runtime_error(message);
+    co_return;
+}
+
+Task<int> sleepThen(int value, milliseconds duration) {
+    co_await sleepFor(duration);
+    co_return value;
+}
+
+template <class Result>
+std::string errorOf(const Result& result) {
+    try {
+        if (result.error()) std::rethrow_exception(result.error());
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(Task, startsWhenAwaitedAndRunsOnItsAwaitersThread) {
+    ManualExecutor executor;
+    std::string trace;
+    auto child = [](std::string& text) -> Task<int> {
+        text += "child ";
+        co_return 7;
+    };
+    auto parent = [&child](std::string& text) -> Task<int> {
+        auto task = child(text);
+        text += "parent ";
+        const int value = co_await std::move(task);
+        text += "end";
+        co_return value;
+    };
+    auto handle = spawn(parent(trace), executor);
+    EXPECT_EQ(trace, "") << "spawn only posts";
+    EXPECT_FALSE(handle.isFinished());
+    EXPECT_EQ(executor.runAll(), 1U);
+    EXPECT_EQ(trace, "parent child end");
+    EXPECT_EQ(handle.waitSync()->value(), 7);
+}
+
+TEST(Task, errorsReachTheAwaiterAndMoveOnlyValuesPass) {
+    ManualExecutor executor;
+    auto parent = []() -> Task<std::unique_ptr<std::string>> {
+        try {
+            co_await failWith("first");
+        } catch (const std::runtime_error& error) {
+            co_return std::make_unique<std::string>(error.what());
+        }
+        co_return nullptr;
+    };
+    auto handle = spawn(parent(), executor);
+    auto failed = spawn(failWith("second"), executor);
+    executor.runAll();
+    EXPECT_EQ(*std::move(handle).waitSync()->value(), "first");
+    EXPECT_EQ(errorOf(*failed.waitSync()), "second");
+    EXPECT_FALSE(TaskHandle<int>().waitSync().has_value());
+}
+
+/// Chains of a length that no stack could hold: tasks that end at once, one in the other, and one after the other.
+TEST(Task, stackUseDoesNotDependOnTheLengthOfAChain) {
+    struct Chain {
+        static Task<int> nested(int depth) {
+            if (depth == 0) co_return 0;
+            co_return 1 + co_await nested(depth - 1);
+        }
+        static Task<int> inTurn(int count) {
+            int sum = 0;
+            for (int i = 0; i < count; ++i) sum += co_await valueOf(1);
+            co_return sum;
+        }
+    };
+    ManualExecutor executor;
+    auto nested = spawn(Chain::nested(200'000), executor);
+    auto inTurn = spawn(Chain::inTurn(1'000'000), executor);
+    executor.runAll();
+    EXPECT_EQ(nested.waitSync()->value(), 200'000);
+    EXPECT_EQ(inTurn.waitSync()->value(), 1'000'000);
+}
+
+/// A coroutine type of somebody else: starts at once, offers no context, nobody awaits it.
+struct Detached {
+    struct promise_type {  // NOLINT(readability-identifier-naming): the language's name
+        Detached get_return_object() const noexcept { return {}; }
+        std::suspend_never initial_suspend() const noexcept { return {}; }
+        std::suspend_never final_suspend() const noexcept { return {}; }
+        void return_void() const noexcept {}
+        void unhandled_exception() const noexcept { std::terminate(); }
+    };
+};
+
+TEST(Task, foreignCoroutinesCanAwaitTasksAndPrimitives) {
+    ManualExecutor executor;
+    std::string trace;
+    auto foreign = [](ManualExecutor& home, std::string& text) -> Detached {
+        text += std::to_string(co_await valueOf(1));
+        co_await resumeOn(home);
+        text += home.runsHere() ? " home " : " away ";
+        text += std::to_string(co_await sleepThen(2, milliseconds(5)));
+    };
+    foreign(executor, trace);
+    EXPECT_EQ(trace, "1");
+    executor.advance(milliseconds(5));
+    EXPECT_EQ(trace, "1 home 2");
+
+    // Started within a task, whose own chain must go on as well.
+    auto parent = [&foreign](ManualExecutor& home, std::string& text) -> Task<> {
+        foreign(home, text);
+        text += std::to_string(co_await valueOf(3));
+    };
+    trace.clear();
+    spawn(parent(executor, trace), executor);
+    executor.advance(milliseconds(5));
+    EXPECT_EQ(trace, "31 home 2");
+}
+
+TEST(Task, callerGoesOnWhereItWasWhenItsTaskEndsElsewhere) {
+    ManualExecutor home, other;
+    auto hop = [](Executor& target) -> Task<bool> {
+        co_await resumeOn(target);
+        co_return target.runsHere();
+    };
+    auto parent = [&hop](Executor& own, Executor& target) -> Task<bool> {
+        const bool hopped = co_await hop(target);
+        co_return hopped&& own.runsHere() && !target.runsHere();
+    };
+    auto handle = spawn(parent(home, other), home);
+    home.runAll();
+    other.runAll();
+    EXPECT_FALSE(handle.isFinished());
+    home.runAll();
+    EXPECT_TRUE(handle.waitSync()->value());
+}
+
+TEST(Sleep, wakesAtItsTimeAndThrowsWhenCancelled) {
+    ManualExecutor executor;
+    auto inTime = spawn(sleepThen(1, milliseconds(10)), executor);
+    auto cancelled = spawn(sleepThen(2, milliseconds(10)), executor);
+    auto cancelledBefore = spawn(sleepThen(3, milliseconds(10)), executor);
+    auto cancelledYield = spawn(sleepThen(4, milliseconds(0)), executor);
+    auto unbounded = spawn(sleepThen(5, milliseconds::max()), executor);
+    cancelledBefore.cancel();
+    cancelledYield.cancel();
+    executor.advance(milliseconds(9));
+    EXPECT_FALSE(inTime.isFinished());
+    EXPECT_TRUE(cancelledBefore.isFinished());
+    cancelled.cancel();
+    EXPECT_FALSE(cancelled.isFinished()) << "the cancelling thread resumes nobody";
+    executor.runAll();
+    const std::string expected = CancellationError().what();
+    EXPECT_EQ(errorOf(*cancelled.waitSync()), expected);
+    EXPECT_EQ(errorOf(*cancelledBefore.waitSync()), expected);
+    EXPECT_EQ(errorOf(*cancelledYield.waitSync()), expected);
+    executor.advance(milliseconds(1));
+    EXPECT_EQ(inTime.waitSync()->value(), 1);
+    unbounded.cancel();
+    executor.runAll();
+    EXPECT_EQ(errorOf(*unbounded.waitSync()), expected);
+}
+
+TEST(Task, cancellationAndPriorityReachAwaitedTasks) {
+    ManualExecutor executor;
+    auto child = []() -> Task<TaskPriority> {
+        co_await checkCancellation();
+        const TaskPriority priority = (co_await taskContext()).priority;
+        co_await sleepFor(milliseconds(1));
+        co_return priority;
+    };
+    auto parent = [&child]() -> Task<TaskPriority> { co_return co_await child(); };
+    auto finished = spawn(parent(), SpawnOptions(executor, TaskPriority::utility));
+    auto cancelled = spawn(parent(), executor);
+    executor.runAll();
+    cancelled.cancel();
+    executor.advance(milliseconds(1));
+    EXPECT_EQ(finished.waitSync()->value(), TaskPriority::utility);
+    EXPECT_TRUE(cancelled.isCancelled());
+    EXPECT_FALSE(cancelled.waitSync()->hasValue());
+}
+
+TEST(TaskHandle, everyWaiterGetsTheResult) {
+    ManualExecutor executor;
+    auto handle = spawn(sleepThen(5, milliseconds(1)), executor);
+    auto wait = [](TaskHandle<int> awaited) -> Task<int> { co_return (co_await awaited.result()).value(); };
+    auto early = spawn(wait(handle), executor);
+    auto alsoEarly = spawn(wait(handle), executor);
+    {
+        auto abandoned = wait(handle).release();  // destroyed while it waits
+        abandoned.resume();
+        abandoned.destroy();
+    }
+    executor.advance(milliseconds(1));
+    auto late = spawn(wait(handle), executor);
+    executor.runAll();
+    EXPECT_EQ(early.waitSync()->value() + alsoEarly.waitSync()->value() + late.waitSync()->value(), 15);
+}
+
+TEST(TaskGroup, nextGivesResultsInTheOrderOfFinishing) {
+    ManualExecutor executor;
+    auto body = [](TaskGroup<int>& group) -> Task<std::string> {
+        for (const int value : {3, 1, 2}) group.add(sleepThen(value, milliseconds(value)));
+        std::string text;
+        while (const auto value = co_await group.next()) text += std::to_string(*value);
+        co_return text;
+    };
+    auto handle = spawn(withTaskGroup<int>(body), executor);
+    executor.advance(milliseconds(3));
+    EXPECT_EQ(handle.waitSync()->value(), "123");
+}
+
+/// Notes its end, whatever ends it.
+Task<> noteEnd(std::string& trace, char name, milliseconds duration) {
+    bool wasCancelled = false;
+    try {
+        co_await sleepFor(duration);
+    } catch (const CancellationError&) {
+        wasCancelled = true;
+    }
+    co_await sleepFor(milliseconds(0));  // in a cancelled task even this throws; the frame still ends
+    trace += wasCancelled ? '!' : name;
+}
+
+struct GroupRow {
+    const char* name;
+    bool bodyThrows, childThrows, isCancelled;
+    const char *trace, *error;
+};
+
+TEST(TaskGroup, childrenAreAwaitedOnEveryExitAndErrorsCancelTheRest) {
+    constexpr GroupRow rows[] = {
+        {"plain", false, false, false, "ab", ""},
+        {"body throws", true, false, false, "", "body"},
+        {"child throws", false, true, false, "", "child"},
+        {"both throw", true, true, false, "", "body"},
+        {"cancelled from outside", false, false, true, "", "the task was cancelled"},
+    };
+    for (const auto& row : rows) {
+        ManualExecutor executor;
+        std::string trace;
+        auto body = [&row, &trace](TaskGroup<>& group) -> Task<> {
+            group.add(noteEnd(trace, 'a', milliseconds(1)));
+            group.add(noteEnd(trace, 'b', milliseconds(2)));
+            if (row.childThrows) group.add(failWith("child"));
+            if (row.bodyThrows) throw std::runtime_error("body");
+            co_return;
+        };
+        auto handle = spawn(withTaskGroup(body), executor);
+        executor.runAll();
+        if (row.isCancelled) handle.cancel();
+        executor.advance(milliseconds(2));
+        ASSERT_TRUE(handle.isFinished()) << row.name;
+        EXPECT_EQ(trace, row.trace) << row.name;
+        EXPECT_EQ(errorOf(*handle.waitSync()), row.error) << row.name;
+    }
+}
+
+/// Sleeps, cancellations, groups and hops of many tasks at once; a race among them shows under ThreadSanitizer.
+TEST(Task, stress) {
+    constexpr int rounds = 200, childCount = 20;
+    ThreadPool pool(3);
+    SerialExecutor serial(pool);
+    int onSerial = 0;  // guarded by the serial executor alone
+    auto child = [](SerialExecutor& queue, int& count, int number) -> Task<int> {
+        co_await sleepFor(std::chrono::microseconds(number * 7 % 50));
+        co_await resumeOn(queue);
+        ++count;
+        if (number % 7 == 6) throw std::runtime_error("seventh");
+        co_return 1;
+    };
+    auto body = [&](TaskGroup<int>& group) -> Task<int> {
+        for (int i = 0; i < childCount; ++i) group.add(child(serial, onSerial, i % 6));
+        int sum = 0;
+        while (const auto value = co_await group.next()) sum += *value;
+        group.add(child(serial, onSerial, 6));
+        for (int i = 0; i < 5; ++i) group.add(sleepThen(0, milliseconds(60'000)));
+        co_return sum;
+    };
+    std::vector<TaskHandle<int>> finished, cancelled;
+    for (int round = 0; round < rounds; ++round) {
+        finished.push_back(spawn(withTaskGroup<int>(body), pool));
+        cancelled.push_back(spawn(sleepThen(round, milliseconds(60'000)), pool));
+        if (round % 2 == 1) cancelled[static_cast<std::size_t>(round / 2)].cancel();
+    }
+    for (auto& handle : cancelled) handle.cancel();
+    for (auto& handle : finished) EXPECT_EQ(errorOf(*handle.waitSync()), "seventh");
+    for (auto& handle : cancelled) EXPECT_FALSE(handle.waitSync()->hasValue());
+    pool.join();
+    EXPECT_EQ(onSerial, rounds * (childCount + 1));
+}
+
+}  // namespace
+}  // namespace corvex

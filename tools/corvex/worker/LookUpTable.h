@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <tools/corvex/worker/FFmpeg.h>
+
+namespace corvex {
+inline namespace v0 {
+class LutApplier;
+}
+}  // namespace corvex
+
+namespace corvex::tool {
+
+/// A look-up table for pictures, applied as other tools of the field show the same file (docs/LUTS.md).
+/// Immutable; copies share the table; any number of threads.
+class LookUpTable {
+public:
+    /// Throws JobError that names the file and why it is no table, or cannot be applied.
+    [[nodiscard]] static LookUpTable read(const std::string& path);
+
+    /// Looks up every pixel of a picture of planar R'G'B' of 16 bits, full range, with or without alpha.
+    void apply(AVFrame& frame) const;
+
+private:
+    explicit LookUpTable(std::shared_ptr<const LutApplier> applier) : applier_(std::move(applier)) {}
+
+    std::shared_ptr<const LutApplier> applier_;
+};
+
+}  // namespace corvex::tool
