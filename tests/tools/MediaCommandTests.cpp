@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <nlohmann/json.hpp>
 
@@ -92,10 +95,16 @@ TEST_F(MediaFind, jsonIsOneObjectALine) {
 }
 
 TEST_F(MediaFind, aFolderThatCannotBeReadIsAFailureAtTheEnd) {
-    runOrFail({"sh", "-c",
-               "cd '" + card_.path() +
-                   "' && d=$(printf %0200d 0) && "
-                   "for i in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22; do mkdir $d && cd $d; done"});
+    // Folders in folders until the path is longer than the system opens.
+    int folder = open(card_.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int depth = 0; depth < 22; ++depth) {
+        const std::string name(200, '0');
+        ASSERT_EQ(mkdirat(folder, name.c_str(), 0700), 0);
+        const int inner = openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        close(folder);
+        folder = inner;
+    }
+    close(folder);
     const CommandResult result = find({"--deep", "--ext", "mxf"});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_EQ(sortedLines(result.output), Words{"CLIPS/B001.mxf"});

@@ -49,14 +49,12 @@ public:
     ~StuckJobs() {
         for (const int pipe : pipes_) close(pipe);
     }
+    /// Those that have opened their source: from then on a signal ends them in order.
     [[nodiscard]] int workerCount() const {
         int count = 0;
-        std::istringstream children(readFile("/proc/" + process() + "/task/" + process() + "/children"));
-        for (std::string child; children >> child;) ++count;
         for (const auto& thread : std::filesystem::directory_iterator("/proc/" + process() + "/task")) {
-            if (thread.path().filename() == process()) continue;
-            std::istringstream more(readFile(thread.path() / "children"));
-            for (std::string child; more >> child;) ++count;
+            std::istringstream children(readFile(thread.path() / "children"));
+            for (std::string child; children >> child;) count += holdsSource(child) ? 1 : 0;
         }
         return count;
     }
@@ -67,6 +65,13 @@ public:
 
 private:
     [[nodiscard]] std::string process() const { return std::to_string(command_->processIdentifier()); }
+    [[nodiscard]] bool holdsSource(const std::string& worker) const {
+        std::error_code error;  // of a worker that has just ended
+        for (const auto& file : std::filesystem::directory_iterator("/proc/" + worker + "/fd", error)) {
+            if (std::filesystem::read_symlink(file, error).string().starts_with(directory_.path())) return true;
+        }
+        return false;
+    }
 
     TemporaryDirectory directory_;
     std::vector<int> pipes_;
@@ -155,6 +160,23 @@ TEST_F(TranscodeQueueEndToEnd, whatCannotBeDoneAsSetIsSaid) {
     const CommandResult broken = corvex(words);
     EXPECT_EQ(broken.exitStatus, 1);
     EXPECT_THAT(broken.error, HasSubstr("settings.sqlite': file is not a database"));
+}
+
+TEST_F(TranscodeQueueEndToEnd, soundThatCannotBeCopiedIsEncodedAndSaid) {
+    struct Row {
+        const char *source, *target, *said, *codec;
+    };
+    const Row rows[] = {
+        {"flac", "a.mov", "(flac) is encoded as lpcm, as the file's format does not carry it", "pcm_s16le"},
+        {"plain", "a.mp4", "(pcm_s16le) is encoded as apple_lossless", "alac"},
+    };
+    for (const Row& row : rows) {
+        const CommandResult result =
+            corvex({"transcode", "-in", clip(row.source), "-out", folder_.path(row.target), "-acopy"});
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_THAT(result.error, AllOf(HasSubstr("corvex: -acopy: stream 1 of "), HasSubstr(row.said)));
+        EXPECT_EQ(text(stream(probe(folder_.path(row.target)), "audio"), "codec_name"), row.codec);
+    }
 }
 
 TEST_F(TranscodeQueueEndToEnd, theMachineIsHeldAwakeWhileTranscodesRun) {
