@@ -26,6 +26,7 @@ using Action = std::function<ExitStatus()>;
 /// application and, when one of them is chosen, sets `action`. `invocation` outlives the action.
 using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
 
+void addAnalyzeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addAudioCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);

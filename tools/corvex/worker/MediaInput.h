@@ -39,6 +39,9 @@ public:
     [[nodiscard]] std::int64_t expectedFrames() const noexcept;
     [[nodiscard]] SourcePicture picture() const noexcept;
 
+    /// Goes to the last picture of the main video at or before `time` (in the stream's time base, as its time stamps count)
+    /// that can be decoded by itself; a file that cannot be sought in is read on from where it stands.
+    void seekVideo(std::int64_t time);
     /// Reads on. False at the end of the file. Throws when the file breaks off, or when the worker is to stop.
     [[nodiscard]] bool read(AVPacket& packet);
 
