@@ -53,6 +53,7 @@ Recipe recipeOf(const std::string& name) {
     if (name == "ts") return {copyOf("plain", {"-c:v", "copy", "-c:a", "aac"}), "ts"};
     if (name == "mp4") return {copyOf("plain", {"-c:v", "copy", "-c:a", "aac"}), "mp4"};
     if (name == "wav") return {copyOf("plain", {"-vn", "-c:a", "copy"}), "wav"};
+    if (name == "ac3" || name == "flac") return {copyOf("plain", {"-c:v", "copy", "-c:a", name}), "mkv"};
     if (name == "silent") return {copyOf("plain", {"-an", "-c:v", "copy"}), "mov"};
     if (name == "hd") return {withSource("testsrc2=size=1280x720:rate=25:duration=0.2", "", h264), "mov"};
     if (name == "rotated") return {copyOf("fields", {"-c", "copy", "-metadata:s:v:0", "rotate=90"}), "mp4"};

@@ -117,6 +117,9 @@ TEST_F(TranscodeEndToEnd, everyAudioFormatIsWhatItsNameSays) {
         {"plain", "a.mov", "-acopy", "pcm_s16le", 48000, 2},
         {"mp4", "a.mp4", "-acopy -vn", "aac", 48000, 2},
         {"plain", "a.wav", "-acopy", "pcm_s16le", 48000, 2},
+        {"mp4", "a.mov", "", "aac", 48000, 2},
+        {"ac3", "a.mov", "", "aac", 48000, 2},
+        {"flac", "a.mov", "", "pcm_s16le", 48000, 2},
     };
     const double level = loudness(clip("plain"), 0.5)[0];
     for (const Row& row : rows) {
@@ -399,11 +402,12 @@ TEST_F(TranscodeEndToEnd, progressIsWrittenLineByLine) {
     const std::string file = directory.path("progress.txt");
     transcode("plain", "made.mov", "-progress_prefix Job 7: -progress_file " + file);
     const std::string pattern =
-        "(job 7: state=(running|finishing) frame=[0-9]+ total=25 percent=[0-9.]+ fps=[0-9.]+ eta=-?[0-9]+\n)+"
-        "job 7: state=done frame=25 total=25 percent=100.0 fps=[0-9.]+ eta=0\n";
+        "(job 7: state=(running|finishing) frame=[0-9]+ total=25 percent=[0-9.]+ fps=[0-9.]+ eta=-?[0-9]+ "
+        "read=[0-9]+ written=[0-9]+\n)+"
+        "job 7: state=done frame=25 total=25 percent=100.0 fps=[0-9.]+ eta=0 read=[0-9]+ written=[0-9]+\n";
     EXPECT_THAT(readFile(file), ::testing::MatchesRegex(pattern));
     const CommandResult shown = corvex({"transcode", "-in", clip("wav"), "-out", directory.path("a.wav")});
-    EXPECT_THAT(shown.output, ::testing::MatchesRegex("( *[0-9.]+ %( .*)?\n)*100.0 %  done\n"));
+    EXPECT_THAT(shown.output, ::testing::MatchesRegex("( *[0-9.]+ %( .*)?\n)*100.0 %  read .*  done\n"));
 }
 
 }  // namespace

@@ -74,6 +74,11 @@ T* checkAllocated(T* pointer) {
     return pointer;
 }
 
+/// Codes whose samples are all of one size, so that any number of them can be taken off or put in between.
+[[nodiscard]] constexpr bool isPcm(AVCodecID codec) noexcept {
+    return codec >= AV_CODEC_ID_FIRST_AUDIO && codec < AV_CODEC_ID_ADPCM_IMA_QT;
+}
+
 [[nodiscard]] PacketPointer makePacket();
 [[nodiscard]] FramePointer makeFrame();
 

@@ -198,6 +198,10 @@ SourcePicture MediaInput::picture() const noexcept {
     return picture;
 }
 
+void MediaInput::seekVideo(std::int64_t time) {
+    static_cast<void>(av_seek_frame(context_.get(), video_->index, time, AVSEEK_FLAG_BACKWARD));
+}
+
 bool MediaInput::read(AVPacket& packet) {
     for (;;) {
         throwIfStopRequested();

@@ -40,8 +40,15 @@ MediaOutput::~MediaOutput() {
 
 bool MediaOutput::wantsGlobalHeaders() const noexcept { return (context_->oformat->flags & AVFMT_GLOBALHEADER) != 0; }
 
+bool MediaOutput::carries(AVCodecID codec) const {
+    // The writers of these name some codecs as theirs and refuse them when they write the header.
+    const bool isMp4Alone = codec == AV_CODEC_ID_FLAC || codec == AV_CODEC_ID_OPUS;
+    if (codec == AV_CODEC_ID_TRUEHD || (isMp4Alone && std::string_view(context_->oformat->name) == "mov")) return false;
+    return avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1;
+}
+
 void MediaOutput::requireCarries(AVCodecID codec) const {
-    if (avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1) return;
+    if (carries(codec)) return;
     throw JobError(what() + ": the format '" + context_->oformat->name + "' does not carry " + avcodec_get_name(codec));
 }
 

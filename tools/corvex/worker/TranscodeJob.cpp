@@ -215,7 +215,7 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.format = formatOf(arguments, job.output);
     job.indexInFront = arguments.prepareForWeb();
     job.video = VideoRequest::make(arguments, job.format);
-    job.audio = AudioRequest::make(arguments, job.format);
+    job.audio = AudioRequest::make(arguments);
     job.timecode = TimecodeRequest::make(arguments);
     job.language = languageOf(arguments, OAVLanguageCodeFlag);
     requireLanguageStated(OAVLanguageCodeFlag.cliFlag(), job.language, job.format);
