@@ -66,7 +66,7 @@ VideoResult videoOf(const MediaInput& input, AVStream& stream) {
         const SourcePicture picture = input.picture();
         video.pixelAspectWidth = picture.pixelAspect.numerator;
         video.pixelAspectHeight = picture.pixelAspect.denominator;
-        video.rotation = picture.turn;
+        video.rotation = picture.orientation.turn;
         video.frameRate = rateOf(input.frameRate(), input.hasConstantRate());
     } else if ((stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0) {
         video.frameRate = rateOf(stream.avg_frame_rate, false);
