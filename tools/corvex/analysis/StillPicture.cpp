@@ -30,24 +30,15 @@ ColorTags jpegTags() {
     return tags;
 }
 
-std::string turnText(int turn) {
-    switch (turn) {
-        case 90: return "transpose=clock,";
-        case 180: return "hflip,vflip,";
-        case 270: return "transpose=cclock,";
-        default: return "";
-    }
-}
-
 /// The picture upright, of the final size and in a format that the colour work reads.
-FramePointer scaled(const AVFrame& frame, int turn, PixelSize size, const ColorTags& tags) {
+FramePointer scaled(const AVFrame& frame, Orientation orientation, PixelSize size, const ColorTags& tags) {
     PictureGraph::Input input;
     input.width = frame.width;
     input.height = frame.height;
     input.format = frame.format;
     const std::string range = tags.range == AVCOL_RANGE_JPEG ? "pc" : "tv";
     const std::string format = av_get_pix_fmt_name(static_cast<AVPixelFormat>(workFormat(frame.format)));
-    PictureGraph graph(input, turnText(turn) + "scale=" + std::to_string(size.width) + ":" +
+    PictureGraph graph(input, std::string(orientation.filterText()) + ",scale=" + std::to_string(size.width) + ":" +
                                   std::to_string(size.height) + ":in_range=" + range + ":out_range=" + range +
                                   ",format=pix_fmts=" + format + ",setsar=1");
     FramePointer copy(checkAllocated(av_frame_clone(&frame)));
@@ -96,7 +87,7 @@ PixelSize stillSize(const SourcePicture& source, float maxWidth, std::optional<f
         height = height * source.pixelAspect.denominator / source.pixelAspect.numerator;
         width = source.size.width;
     }
-    if (source.turn == 90 || source.turn == 270) std::swap(width, height);
+    if (source.orientation.turn % 180 != 0) std::swap(width, height);
     double factor = std::min(1.0, static_cast<double>(maxWidth) / width);
     if (maxHeight) factor = std::min(factor, static_cast<double>(*maxHeight) / height);
     const auto side = [&](double length, double limit) {
@@ -112,7 +103,7 @@ StillPicture makeStill(const AVFrame& frame, const SourcePicture& picture, const
     const ColorTags stated{frame.color_primaries, frame.color_trc, frame.colorspace, frame.color_range};
     const ColorTags tags =
         ColorConversion::makeAroundTable(frame.format, frame.height, stated, {}, AVCOL_RANGE_JPEG).source;
-    const FramePointer upright = scaled(frame, picture.turn, still.size, tags);
+    const FramePointer upright = scaled(frame, picture.orientation, still.size, tags);
     PictureWork::Settings settings;
     settings.input.width = upright->width;
     settings.input.height = upright->height;

@@ -105,14 +105,17 @@ FrameGeometry FrameGeometry::makeForOutput(const SourcePicture& source, const Fr
     return make(source, fitting);
 }
 
+const char* Orientation::filterText() const noexcept {
+    static constexpr const char* filters[2][4] = {{"null", "transpose=clock", "hflip,vflip", "transpose=cclock"},
+                                                  {"hflip", "transpose=clock_flip", "vflip", "transpose=cclock_flip"}};
+    return filters[isMirrored ? 1 : 0][turn / 90];
+}
+
 std::string FrameGeometry::filterText(const std::string& scaleOptions) const {
     std::string text;
     const auto append = [&](const std::string& filter) { text += (text.empty() ? "" : ",") + filter; };
     const auto sizeText = [](PixelSize size) { return std::to_string(size.width) + ":" + std::to_string(size.height); };
-    constexpr const char* turns[2][4] = {{nullptr, "transpose=clock", "hflip,vflip", "transpose=cclock"},
-                                         {"hflip", "transpose=clock_flip", "vflip", "transpose=cclock_flip"}};
-    const char* righting = turns[orientation.isMirrored ? 1 : 0][orientation.turn / 90];
-    if (righting != nullptr) append(righting);
+    if (orientation != Orientation{}) append(orientation.filterText());
     if (crop != upright) {
         append("crop=" + sizeText(crop) + ":" + std::to_string(cropX) + ":" + std::to_string(cropY) + ":exact=1");
     }

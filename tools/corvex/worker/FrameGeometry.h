@@ -38,6 +38,9 @@ struct Orientation {
     /// The nearest one to a display matrix as QuickTime files have it (ISO/IEC 14496-12, 8.3.2): nine numbers by rows,
     /// x' = a x + c y, y' = b x + d y for a, b in the first row and c, d in the second.
     [[nodiscard]] static Orientation fromDisplayMatrix(const std::int32_t* matrix) noexcept;
+
+    /// The libavfilter filters that do it; "null" for a picture that is upright.
+    [[nodiscard]] const char* filterText() const noexcept;
 };
 
 /// A source picture as it lies in the file.
