@@ -13,9 +13,6 @@ namespace corvex::tool {
 
 // What the makers of requests share: checked values, and messages that say what was expected.
 
-/// Rates are given with two or three digits: 29.97 is 30000/1001, and so is 29.970.
-inline constexpr double rateTolerance = 0.006;
-
 /// "qt, mp4, wav": the raw values of typed texts.
 template <class Values>
 [[nodiscard]] std::string listOf(const Values& values) {

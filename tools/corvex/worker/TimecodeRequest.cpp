@@ -8,6 +8,8 @@ namespace {
 
 using Arguments = TranscodeCliArguments;
 
+constexpr double rateTolerance = 0.006;
+
 /// The first "timecode" that the container states, for the file or for one of its streams.
 std::optional<std::string> statedTimecode(const MediaInput& input) {
     const AVFormatContext& context = input.context();

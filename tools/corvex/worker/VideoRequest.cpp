@@ -17,6 +17,8 @@ using Arguments = TranscodeCliArguments;
 constexpr int largestSide = 16384;
 constexpr float largestMegabits = 10'000;
 constexpr float largestFrameRate = 1000;
+/// Rates are given with two or three digits: 29.97 is 30000/1001, and so is 29.970.
+constexpr double rateTolerance = 0.006;
 constexpr std::int64_t mostFrames = std::numeric_limits<std::int64_t>::max();
 
 void requireSide(std::string_view flag, std::string_view text, double side) {
