@@ -117,7 +117,7 @@ TYPED_TEST(SemaphoreTest, stress) {
     std::atomic<int> inside{0}, worst{0}, done{0};
     auto work = [](TypeParam shared, std::atomic<int>& in, std::atomic<int>& most, std::atomic<int>& count) -> Task<> {
         for (int i = 0; i < rounds; ++i) {
-            co_await shared.wait();
+            static_cast<void>(co_await shared.wait());
             const int now = ++in;
             int seen = most.load();
             while (seen < now && !most.compare_exchange_weak(seen, now)) continue;

@@ -218,10 +218,10 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.audio = AudioRequest::make(arguments);
     job.timecode = TimecodeRequest::make(arguments);
     job.language = languageOf(arguments, OAVLanguageCodeFlag);
-    requireLanguageStated(OAVLanguageCodeFlag.cliFlag(), job.language, job.format);
-    if (job.audio) requireLanguageStated(OAVAudioLanguageCodeFlag.cliFlag(), job.audio->language, job.format);
     if (job.timecode && !job.video) throw UsageError("-tc_track: expected video beside it, whose frames it counts");
     if (!job.video && !job.audio) throw UsageError("-vn and -an together leave nothing to write");
+    requireLanguageStated(OAVLanguageCodeFlag.cliFlag(), job.language, job.format);
+    if (job.audio) requireLanguageStated(OAVAudioLanguageCodeFlag.cliFlag(), job.audio->language, job.format);
     job.progressFile = arguments.progressFile().value_or("");
     job.progressPrefix = arguments.progressOutputPrefix().value_or("");
     return job;
