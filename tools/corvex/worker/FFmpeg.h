@@ -95,6 +95,8 @@ public:
     LibraryMessages& operator=(const LibraryMessages&) = delete;
     /// The last message since the start or the last call; empty when there was none.
     [[nodiscard]] static std::string takeLast();
+    /// Whether there was an error since the start or the last call, not only warnings.
+    [[nodiscard]] static bool takeHadError();
 };
 
 }  // namespace corvex::tool

@@ -21,9 +21,6 @@ namespace fs = std::filesystem;
     throw JobError("cannot write '" + path.string() + "': " + problem);
 }
 [[noreturn]] void failWithErrno(const fs::path& path) { fail(path, std::strerror(errno)); }
-[[noreturn]] void failBecauseItExists(const fs::path& path) {
-    fail(path, "the file exists; -overwrite would replace it");
-}
 
 fs::path directoryOf(const fs::path& file) {
     const fs::path directory = file.parent_path();
@@ -49,14 +46,14 @@ fs::path temporaryName(const fs::path& directory, const fs::path& file, pid_t pr
 
 }  // namespace
 
-OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites)
-    : target_(std::move(target)), overwrites_(overwrites) {
+OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites, const char* overwriteOption)
+    : target_(std::move(target)), overwrites_(overwrites), overwriteOption_(overwriteOption) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::is_directory(status)) fail(target_, "it is a directory; expected the name of a file");
     if (fs::exists(status) && !fs::is_regular_file(status)) fail(target_, "it is no regular file");
     const bool isTaken = fs::exists(fs::symlink_status(target_, error));  // a link to nothing takes the name, too
-    if (isTaken && !overwrites_) failBecauseItExists(target_);
+    if (isTaken && !overwrites_) failBecauseItExists();
     destination_ = destinationOf(target_);
     if (fs::is_symlink(fs::symlink_status(destination_, error))) fail(target_, std::strerror(ELOOP));
     // Both places are tried now: a job must not fail after hours for a folder that was wrong from the start.
@@ -118,8 +115,12 @@ void OutputFile::removeLeftovers(const fs::path& target, const fs::path& workDir
 }
 
 void OutputFile::failToPublish() const {
-    if (errno == EEXIST || (errno == EINVAL && fs::exists(destination_))) failBecauseItExists(target_);
+    if (errno == EEXIST || (errno == EINVAL && fs::exists(destination_))) failBecauseItExists();
     failWithErrno(target_);
+}
+
+void OutputFile::failBecauseItExists() const {
+    fail(target_, std::string("the file exists; ") + overwriteOption_ + " would replace it");
 }
 
 void OutputFile::moveBeside() {
