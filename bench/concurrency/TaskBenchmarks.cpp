@@ -41,7 +41,7 @@ void spawnAndJoin_corvex(benchmark::State& state) {
     corvex::spawn(loop(), pool).waitSync();
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(spawnAndJoin_corvex)->RangeMultiplier(10)->Range(100, 10000)->UseRealTime();
+BENCHMARK(spawnAndJoin_corvex)->RangeMultiplier(10)->Range(100, 10000)->MeasureProcessCPUTime()->UseRealTime();
 
 #ifdef CORVEX_BENCH_TBB
 void spawnAndJoin_tbb(benchmark::State& state) {
@@ -55,7 +55,7 @@ void spawnAndJoin_tbb(benchmark::State& state) {
     });
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(spawnAndJoin_tbb)->RangeMultiplier(10)->Range(100, 10000)->UseRealTime();
+BENCHMARK(spawnAndJoin_tbb)->RangeMultiplier(10)->Range(100, 10000)->MeasureProcessCPUTime()->UseRealTime();
 #endif
 
 /// An operation that is posted once, against a timer that never fires.
@@ -72,7 +72,7 @@ void againstTimer_corvex(benchmark::State& state) {
     corvex::spawn(loop(state), pool).waitSync();
     state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(againstTimer_corvex)->UseRealTime();
+BENCHMARK(againstTimer_corvex)->MeasureProcessCPUTime()->UseRealTime();
 
 #ifdef CORVEX_BENCH_ASIO
 asio::awaitable<int> postedOnce(asio::io_context& context) {
@@ -92,7 +92,7 @@ void againstTimer_asio(benchmark::State& state) {
     context.run();
     state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(againstTimer_asio)->UseRealTime();
+BENCHMARK(againstTimer_asio)->MeasureProcessCPUTime()->UseRealTime();
 #endif
 
 double processSeconds() {
@@ -123,6 +123,11 @@ void sleeps_corvex(benchmark::State& state) {
     state.counters["late_ms"] = worst;
     state.counters["cpu_ms"] = (processSeconds() - start) * 1000 / static_cast<double>(state.iterations());
 }
-BENCHMARK(sleeps_corvex)->RangeMultiplier(10)->Range(1000, 100000)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(sleeps_corvex)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
