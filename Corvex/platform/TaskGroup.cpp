@@ -23,25 +23,34 @@ void TaskGroupBase::start(TaskPromiseBase& promise, std::coroutine_handle<> coro
     Executor::current().post(promise);
 }
 
-void TaskGroupBase::finishChild(TaskPromiseBase* kept) noexcept {
+void TaskGroupBase::finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept {
     constexpr std::uint64_t lastOfAll = waitsForAll | 1U;
-    std::uint64_t running = running_.load(std::memory_order_relaxed);
+    std::uint64_t running = running_.load(std::memory_order_acquire);
     while (!kept && (running & waitsForNext) == 0) {
         const std::uint64_t rest = running == lastOfAll ? 0 : running - 1;
-        if (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_relaxed))
+        if (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_acquire))
             continue;
         if (running == lastOfAll) waiter_->post();
         return;  // unless this was the last of all, the group may be gone
     }
     ShortLock lock(mutex_);
     if (kept) finished_.append(*kept);
-    bool wakes = false;
+    if (hasFailed) {  // before the others, since their errors may follow from it
+        lock.unlock();
+        cancelAll();
+        lock.lock();
+    }
+    if (kept) ++listedCount_;
+    Suspension* waiter = nullptr;
     std::uint64_t rest = 0;
+    running = running_.load(std::memory_order_acquire);
     do {
-        wakes = (running & waitsForNext) != 0 || running == lastOfAll;
-        rest = (running - 1) & (wakes ? ~(waitsForNext | waitsForAll) : ~std::uint64_t{0});
-    } while (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_relaxed));
-    Suspension* const waiter = wakes ? waiter_ : nullptr;
+        rest = running - 1;
+        const std::uint64_t count = rest & ~(waitsForNext | waitsForAll);
+        const bool isAwaited = (running & waitsForNext) != 0 ? count == 0 || hasUntaken(count) : running == lastOfAll;
+        waiter = isAwaited ? waiter_ : nullptr;
+        if (isAwaited) rest = count;
+    } while (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_acquire));
     lock.unlock();
     if (waiter) waiter->post();
 }
@@ -70,9 +79,9 @@ bool TaskGroupBase::appendForAll(Suspension& waiter) noexcept {
 TaskGroupBase::Finished TaskGroupBase::takeFinished() noexcept {
     const ShortLock lock(mutex_);  // a child that has finished may still be releasing it
     WorkNode* const child = finished_.takeFirst();
-    const bool isAny = child || hasUntaken(running_.load(std::memory_order_acquire));
-    if (isAny) ++takenCount_;
-    return {static_cast<TaskPromiseBase*>(child), isAny};
+    const bool isUnlisted = !child && hasUntaken(running_.load(std::memory_order_acquire));
+    if (isUnlisted) ++unlistedTakenCount_;
+    return {static_cast<TaskPromiseBase*>(child), child || isUnlisted};
 }
 
 }  // namespace corvex::inline v0::detail

@@ -11,7 +11,7 @@ namespace corvex::inline v0 {
 namespace detail {
 
 /// What every group of child tasks does, whatever their result. Finished children wait until they are taken: those with
-/// something to give in a list, the others as a number (those started, less those that run, less those taken).
+/// something to give in a list, the others as a number: those started, less those that run and those that were listed.
 class CORVEX_EXPORT TaskGroupBase : public TaskCompletion {
 public:
     explicit TaskGroupBase(const TaskContext& parent) noexcept;
@@ -25,8 +25,8 @@ protected:
     ~TaskGroupBase();
 
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept;
-    /// `kept` is the finished child's promise, if anything is to be taken from it.
-    void finishChild(TaskPromiseBase* kept) noexcept;
+    /// `kept` is the finished child's promise, if anything is to be taken from it. One that failed asks the others to stop.
+    void finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept;
     /// Waits for the next child to finish. False if one has finished already, or there is none.
     bool appendForNext(Suspension& waiter) noexcept;
     /// Waits for all. False if none runs.
@@ -53,15 +53,17 @@ private:
 
     static constexpr std::uint64_t waitsForNext = std::uint64_t{1} << 63U, waitsForAll = std::uint64_t{1} << 62U;
 
+    /// Whether a child has finished that nobody has taken. Under the mutex; by the body, or while that is suspended.
     [[nodiscard]] bool hasUntaken(std::uint64_t runningCount) const noexcept {
-        return startedCount_ - runningCount > takenCount_;
+        return !finished_.isEmpty() || startedCount_ - runningCount - listedCount_ > unlistedTakenCount_;
     }
 
     /// How many children run, and what the body waits for. It takes the mutex to change while the body waits for the next
     /// one; so no child can still be about to wake the body when that goes on.
     std::atomic<std::uint64_t> running_{0};
-    std::uint64_t startedCount_ = 0, takenCount_ = 0;  ///< The body's own.
+    std::uint64_t startedCount_ = 0, unlistedTakenCount_ = 0;  ///< The body's own.
     ShortMutex mutex_;
+    std::uint64_t listedCount_ = 0;  ///< Of the children that do not run any more.
     WorkQueue finished_;
     Suspension* waiter_ = nullptr;
     CancellationState cancellation_;
@@ -125,10 +127,10 @@ public:
 
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         auto& child = static_cast<TaskPromise<T>&>(promise);
-        if (child.result().error()) cancelAll();
-        const bool isKept = child.result().error() || (!std::is_void_v<T> && !isEnding());
+        const bool hasFailed = child.result().error() != nullptr;
+        const bool isKept = hasFailed || (!std::is_void_v<T> && !isEnding());
         if (!isKept) Task<T>::Handle::from_promise(child).destroy();
-        finishChild(isKept ? &child : nullptr);
+        finishChild(isKept ? &child : nullptr, hasFailed);
     }
 
 private:

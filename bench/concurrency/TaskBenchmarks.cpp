@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <thread>
 #include <vector>
 
 #include <Corvex/concurrency/TaskFactory.h>
@@ -129,5 +130,15 @@ BENCHMARK(sleeps_corvex)
     ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
+
+/// What a pool costs while it has nothing to do.
+void idlePool_corvex(benchmark::State& state) {
+    corvex::ThreadPool pool(2);
+    corvex::spawn(nothing(), pool).waitSync();
+    const double start = processSeconds();
+    for (auto _ : state) std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    state.counters["cpu_us"] = (processSeconds() - start) * 1e6 / static_cast<double>(state.iterations());
+}
+BENCHMARK(idlePool_corvex)->Iterations(5)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
