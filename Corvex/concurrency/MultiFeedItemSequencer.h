@@ -119,6 +119,8 @@ private:
 template <class Item, class FeedId>
 class MultiFeedState<Item, FeedId>::Requester final : public Waiter<MultiFeedState, Answer> {
 public:
+    static constexpr const char* operation = "requestItemsAtIndex(_:)";
+
     Requester(MultiFeedState& sequencer, std::int64_t index) noexcept : sequencer_(sequencer), index_(index) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>

@@ -86,6 +86,8 @@ private:
 template <class Item>
 class FifoState<Item>::Producer final : public Waiter<FifoState, Item> {
 public:
+    static constexpr const char* operation = "add(_:)";
+
     Producer(FifoState& buffer, Item item) noexcept : Waiter<FifoState, Item>(std::move(item)), buffer_(buffer) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>

@@ -13,6 +13,8 @@ namespace corvex::inline v0::detail {
 template <class State>
 class PullAwaiter final : public Waiter<State, std::optional<typename State::Supplied>> {
 public:
+    static constexpr const char* operation = "next()";
+
     explicit PullAwaiter(State& conduit) noexcept : conduit_(conduit) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>

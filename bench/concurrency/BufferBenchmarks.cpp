@@ -18,7 +18,7 @@ constexpr int itemCount = 20000;  // of each producer
 void bufferCases(benchmark::internal::Benchmark* benchmark) {
     for (const int pairs : {1, 4})
         for (const int capacity : {1, 16, 1024}) benchmark->Args({capacity, pairs});
-    benchmark->UseRealTime();
+    benchmark->MeasureProcessCPUTime()->UseRealTime();
 }
 
 using Buffer = corvex::OrvaneBlockingFifoBuffer<int>;

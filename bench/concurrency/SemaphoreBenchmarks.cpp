@@ -3,6 +3,7 @@
 #include <Corvex/concurrency/ClosableTaskSemaphore.h>
 #include <Corvex/concurrency/TaskSemaphore.h>
 #include <Corvex/platform/ManualExecutor.h>
+#include <Corvex/platform/Sleep.h>
 #include <Corvex/platform/TaskGroup.h>
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
@@ -35,28 +36,24 @@ constexpr int roundCount = 200;
 corvex::Task<> passOn(corvex::TaskSemaphore semaphore) {
     for (int i = 0; i < roundCount; ++i) {
         co_await semaphore.wait();
+        co_await corvex::sleepFor(std::chrono::seconds(0));  // to the end of the queue, so that all others wait
         semaphore.signal();
     }
 }
 void handOver_corvex(benchmark::State& state, unsigned threadCount) {
     corvex::ThreadPool pool(threadCount);
     for (auto _ : state) {
-        const corvex::TaskSemaphore semaphore(0);
+        const corvex::TaskSemaphore semaphore(1);
         auto body = [&](corvex::TaskGroup<>& group) -> corvex::Task<> {
             for (int i = 0; i < state.range(0); ++i) group.add(passOn(semaphore));
-            auto start = [](corvex::TaskSemaphore first) -> corvex::Task<> {
-                first.signal();
-                co_return;
-            };
-            group.add(start(semaphore));
             co_return;
         };
         corvex::spawn(corvex::withTaskGroup(body), pool).waitSync();
     }
     state.SetItemsProcessed(state.iterations() * state.range(0) * roundCount);
 }
-BENCHMARK_CAPTURE(handOver_corvex, oneThread, 1)->Arg(64)->Arg(640)->Arg(6400)->UseRealTime();
-BENCHMARK_CAPTURE(handOver_corvex, twoThreads, 2)->Arg(64)->UseRealTime();
+BENCHMARK_CAPTURE(handOver_corvex, oneThread, 1)->Arg(64)->Arg(640)->Arg(6400)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK_CAPTURE(handOver_corvex, twoThreads, 2)->Arg(64)->MeasureProcessCPUTime()->UseRealTime();
 
 #ifdef CORVEX_BENCH_ASIO
 /// The same with the one token of a channel.
@@ -66,6 +63,7 @@ void handOver_asio(benchmark::State& state, auto&& makeContext, auto&& runContex
         static asio::awaitable<void> run(Channel& channel) {
             for (int i = 0; i < roundCount; ++i) {
                 co_await channel.async_receive(asio::use_awaitable);
+                co_await asio::post(asio::use_awaitable);
                 co_await channel.async_send(asio::error_code(), 0, asio::use_awaitable);
             }
         }
@@ -83,12 +81,12 @@ void handOver_asio_oneThread(benchmark::State& state) {
     handOver_asio<asio::experimental::channel<void(asio::error_code, int)>>(
         state, [] { return std::make_unique<asio::io_context>(1); }, [](asio::io_context& context) { context.run(); });
 }
-BENCHMARK(handOver_asio_oneThread)->Arg(64)->Arg(640)->UseRealTime();
+BENCHMARK(handOver_asio_oneThread)->Arg(64)->Arg(640)->MeasureProcessCPUTime()->UseRealTime();
 void handOver_asio_twoThreads(benchmark::State& state) {
     handOver_asio<asio::experimental::concurrent_channel<void(asio::error_code, int)>>(
         state, [] { return std::make_unique<asio::thread_pool>(2); }, [](asio::thread_pool& pool) { pool.join(); });
 }
-BENCHMARK(handOver_asio_twoThreads)->Arg(64)->UseRealTime();
+BENCHMARK(handOver_asio_twoThreads)->Arg(64)->MeasureProcessCPUTime()->UseRealTime();
 #endif
 
 }  // namespace

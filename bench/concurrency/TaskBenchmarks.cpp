@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <thread>
 #include <vector>
 
 #include <Corvex/concurrency/TaskFactory.h>
@@ -41,7 +42,7 @@ void spawnAndJoin_corvex(benchmark::State& state) {
     corvex::spawn(loop(), pool).waitSync();
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(spawnAndJoin_corvex)->RangeMultiplier(10)->Range(100, 10000)->UseRealTime();
+BENCHMARK(spawnAndJoin_corvex)->RangeMultiplier(10)->Range(100, 10000)->MeasureProcessCPUTime()->UseRealTime();
 
 #ifdef CORVEX_BENCH_TBB
 void spawnAndJoin_tbb(benchmark::State& state) {
@@ -55,7 +56,7 @@ void spawnAndJoin_tbb(benchmark::State& state) {
     });
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(spawnAndJoin_tbb)->RangeMultiplier(10)->Range(100, 10000)->UseRealTime();
+BENCHMARK(spawnAndJoin_tbb)->RangeMultiplier(10)->Range(100, 10000)->MeasureProcessCPUTime()->UseRealTime();
 #endif
 
 /// An operation that is posted once, against a timer that never fires.
@@ -72,7 +73,7 @@ void againstTimer_corvex(benchmark::State& state) {
     corvex::spawn(loop(state), pool).waitSync();
     state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(againstTimer_corvex)->UseRealTime();
+BENCHMARK(againstTimer_corvex)->MeasureProcessCPUTime()->UseRealTime();
 
 #ifdef CORVEX_BENCH_ASIO
 asio::awaitable<int> postedOnce(asio::io_context& context) {
@@ -92,7 +93,7 @@ void againstTimer_asio(benchmark::State& state) {
     context.run();
     state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(againstTimer_asio)->UseRealTime();
+BENCHMARK(againstTimer_asio)->MeasureProcessCPUTime()->UseRealTime();
 #endif
 
 double processSeconds() {
@@ -123,6 +124,21 @@ void sleeps_corvex(benchmark::State& state) {
     state.counters["late_ms"] = worst;
     state.counters["cpu_ms"] = (processSeconds() - start) * 1000 / static_cast<double>(state.iterations());
 }
-BENCHMARK(sleeps_corvex)->RangeMultiplier(10)->Range(1000, 100000)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(sleeps_corvex)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+/// What a pool costs while it has nothing to do.
+void idlePool_corvex(benchmark::State& state) {
+    corvex::ThreadPool pool(2);
+    corvex::spawn(nothing(), pool).waitSync();
+    const double start = processSeconds();
+    for (auto _ : state) std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    state.counters["cpu_us"] = (processSeconds() - start) * 1e6 / static_cast<double>(state.iterations());
+}
+BENCHMARK(idlePool_corvex)->Iterations(5)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -171,6 +171,18 @@ TEST(ClosableTaskSemaphoreDeathTest, negativeLimitStopsTheProcess) {
     EXPECT_DEATH(ClosableTaskSemaphore(-1), "must not be negative");
 }
 
+TEST(TaskSemaphoreDeathTest, aFrameThatGoesAfterItsResumptionWasPostedStopsTheProcessByTheOperationsName) {
+    const auto misuse = [] {
+        ManualExecutor executor;
+        const ExecutorScope scope(executor);
+        const TaskSemaphore semaphore(0);
+        auto hold = [](TaskSemaphore held) -> Task<> { co_await held.wait(); };
+        const Abandoned waiting(hold(semaphore));
+        semaphore.signal();
+    };
+    EXPECT_DEATH(misuse(), "wait\\(\\): a coroutine was destroyed after");
+}
+
 TEST(AsyncSwitch, togglesAndSetsForAllItsCopies) {
     const AsyncSwitch first(false);
     const AsyncSwitch copy = first;  // NOLINT(performance-unnecessary-copy-initialization): the copy is the point

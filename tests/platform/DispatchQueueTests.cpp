@@ -59,7 +59,8 @@ TEST(ConcurrentQueue, barriersWaitForWhatIsBeforeThemAndHoldBackWhatIsBehind) {
 TEST(SerialQueue, keepsTheOrderOfEveryPosterAndEndsAfterItsWork) {
     constexpr int posterCount = 4, count = 500;
     std::vector<int> last(posterCount, -1);  // not guarded: the queue is what guards it
-    int disorder = 0, seenBehind = 0;
+    int disorder = 0;
+    std::atomic<int> seenBehind{0};
     {
         SerialQueue queue("test", DispatchQoS::utility);
         std::vector<std::jthread> posters;
@@ -76,7 +77,7 @@ TEST(SerialQueue, keepsTheOrderOfEveryPosterAndEndsAfterItsWork) {
     }
     EXPECT_EQ(disorder, 0);
     EXPECT_EQ(last, std::vector<int>(posterCount, count - 1));
-    EXPECT_EQ(seenBehind, posterCount * count / 50) << "sync comes behind what its caller added";
+    EXPECT_EQ(seenBehind.load(), posterCount * count / 50) << "sync comes behind what its caller added";
 }
 
 /// Writers hold both numbers for themselves; readers see them equal.
