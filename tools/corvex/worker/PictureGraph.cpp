@@ -16,8 +16,9 @@ std::string textOf(AVRational value, char separator) {
 
 }  // namespace
 
-PictureGraph::PictureGraph(const Input& input, const std::string& filters)
+PictureGraph::PictureGraph(const Input& input, const std::string& filters, int threads)
     : graph_(checkAllocated(avfilter_graph_alloc())) {
+    graph_->nb_threads = threads;
     graph_->scale_sws_opts = av_strdup("flags=bicubic");
     const std::string source = "video_size=" + std::to_string(input.width) + "x" + std::to_string(input.height) +
                                ":pix_fmt=" + std::to_string(input.format) +
