@@ -55,10 +55,10 @@ void finish(benchmark::State& state, std::uint64_t sum) {
 
 using Numbers = corvex::GuidedItemSequencer<std::int64_t, std::uint64_t>;
 
-Task<> workInALane(Numbers numbers, corvex::TaskSemaphore slots, std::atomic<std::int64_t>& next, std::int64_t steps) {
+Task<> workInALane(Numbers numbers, corvex::TaskSemaphore slots, std::atomic<std::int64_t>* next, std::int64_t steps) {
     for (;;) {
         co_await slots.wait();
-        const std::int64_t number = next.fetch_add(1, std::memory_order_relaxed);
+        const std::int64_t number = next->fetch_add(1, std::memory_order_relaxed);
         if (number >= itemCount) {
             slots.signal();
             co_return;
@@ -87,7 +87,7 @@ void reorderCorvex(benchmark::State& state) {
         auto gathered = corvex::spawn(gatherAll(numbers, slots), pool);
         std::vector<corvex::TaskHandle<>> lanes;
         for (unsigned i = 0; i < pool.threadCount(); ++i)
-            lanes.push_back(corvex::spawn(workInALane(numbers, slots, next, state.range()), pool));
+            lanes.push_back(corvex::spawn(workInALane(numbers, slots, &next, state.range()), pool));
         for (auto& lane : lanes) (void)lane.waitSync();
         sum = gathered.waitSync()->value();
     }
@@ -172,9 +172,9 @@ void runHere(corvex::ManualExecutor& executor, Task<> task) {
 }
 
 /// Blocks of items come in any order within the block, and are taken in theirs.
-Task<> passGuided(Numbers numbers, const std::vector<std::int64_t>& block, std::int64_t first) {
-    for (const std::int64_t number : block) co_await numbers.add(1, first + number);
-    for (std::size_t i = 0; i < block.size(); ++i) benchmark::DoNotOptimize((co_await numbers.next())->item);
+Task<> passGuided(Numbers numbers, const std::vector<std::int64_t>* block, std::int64_t first) {
+    for (const std::int64_t number : *block) co_await numbers.add(1, first + number);
+    for (std::size_t i = 0; i < block->size(); ++i) benchmark::DoNotOptimize((co_await numbers.next())->item);
 }
 void guidedWithPending(benchmark::State& state) {
     corvex::ManualExecutor executor;
@@ -182,7 +182,7 @@ void guidedWithPending(benchmark::State& state) {
     const auto block = shuffledNumbers(state.range());
     std::int64_t first = 0;
     for (auto _ : state) {
-        runHere(executor, passGuided(numbers, block, first));
+        runHere(executor, passGuided(numbers, &block, first));
         first += state.range();
     }
     state.SetItemsProcessed(state.iterations() * state.range());
@@ -215,8 +215,8 @@ BENCHMARK(indeterminateByWindow)->RangeMultiplier(10)->Range(10, 1'000);
 using Feeds = corvex::MultiFeedItemSequencer<std::int64_t, int>;
 
 Task<> request(Feeds feeds, std::int64_t index) { benchmark::DoNotOptimize(co_await feeds.requestItemsAtIndex(index)); }
-Task<> enqueueAll(Feeds feeds, const std::vector<std::int64_t>& indexes) {
-    for (const std::int64_t index : indexes) co_await feeds.enqueueItems(1, index, 0);
+Task<> enqueueAll(Feeds feeds, const std::vector<std::int64_t>* indexes) {
+    for (const std::int64_t index : *indexes) co_await feeds.enqueueItems(1, index, 0);
 }
 /// So many requests wait, for one index each; their items come in any order.
 void multiFeedWithRequests(benchmark::State& state) {
@@ -226,7 +226,7 @@ void multiFeedWithRequests(benchmark::State& state) {
     for (auto _ : state) {
         for (const std::int64_t index : indexes) corvex::spawn(request(feeds, index), executor);
         executor.runAll();
-        runHere(executor, enqueueAll(feeds, indexes));
+        runHere(executor, enqueueAll(feeds, &indexes));
     }
     state.SetItemsProcessed(state.iterations() * state.range());
 }

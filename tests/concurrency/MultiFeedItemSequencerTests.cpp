@@ -20,9 +20,9 @@ using Sequencer = MultiFeedItemSequencer<std::string, std::string>;
 constexpr std::string_view asking = "abcdefghij";
 std::string feedOf(int index) { return index % 2 == 0 ? "even" : "odd"; }
 
-Task<> request(Sequencer sequencer, std::string& trace, int index) {
+Task<> request(Sequencer sequencer, std::string* trace, int index) {
     const auto item = co_await sequencer.requestItemsAtIndex(index);
-    trace += "-" + item.value_or(".");
+    *trace += "-" + item.value_or(".");
 }
 
 std::string traceOf(const Sequencer& sequencer, const std::string& steps) {
@@ -33,14 +33,14 @@ std::string traceOf(const Sequencer& sequencer, const std::string& steps) {
         const int index = step == 'x' ? 0 : step - '0';
         const std::string item = itemOf(step, additions[step]++);
         ++addedCount;
-        return traceAdding(trace, item,
+        return traceAdding(&trace, item,
                            [sequencer, index, item] { return sequencer.enqueueItems(item, index, feedOf(index)); });
     };
-    const auto ask = [&](char step) { return request(sequencer, trace, step == 'o' ? 0 : step - 'a'); };
+    const auto ask = [&](char step) { return request(sequencer, &trace, step == 'o' ? 0 : step - 'a'); };
     return play(steps, sequencer, trace, asking, add, ask, [&](ManualExecutor& executor) {
         // Closing frees no producer: only taking what is stored does, where no slot has been lost.
         for (std::size_t round = 0; round < addedCount; ++round) {
-            for (int index = 0; index < 10; ++index) spawn(request(sequencer, trace, index), executor);
+            for (int index = 0; index < 10; ++index) spawn(request(sequencer, &trace, index), executor);
             executor.runAll();
         }
     });
@@ -77,10 +77,10 @@ TEST(MultiFeedItemSequencer, disorderBeyondTheCapacityStalls) {
         for (const int index : {2, 4, 6, 0}) co_await target.enqueueItems(std::to_string(index), index, "even");
     };
     const auto producer = spawn(produce(sequencer), executor);
-    spawn(request(sequencer, trace, 0), executor);
+    spawn(request(sequencer, &trace, 0), executor);
     executor.runAll();
     EXPECT_EQ(trace, "");
-    spawn(request(sequencer, trace, 2), executor);
+    spawn(request(sequencer, &trace, 2), executor);
     executor.runAll();
     EXPECT_EQ(trace, "-2-0");
     EXPECT_TRUE(producer.isFinished());

@@ -26,13 +26,13 @@ struct SequencerRow {
 
 /// Awaits `addition()`, and traces "+item", or "!item" if it is refused.
 template <class Addition>
-Task<> traceAdding(std::string& trace, std::string item, Addition addition) {
+Task<> traceAdding(std::string* trace, std::string item, Addition addition) {
     try {
         co_await addition();
-        trace += "+" + item;
+        *trace += "+" + item;
     } catch (const DataCoordinationError& error) {
         EXPECT_EQ(error, DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError));
-        trace += "!" + item;
+        *trace += "!" + item;
     }
 }
 

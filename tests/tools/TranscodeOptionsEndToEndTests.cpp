@@ -167,19 +167,20 @@ TEST_F(TranscodeOptionsEndToEnd, picturesInFlightDoNotShowInTheResult) {
         Words words;
     };
     const Row rows[] = {
-        {"plain", {}},
-        {"change of rate", {"-vr", "29.97"}},
-        {"limit", {"-mf", "7"}},
-        {"several files", {"-in_1_0", clip("fields")}},
+        {"change of rate", {"-in", clip("plain"), "-vr", "29.97"}},
+        {"limit", {"-in", clip("plain"), "-mf", "7"}},
+        {"pictures of several sizes", {"-in_0_0", clip("plain"), "-in_0_1", clip("fields")}},
+        {"plain", {"-in", clip("plain")}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<std::string> results;
         for (const Words& limit : {Words{"-v_frame_cap", "1"}, Words{"-v_frame_cap", "9"}, Words{}}) {
-            Words words{"-vcodec", "prores422", "-clut", directory.path("look.cube")};
+            Words words{"transcode", "-out",  directory.path("look.mov"), "-overwrite", "-vcodec",
+                        "prores422", "-clut", directory.path("look.cube")};
             words.insert(words.end(), row.words.begin(), row.words.end());
             words.insert(words.end(), limit.begin(), limit.end());
-            const CommandResult result = transcode(clip("plain"), "look.mov", words);
+            const CommandResult result = corvex(words);
             ASSERT_EQ(result.exitStatus, 0) << result.error;
             results.push_back(readFile(directory.path("look.mov")));
         }

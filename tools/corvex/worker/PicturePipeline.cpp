@@ -12,6 +12,7 @@ namespace {
 template <class Work>
 std::vector<std::shared_ptr<const Work>> shared(std::vector<Work> works) {
     std::vector<std::shared_ptr<const Work>> result;
+    result.reserve(works.size());
     for (Work& work : works) result.push_back(std::make_shared<const Work>(std::move(work)));
     return result;
 }
