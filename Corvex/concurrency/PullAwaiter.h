@@ -6,7 +6,9 @@
 #include <Corvex/concurrency/DataCoordinationError.h>
 #include <Corvex/platform/Waiter.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+
+namespace detail {
 
 /// A consumer of a conduit whose `State::next(consumer)` says whether it has to wait. Else, or when it is posted, its
 /// payload is the item or, at the end, empty.
@@ -51,4 +53,6 @@ private:
     typename State::Consumed value_;
 };
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+
+}  // namespace corvex::inline v0

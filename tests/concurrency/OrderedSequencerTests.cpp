@@ -23,12 +23,12 @@ using Grouped = GroupedItemsSequencer<int, std::string>;
 using Indeterminate = IndeterminateItemSequencer<int, std::string>;
 
 template <class Sequencer>
-Task<> consume(Sequencer sequencer, std::string& trace) {
+Task<> consume(Sequencer sequencer, std::string* trace) {
     const auto result = co_await sequencer.next();
     if constexpr (requires { result->item; }) {
-        trace += "-" + (result ? result->item : ".");
+        *trace += "-" + (result ? result->item : ".");
     } else {
-        trace += "-" + result.value_or(".");
+        *trace += "-" + result.value_or(".");
     }
 }
 
@@ -51,10 +51,10 @@ std::string traceOf(const Sequencer& sequencer, const std::string& steps) {
         for (const char key : keysOf(step)) items.emplace(key - '0', itemOf(key, additions[key]));
         const std::string name = itemOf(step, additions[step]);
         for (const char key : keysOf(step)) ++additions[key];
-        return traceAdding(trace, name, [sequencer, items] { return addTo(sequencer, items); });
+        return traceAdding(&trace, name, [sequencer, items] { return addTo(sequencer, items); });
     };
     return play(
-        steps, sequencer, trace, "?", add, [&](char) { return consume(sequencer, trace); }, [](ManualExecutor&) {});
+        steps, sequencer, trace, "?", add, [&](char) { return consume(sequencer, &trace); }, [](ManualExecutor&) {});
 }
 
 std::optional<int> successor(const int& key) { return key + 1; }
@@ -89,15 +89,15 @@ TEST(GuidedItemSequencer, closingDuringAHandOutServesEarlierConsumersFirst) {
     sequencer.emplace(1, [&](const int& key) {
         if (key == 1) {
             sequencer->close();
-            spawn(consume(*sequencer, trace), other);
+            spawn(consume(*sequencer, &trace), other);
             other.runAll();
         }
         return successor(key);
     });
-    for (int i = 0; i < 3; ++i) spawn(consume(*sequencer, trace), executor);
+    for (int i = 0; i < 3; ++i) spawn(consume(*sequencer, &trace), executor);
     executor.runAll();
     for (const char key : {'0', '2', '4', '1'}) {
-        spawn(traceAdding(trace, std::string(1, key),
+        spawn(traceAdding(&trace, std::string(1, key),
                           [&, key] { return sequencer->add(std::string(1, key), key - '0'); }),
               executor);
     }

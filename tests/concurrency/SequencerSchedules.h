@@ -16,8 +16,8 @@
 namespace corvex {
 
 /// What one schedule does to a sequencer: "3" adds a further item of the key or index 3, "?" asks for one, "|" closes, " "
-/// lets everything run that is posted, "o" is a consumer that is destroyed while it waits, at the next " ". Other letters
-/// mean what the test says. `setting` is a capacity or window.
+/// lets everything run that is posted, "o" is a consumer and "x" a producer that is destroyed while it waits, at the next " ".
+/// Other letters mean what the test says. `setting` is a capacity or window.
 struct SequencerRow {
     const char* name;
     unsigned setting;
@@ -26,18 +26,18 @@ struct SequencerRow {
 
 /// Awaits `addition()`, and traces "+item", or "!item" if it is refused.
 template <class Addition>
-Task<> traceAdding(std::string& trace, std::string item, Addition addition) {
+Task<> traceAdding(std::string* trace, std::string item, Addition addition) {
     try {
         co_await addition();
-        trace += "+" + item;
+        *trace += "+" + item;
     } catch (const DataCoordinationError& error) {
         EXPECT_EQ(error, DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError));
-        trace += "!" + item;
+        *trace += "!" + item;
     }
 }
 
-/// Plays a schedule and gives its trace. `add(step)` and `ask(step)` give tasks; what `isAsking` says "no" to is added.
-/// At the end `finish()` lets those go that still wait.
+/// Plays a schedule and gives its trace. `add(step)` and `ask(step)` give tasks; the letters in `asking` ask. At the end
+/// `finish(executor)` lets those go that still wait.
 template <class Sequencer, class Add, class Ask, class Finish>
 std::string play(std::string_view steps, const Sequencer& sequencer, const std::string& trace, std::string_view asking,
                  Add&& add, Ask&& ask, Finish&& finish) {
@@ -50,6 +50,8 @@ std::string play(std::string_view steps, const Sequencer& sequencer, const std::
             sequencer.close();
         } else if (step == 'o') {
             abandoned.push_back(std::make_unique<Abandoned<void>>(ask(step)));
+        } else if (step == 'x') {
+            abandoned.push_back(std::make_unique<Abandoned<void>>(add(step)));
         } else if (step == ' ') {
             abandoned.clear();
             executor.runAll();

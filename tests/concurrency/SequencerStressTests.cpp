@@ -84,6 +84,7 @@ Keys sorted(const std::vector<Keys>& lists) {
 
 std::vector<Keys> results(std::vector<TaskHandle<Keys>>& handles) {
     std::vector<Keys> lists;
+    lists.reserve(handles.size());
     for (auto& handle : handles) lists.push_back(std::move(*std::move(handle).waitSync()).value());
     return lists;
 }
@@ -143,10 +144,10 @@ TEST(SequencerStress, indeterminate) {
 using MultiFeed = MultiFeedItemSequencer<int, int>;
 
 /// Asks for one index after the other, together with others, until there is nothing.
-Task<Keys> requestAll(MultiFeed sequencer, std::atomic<int>& nextIndex) {
+Task<Keys> requestAll(MultiFeed sequencer, std::atomic<int>* nextIndex) {
     Keys keys;
     for (;;) {
-        const int index = nextIndex.fetch_add(1);
+        const int index = nextIndex->fetch_add(1);
         if (index >= keyCount) co_return keys;
         const auto item = co_await sequencer.requestItemsAtIndex(index);
         if (!item && sequencer.isOpen()) ADD_FAILURE() << "nothing for " << index;
@@ -161,7 +162,7 @@ TEST(SequencerStress, multiFeed) {
         const MultiFeed sequencer(3);
         std::atomic<int> nextIndex{0};
         std::vector<TaskHandle<Keys>> producers, consumers;
-        for (int i = 0; i < 3; ++i) consumers.push_back(spawn(requestAll(sequencer, nextIndex), pool));
+        for (int i = 0; i < 3; ++i) consumers.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
         for (int feed = 0; feed < feeds; ++feed) {
             Keys keys;
             for (int key = feed; key < keyCount; key += feeds) keys.push_back(key);
@@ -177,7 +178,7 @@ TEST(SequencerStress, multiFeed) {
                 std::all_of(producers.begin(), producers.end(), [](const auto& handle) { return handle.isFinished(); });
             nextIndex = 0;
             std::vector<TaskHandle<Keys>> late;
-            late.push_back(spawn(requestAll(sequencer, nextIndex), pool));
+            late.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
             delivered.push_back(results(late).front());
         }
         EXPECT_EQ(sorted(delivered), sorted(results(producers))) << closingAfter;

@@ -91,6 +91,38 @@ TEST_F(TranscodeOptionsEndToEnd, eachOptionShowsInTheResult) {
     EXPECT_EQ(text(probe(directory.path("a.wav"))["format"]["tags"], "language"), "deu");
 }
 
+/// A table that exchanges nothing but bends the light; the pictures are worked on by one thread or by several.
+TEST_F(TranscodeOptionsEndToEnd, picturesInFlightDoNotShowInTheResult) {
+    writeFile(directory.path("look.cube"),
+              "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 0.8 0\n1 1 0\n0 0 0.7\n1 0 1\n0 1 1\n1 1 1\n");
+    struct Row {
+        const char* name;
+        Words words;
+    };
+    const Row rows[] = {
+        {"change of rate", {"-in", clip("plain"), "-vr", "29.97"}},
+        {"limit", {"-in", clip("plain"), "-mf", "7"}},
+        {"pictures of several sizes", {"-in_0_0", clip("plain"), "-in_0_1", clip("fields")}},
+        {"plain", {"-in", clip("plain")}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> results;
+        for (const Words& limit : {Words{"-v_frame_cap", "1"}, Words{"-v_frame_cap", "9"}, Words{}}) {
+            Words words{"transcode", "-out",  directory.path("look.mov"), "-overwrite", "-vcodec",
+                        "prores422", "-clut", directory.path("look.cube")};
+            words.insert(words.end(), row.words.begin(), row.words.end());
+            words.insert(words.end(), limit.begin(), limit.end());
+            const CommandResult result = corvex(words);
+            ASSERT_EQ(result.exitStatus, 0) << result.error;
+            results.push_back(readFile(directory.path("look.mov")));
+        }
+        EXPECT_TRUE(results[0] == results[1]);
+        EXPECT_TRUE(results[0] == results[2]);
+    }
+    EXPECT_LT(psnr(directory.path("look.mov"), clip("plain")), 30);
+}
+
 TEST_F(TranscodeOptionsEndToEnd, keyFramesComeAtTheDistanceAskedFor) {
     for (const char* codec : {"h264", "h265", "mp4"}) {
         ASSERT_EQ(transcode(clip("plain"), "keys.mov", std::string("-key_frames 10 -an -vcodec ") + codec).exitStatus,

@@ -51,8 +51,8 @@ int PictureWork::inputFormat(int format) {
 }
 
 PictureWork::PictureWork(const Settings& settings)
-    : toRgb_(settings.input, conversionText(settings.from, rgbTags(), workingFormat(settings))),
-      fromRgb_(workingInput(settings), conversionText(rgbTags(), settings.to, settings.outputFormat)),
+    : toRgb_(settings.input, conversionText(settings.from, rgbTags(), workingFormat(settings)), 1),
+      fromRgb_(workingInput(settings), conversionText(rgbTags(), settings.to, settings.outputFormat), 1),
       table_(settings.table) {}
 
 void PictureWork::apply(AVFrame& frame) {
