@@ -1,6 +1,5 @@
 // corvex analyze on generated media: what the results file says, and when there is none.
 
-#include <cmath>
 #include <algorithm>
 #include <cmath>
 #include <csignal>
