@@ -214,7 +214,7 @@ TEST_F(AnalysisEndToEnd, readyMadePicturesStandInWhereTheyAreAllowedAndFresh) {
     const Words asked{"-snapshotLocation", "0", "-maxImageWidth", "32"};
     const Words allowed{"-snapshotLocation", "0", "-maxImageWidth", "32", "-allowFinderImages"};
     setenv("XDG_CACHE_HOME", made_.path().c_str(), 1);
-    const auto makeThumbnail = [&](std::int64_t lateness) {
+    const auto makeThumbnail = [&](const std::string& path, std::int64_t lateness) {
         runOrFail(
             {"python3", "-c",
              "import hashlib, os, struct, sys, urllib.parse, zlib\n"
@@ -230,16 +230,24 @@ TEST_F(AnalysisEndToEnd, readyMadePicturesStandInWhereTheyAreAllowedAndFresh) {
              "os.makedirs(cache + '/thumbnails/normal', exist_ok=True)\n"
              "name = hashlib.md5(uri.encode()).hexdigest() + '.png'\n"
              "open(cache + '/thumbnails/normal/' + name, 'wb').write(png)",
-             made_.path(), sound, std::to_string(lateness)});
+             made_.path(), path, std::to_string(lateness)});
     };
-    makeThumbnail(1);
+    makeThumbnail(sound, 1);
     const auto refused = analyze({song, sound}, asked, 1);
     EXPECT_THAT(refused[0]["snapshots"][0].value("problem", ""), HasSubstr("holds no video"));
     EXPECT_FALSE(refused[0]["snapshots"][0].contains("file"));
     EXPECT_EQ(work_.entries(), Words{});
     const auto stale = analyze({sound}, allowed, 1);
     EXPECT_TRUE(stale[0]["snapshots"][0].contains("problem"));
-    makeThumbnail(0);
+    makeThumbnail(sound, 0);
+    const std::string raw = made_.path("raw.r3d");
+    writeFile(raw, "of a camera that is not known here");
+    makeThumbnail(raw, 0);
+    EXPECT_EQ(
+        analyze({raw}, {"-snapshotLocation", "0", "-maxImageWidth", "32", "-allowFinderImages", "-analysisId", "r"},
+                1)[0]["snapshots"][0]
+            .value("source", ""),
+        "desktop");
     const auto files = analyze({song, sound, clip("plain")}, allowed);
     unsetenv("XDG_CACHE_HOME");
     const char* const sources[] = {"embedded", "desktop", "frame"};
