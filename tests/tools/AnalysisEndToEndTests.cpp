@@ -1,5 +1,7 @@
 // corvex analyze on generated media: what the results file says, and when there is none.
 
+#include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -94,7 +96,7 @@ TEST_F(AnalysisEndToEnd, describesFilesInTheTermsOfTheVocabulary) {
     ASSERT_EQ(files.size(), std::size(rows));
     const auto expectText = [](const ProbeResult& object, const char* key, const char* expected) {
         EXPECT_EQ(object.contains(key), expected != nullptr) << key;
-        if (expected != nullptr) EXPECT_EQ(object.value(key, ""), expected);
+        EXPECT_EQ(object.value(key, ""), expected != nullptr ? expected : "");
     };
     for (std::size_t i = 0; i < files.size(); ++i) {
         SCOPED_TRACE(rows[i].path);
@@ -143,10 +145,12 @@ TEST_F(AnalysisEndToEnd, snapshotsAreTheFramesAtTheirPlaces) {
         for (std::size_t at = 0; at < 3; ++at) {
             SCOPED_TRACE(names[i] + " " + std::to_string(times[at]));
             const ProbeResult& snapshot = files[i]["snapshots"][at];
-            EXPECT_NEAR(snapshot.value("timeInSeconds", -1.0), times[at], 0.021);
+            // A transport stream says how long it is with its sound, which is a little longer.
+            const double time = snapshot.value("timeInSeconds", -1.0);
+            EXPECT_NEAR(time, times[at], names[i] == "ts" ? 0.07 : 0.001);
             EXPECT_EQ(snapshot["file"],
                       work_.path("a_b-" + std::to_string(i + 1) + "-" + std::to_string(at + 1) + ".jpg"));
-            const Picture made = still(snapshot), expected(clip("plain"), times[at]);
+            const Picture made = still(snapshot), expected(clip("plain"), std::floor(time * 25 + 0.01) / 25);
             EXPECT_EQ(made.width(), 160);
             EXPECT_EQ(made.height(), 90);
             // A line crosses the picture and moves; each column of the pattern has one colour but for it.
@@ -210,7 +214,7 @@ TEST_F(AnalysisEndToEnd, readyMadePicturesStandInWhereTheyAreAllowedAndFresh) {
     const Words asked{"-snapshotLocation", "0", "-maxImageWidth", "32"};
     const Words allowed{"-snapshotLocation", "0", "-maxImageWidth", "32", "-allowFinderImages"};
     setenv("XDG_CACHE_HOME", made_.path().c_str(), 1);
-    const auto makeThumbnail = [&](std::int64_t lateness) {
+    const auto makeThumbnail = [&](const std::string& path, std::int64_t lateness) {
         runOrFail(
             {"python3", "-c",
              "import hashlib, os, struct, sys, urllib.parse, zlib\n"
@@ -226,16 +230,24 @@ TEST_F(AnalysisEndToEnd, readyMadePicturesStandInWhereTheyAreAllowedAndFresh) {
              "os.makedirs(cache + '/thumbnails/normal', exist_ok=True)\n"
              "name = hashlib.md5(uri.encode()).hexdigest() + '.png'\n"
              "open(cache + '/thumbnails/normal/' + name, 'wb').write(png)",
-             made_.path(), sound, std::to_string(lateness)});
+             made_.path(), path, std::to_string(lateness)});
     };
-    makeThumbnail(1);
+    makeThumbnail(sound, 1);
     const auto refused = analyze({song, sound}, asked, 1);
     EXPECT_THAT(refused[0]["snapshots"][0].value("problem", ""), HasSubstr("holds no video"));
     EXPECT_FALSE(refused[0]["snapshots"][0].contains("file"));
     EXPECT_EQ(work_.entries(), Words{});
     const auto stale = analyze({sound}, allowed, 1);
     EXPECT_TRUE(stale[0]["snapshots"][0].contains("problem"));
-    makeThumbnail(0);
+    makeThumbnail(sound, 0);
+    const std::string raw = made_.path("raw.r3d");
+    writeFile(raw, "of a camera that is not known here");
+    makeThumbnail(raw, 0);
+    EXPECT_EQ(
+        analyze({raw}, {"-snapshotLocation", "0", "-maxImageWidth", "32", "-allowFinderImages", "-analysisId", "r"},
+                1)[0]["snapshots"][0]
+            .value("source", ""),
+        "desktop");
     const auto files = analyze({song, sound, clip("plain")}, allowed);
     unsetenv("XDG_CACHE_HOME");
     const char* const sources[] = {"embedded", "desktop", "frame"};

@@ -70,7 +70,8 @@ ExitStatus run(std::vector<std::string> words) {
     if (!words.empty() && words.front() == corvex::tool::runInAnalysisModeFlag) {
         return corvex::tool::runAnalysisWorker({words.begin() + 1, words.end()});
     }
-    if (!words.empty() && words.front() == "analyze" && !(words.size() == 2 && words[1] == "--help")) {
+    const bool asksForHelp = words.size() == 2 && (words[1] == "--help" || words[1] == "-h");
+    if (!words.empty() && words.front() == "analyze" && !asksForHelp) {
         return corvex::tool::runAnalysisHost({words.begin() + 1, words.end()});
     }
     return runSubcommand(std::move(words));

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <Corvex/cli/CliArgumentStore.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
 
@@ -25,7 +26,7 @@ public:
     explicit MediaAnalysisImageCLIOptions(ArgumentLookup lookup) : lookup_(std::move(lookup)) {}
     [[nodiscard]] const ArgumentLookup& argumentLookup() const noexcept { return lookup_; }
     /// Whether the pictures' height is limited, too, and not only their width.
-    [[nodiscard]] bool limitsHeight() const noexcept;
+    [[nodiscard]] CORVEX_EXPORT bool limitsHeight() const noexcept;
 
 private:
     ArgumentLookup lookup_;

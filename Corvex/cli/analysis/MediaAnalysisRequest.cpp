@@ -90,7 +90,7 @@ void appendPaths(std::string_view value, std::vector<std::string>& paths) {
     const BasicMediaAnalysisCLIOptions store({});
     const std::string_view prefix = store.listPrefix();
     const std::string_view separator = store.listValueSeparator();
-    if (!value.starts_with(prefix) || value.find(separator) == value.npos) {
+    if (!value.starts_with(prefix) || value.find(separator) == std::string_view::npos) {
         paths.emplace_back(value);
         return;
     }

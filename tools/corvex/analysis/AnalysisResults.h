@@ -147,7 +147,7 @@ struct DeepResult {
 
 struct FileResult {
     std::string path;
-    std::optional<std::string> problem;  ///< Why it is no readable media; nothing else is said then.
+    std::optional<std::string> problem;  ///< Why it is no readable media; nothing is said of what it holds then.
     std::optional<std::int64_t> sizeInBytes;
     std::optional<std::string> container;  ///< In the terms of the media constants.
     std::optional<std::string> format;     ///< In the media libraries' terms.

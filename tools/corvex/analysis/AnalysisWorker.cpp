@@ -57,18 +57,18 @@ public:
 private:
     FileResult fileResult(const std::string& path, std::size_t number) {
         std::unique_ptr<MediaInput> input;
+        FileResult file;
         try {
             input = std::make_unique<MediaInput>(path);
+            file = describeFile(*input);
         } catch (const JobError& error) {
             throwIfStopRequested();
-            FileResult file;
+            input.reset();
             file.path = path;
             file.problem = error.what();
-            return file;
         }
-        FileResult file = describeFile(*input);
-        if (snapshots_) file.snapshots = snapshots_->take(*input, number);
-        if (request_.deepAnalysis) file.deep = deepResult(*input);
+        if (snapshots_) file.snapshots = snapshots_->take(path, input.get(), number);
+        if (input && request_.deepAnalysis) file.deep = deepResult(*input);
         return file;
     }
 

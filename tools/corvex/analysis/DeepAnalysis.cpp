@@ -122,9 +122,8 @@ private:
     DecodedTrackResult result_;
 };
 
-/// The tracks that can be decoded, by stream; the others' numbers are told in the result's problem.
-std::map<int, TrackDecoder> decodersOf(const MediaInput& input, DeepResult& result) {
-    std::map<int, TrackDecoder> decoders;
+/// Of the tracks that can be decoded, by stream; of the others the result's problem tells.
+void addDecoders(const MediaInput& input, std::map<int, TrackDecoder>& decoders, DeepResult& result) {
     for (unsigned i = 0; i < input.context().nb_streams; ++i) {
         AVStream& stream = *input.context().streams[i];
         const AVMediaType type = stream.codecpar->codec_type;
@@ -137,19 +136,21 @@ std::map<int, TrackDecoder> decodersOf(const MediaInput& input, DeepResult& resu
         result.problem = "no decoder for track " + std::to_string(stream.index) + " (" +
                          avcodec_get_name(stream.codecpar->codec_id) + ") on this machine";
     }
-    return decoders;
 }
 
 }  // namespace
 
 DeepResult decodeFile(MediaInput& input, const DecodeProgress& progress) {
     DeepResult result;
-    auto decoders = decodersOf(input, result);
+    std::map<int, TrackDecoder> decoders;
+    const auto pictures = [&] {
+        const auto main = decoders.find(input.video() == nullptr ? -1 : input.video()->index);
+        return main == decoders.end() ? 0 : main->second.frames();
+    };
     const PacketPointer packet = makePacket();
-    const int mainTrack = input.video() == nullptr ? -1 : input.video()->index;
-    const auto main = decoders.find(mainTrack);
     double seconds = 0;
     try {
+        addDecoders(input, decoders, result);
         while (input.read(*packet)) {
             const AVStream& stream = *input.context().streams[packet->stream_index];
             if (packet->pts != AV_NOPTS_VALUE) {
@@ -159,14 +160,14 @@ DeepResult decodeFile(MediaInput& input, const DecodeProgress& progress) {
                 found->second.decode(packet.get());
             }
             av_packet_unref(packet.get());
-            progress(main == decoders.end() ? 0 : main->second.frames(), seconds);
+            progress(pictures(), seconds);
         }
     } catch (const JobError& error) {
         throwIfStopRequested();
         result.problem = error.what();
     }
     for (auto& [index, decoder] : decoders) result.tracks.push_back(decoder.finish());
-    progress(main == decoders.end() ? 0 : main->second.frames(), seconds);
+    progress(pictures(), seconds);
     return result;
 }
 

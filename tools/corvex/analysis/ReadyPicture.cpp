@@ -105,7 +105,7 @@ std::string fileUri(const std::filesystem::path& file) {
     std::string uri = "file://";
     for (const char character : path.native()) {
         const bool isPlain = (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-                             (character >= '0' && character <= '9') || kept.find(character) != kept.npos;
+                             (character >= '0' && character <= '9') || kept.find(character) != std::string_view::npos;
         if (isPlain) {
             uri += character;
         } else {

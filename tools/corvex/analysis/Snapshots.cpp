@@ -8,7 +8,6 @@
 
 #include <unistd.h>
 
-#include <tools/corvex/analysis/ReadyPicture.h>
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/OutputFile.h>
 #include <tools/corvex/worker/StopRequest.h>
@@ -32,8 +31,8 @@ std::int64_t timeAt(const MediaInput& input, double location) {
     double seconds = static_cast<double>(std::max<std::int64_t>(0, input.expectedFrames() - 1)) * frame;
     if (seconds == 0) seconds = std::max(0.0, input.duration() - frame);
     const std::int64_t start = stream.start_time == AV_NOPTS_VALUE ? input.startOf(stream) : stream.start_time;
-    // Half a frame less than nothing would find the frame before: time stamps are rounded.
-    return start + std::llround((seconds * location + frame / 2) / av_q2d(stream.time_base));
+    // In the middle of the frame, as time stamps are rounded.
+    return start + static_cast<std::int64_t>(std::floor((seconds * location + frame / 2) / av_q2d(stream.time_base)));
 }
 
 /// Reads on until the picture that is shown at `time` is known: the last one that does not start later, else the first.
@@ -87,6 +86,10 @@ PendingFiles::~PendingFiles() {
 }
 
 void PendingFiles::write(const std::filesystem::path& file, const std::vector<std::uint8_t>& bytes) {
+    std::error_code error;  // of what does not exist
+    if (std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
+        throw JobError("cannot write " + inQuotes(file.string()) + ": the file exists");
+    }
     OutputFile output(file, {}, false);
     std::ofstream stream(output.pathWhileWriting(), std::ios::binary);
     stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
@@ -106,17 +109,19 @@ Snapshots::Snapshots(const MediaAnalysisImageRequest& request, std::filesystem::
     if (!request_.lutFile.empty()) still_.table = LookUpTable::read(request_.lutFile);
 }
 
-std::vector<SnapshotResult> Snapshots::take(const MediaInput& input, std::size_t number) {
+std::vector<SnapshotResult> Snapshots::take(const std::string& path, const MediaInput* input, std::size_t number) {
     std::vector<SnapshotResult> results;
     for (std::size_t i = 0; i < request_.snapshotLocations.size(); ++i) {
         SnapshotResult& result = results.emplace_back();
         result.location = static_cast<double>(request_.snapshotLocations[i]);
         const std::filesystem::path file =
             folder_ / (stem_ + "-" + std::to_string(number) + "-" + std::to_string(i + 1) + ".jpg");
-        if (const auto still = stillAt(input.path(), result)) {
+        if (const auto still = stillAt(path, result)) {
             store(*still, result, file);
         } else if (request_.allowFinderImages) {
-            takeReadyPicture(input, result, file);
+            const auto ready = input != nullptr ? readyPicture(*input, request_.maxImageWidth)
+                                                : desktopThumbnail(path, request_.maxImageWidth);
+            if (ready) takeReadyPicture(*ready, result, file);
         }
     }
     return results;
@@ -136,13 +141,11 @@ std::optional<StillPicture> Snapshots::stillAt(const std::string& path, Snapshot
     }
 }
 
-void Snapshots::takeReadyPicture(const MediaInput& input, SnapshotResult& result, const std::filesystem::path& file) {
-    const auto ready = readyPicture(input, request_.maxImageWidth);
-    if (!ready) return;
+void Snapshots::takeReadyPicture(const ReadyPicture& ready, SnapshotResult& result, const std::filesystem::path& file) {
     StillRequest request = still_;
     request.table.reset();  // it was made to be looked at
-    store(makeStill(*ready->frame, ready->picture, request), result, file);
-    result.source = ready->source;
+    store(makeStill(*ready.frame, ready.picture, request), result, file);
+    result.source = ready.source;
     result.problem.reset();
 }
 

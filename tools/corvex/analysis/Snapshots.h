@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <tools/corvex/analysis/AnalysisResults.h>
+#include <tools/corvex/analysis/ReadyPicture.h>
 #include <tools/corvex/analysis/StillPicture.h>
 #include <tools/corvex/worker/MediaInput.h>
 
@@ -33,14 +34,16 @@ public:
     Snapshots(const MediaAnalysisImageRequest& request, std::filesystem::path folder, std::string stem,
               PendingFiles& files);
 
-    /// One result for each location; where there is no picture it says why. `number`: of the file, from 1.
+    /// One result for each location; where there is no picture it says why. `input`: the open file, or nullptr where it
+    /// cannot be opened. `number`: of the file, from 1.
     /// Throws JobError when a picture cannot be written, or when the worker is to stop.
-    [[nodiscard]] std::vector<SnapshotResult> take(const MediaInput& input, std::size_t number);
+    [[nodiscard]] std::vector<SnapshotResult> take(const std::string& path, const MediaInput* input,
+                                                   std::size_t number);
 
 private:
     /// None where there is no picture; the result says why.
     [[nodiscard]] std::optional<StillPicture> stillAt(const std::string& path, SnapshotResult& result) const;
-    void takeReadyPicture(const MediaInput& input, SnapshotResult& result, const std::filesystem::path& file);
+    void takeReadyPicture(const ReadyPicture& ready, SnapshotResult& result, const std::filesystem::path& file);
     void store(const StillPicture& still, SnapshotResult& result, const std::filesystem::path& file);
 
     MediaAnalysisImageRequest request_;
