@@ -4,13 +4,12 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 kind=$1
+cd "$root"
 case $kind in
-    shared) preset=release ;;
-    static) preset=static ;;
+    shared) preset=release; ./scripts/build.sh release ;;
+    static) preset=static; ./scripts/build.sh static -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_FLAGS_RELEASE=-O0 ;;  # to link
     *) echo "usage: $0 shared|static" >&2; exit 2 ;;
 esac
-cd "$root"
-./scripts/build.sh "$preset"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "build/$preset" --prefix "$work/first" >"$work/install.log" || { cat "$work/install.log" >&2; exit 1; }

@@ -28,6 +28,10 @@ NOT_IN_LIBRARY = re.compile(r"(fmt/|CLI/|CLI\.hpp|libav|libsw|google/)")
 # What a header of the library must not pull into its users' code.
 NOT_IN_HEADERS = re.compile(r"(nlohmann/(?!json_fwd\.hpp)|utf8proc|hwy/|sqlite3|systemd/|libintl)")
 
+# What hosts bring along: only the adapters to them include these, and nothing in the library includes an adapter.
+ADAPTERS = "Corvex/platform/adapters/"
+HOSTS_OWN = re.compile(r"(asio(/|\.hpp)|tbb/|oneapi/)")
+
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 CONDITIONAL = re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif|elifdef|elifndef)\b")
 
@@ -64,6 +68,9 @@ def violations(path, text):
             yield number, f"<{header}>: the library does not use this dependency, the tool does"
         if top == "Corvex" and path.endswith(".h") and NOT_IN_HEADERS.match(header):
             yield number, f"<{header}>: too heavy for a public header; include it in the .cpp"
+        if top in ("Corvex", "tools") and not path.startswith(ADAPTERS):
+            if HOSTS_OWN.match(header) or header.startswith(ADAPTERS):
+                yield number, f"<{header}>: only {ADAPTERS} includes what a host brings along; only hosts include that"
         target = room_of(header)
         if room is None or target is None or target == room:
             if room is not None and header.startswith("Corvex/") and target is None:

@@ -1,6 +1,6 @@
 #!/bin/sh
-# demo-run.sh [DIRECTORY]: transcodes a made-up clip with two presets and prints what came out of it.
-# Leaves the clip and the results in DIRECTORY (default build/demo).
+# demo-run.sh [DIRECTORY]: transcodes a made-up clip with two presets, and once more through a made-up look-up table, and
+# prints what came out of it. Leaves the clip, the table and the results in DIRECTORY (default build/demo).
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 tool=$root/build/release/bin/corvex
@@ -19,6 +19,19 @@ if [ ! -s "$clip" ]; then
         -c:a pcm_s16le -ac 2 "$clip.part.mov"
     mv "$clip.part.mov" "$clip"
 fi
+
+# A look of 17 points on each axis: cooler shadows, warmer lights, a little less colour.
+look=$out/look.cube
+awk 'function mix(value, grey, lift) { value = 0.85 * value + 0.15 * grey + lift; return value < 0 ? 0 : value > 1 ? 1 : value }
+    BEGIN {
+        print "TITLE \"Demo\"\nLUT_3D_SIZE 17"
+        for (b = 0; b < 17; b++) for (g = 0; g < 17; g++) for (r = 0; r < 17; r++) {
+            grey = (0.2126 * r + 0.7152 * g + 0.0722 * b) / 16
+            warmth = 0.08 * (grey - 0.5)
+            printf "%.6f %.6f %.6f\n", mix(r / 16, grey, warmth), mix(g / 16, grey, 0), mix(b / 16, grey, -warmth)
+        }
+    }' >"$look"
+"$tool" lut check "$look" --plot "$out/look.png" --overwrite
 
 # probe STREAM ENTRY FILE: one value of the stream or, for STREAM "format", of the file.
 probe() {
@@ -49,13 +62,19 @@ table=$out/summary.txt
     row what video audio raster frames duration bytes "wall time" speed
     describe clip "$clip" 0
 } >"$table"
-for preset in orvane_cloud orvane_4444xq; do
-    target=$out/$preset.mov
-    echo "corvex transcode -in $clip -out $target -preset $preset -overwrite"
+# transcode LABEL WORD...: one row of the summary.
+transcode() {
+    label=$1
+    shift
+    target=$out/$label.mov
+    echo "corvex transcode -in $clip -out $target $* -overwrite"
     began=$(date +%s%N)
-    "$tool" transcode -in "$clip" -out "$target" -preset "$preset" -overwrite
+    "$tool" transcode -in "$clip" -out "$target" "$@" -overwrite
     ended=$(date +%s%N)
-    describe "$preset" "$target" $(((ended - began) / 1000000)) >>"$table"
-done
+    describe "$label" "$target" $(((ended - began) / 1000000)) >>"$table"
+}
+transcode orvane_cloud -preset orvane_cloud
+transcode orvane_4444xq -preset orvane_4444xq
+transcode look -preset orvane_cloud -clut "$look"
 echo
 cat "$table"

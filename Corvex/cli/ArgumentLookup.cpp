@@ -16,8 +16,8 @@ namespace {
 
 using Entry = ArgumentLookup::Entry;
 
-/// From so many entries on a table is worth its memory; below, a binary search is as fast.
-constexpr std::size_t fewestToIndex = 48;
+/// From so many entries on a table is worth its memory; fewer are compared one by one, most by their lengths alone.
+constexpr std::size_t fewestToIndex = 16;
 
 bool isBelow(const Entry& a, const Entry& b) noexcept { return a.first < b.first; }
 
@@ -77,10 +77,7 @@ void ArgumentLookup::indexEntries() {
 }
 
 ArgumentLookup::const_iterator ArgumentLookup::find(std::string_view flag) const noexcept {
-    if (slots_.empty()) {
-        const auto place = lower_bound(flag);
-        return place != end() && place->first == flag ? place : end();
-    }
+    if (slots_.empty()) return std::find_if(begin(), end(), [&](const Entry& entry) { return entry.first == flag; });
     const std::size_t mask = slots_.size() - 1;
     const std::size_t hash = hashOf(flag);
     for (std::size_t slot = hash & mask; slots_[slot].place != 0; slot = (slot + 1) & mask) {

@@ -74,12 +74,10 @@ public:
         }
     }
 
-    /// Deletes the entry with the smallest key and hands it out; nothing when the tree is empty.
-    [[nodiscard]] std::optional<Entry> takeMinimum() {
-        if (!root_) return std::nullopt;
-        std::optional<Entry> entry(Entry{std::move(first_->key_), std::move(first_->payload_)});
-        remove(first_);
-        return entry;
+    /// Deletes the entry with the smallest key, or with that key, and hands it out; nothing when there is none.
+    [[nodiscard]] std::optional<Entry> takeMinimum() { return takeOut(first_); }
+    [[nodiscard]] std::optional<Entry> take(const Key& key) {
+        return takeOut(first_ && first_->key_ == key ? first_ : find(root_, key));
     }
 
     /// The payload under the key; null when the key is absent or has no payload.
@@ -232,7 +230,14 @@ private:
         place.parent->children_[place.side] = node;
         if (place.side == left && place.parent == first_) first_ = node;
         if (place.side == right && place.parent == last_) last_ = node;
-        rebalance(place.parent);
+        rebalanceAboveGrown(node);
+    }
+
+    std::optional<Entry> takeOut(Node* node) {
+        if (!node) return std::nullopt;
+        std::optional<Entry> entry(std::in_place, std::move(node->key_), std::move(node->payload_));
+        remove(node);
+        return entry;
     }
 
     /// Only leaves are unlinked: an inner node takes over its neighbour's entry, and so on down to a leaf.
@@ -263,12 +268,26 @@ private:
         if (leaf == first_) first_ = parent;  // a leaf at an end has its neighbour above it
         if (leaf == last_) last_ = parent;
         pool_.destroy(leaf);
-        rebalance(parent);
+        rebalanceShrunk(parent);
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards. Ends where a subtree is as high as before: nothing
-    /// above it changes.
-    void rebalance(Node* node) noexcept {
+    /// Refreshes heights and restores the balance above a subtree that has grown by one. One restructuring is always
+    /// enough, and only a node that was as high as the subtree has become needs a look at its other child.
+    void rebalanceAboveGrown(Node* node) noexcept {
+        for (Node* parent = node->parent_; parent && parent->height_ == node->height_; parent = node->parent_) {
+            const unsigned side = parent->children_[right] == node;
+            if (heightOf(parent->children_[!side]) + 2 == node->height_) {
+                restructure(parent, side);
+                return;
+            }
+            ++parent->height_;
+            node = parent;
+        }
+    }
+
+    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree
+    /// is as high as before: nothing above it changes.
+    void rebalanceShrunk(Node* node) noexcept {
         while (node) {
             const std::int64_t leftHeight = heightOf(node->children_[left]);
             const std::int64_t rightHeight = heightOf(node->children_[right]);

@@ -26,6 +26,8 @@ private:
 
 class GroupWaiter final : public Waiter<GroupState> {
 public:
+    static constexpr const char* operation = "wait()";
+
     explicit GroupWaiter(GroupState& group) noexcept : group_(group) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>

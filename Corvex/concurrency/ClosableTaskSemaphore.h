@@ -29,6 +29,8 @@ private:
 
 class ClosableSemaphoreWaiter final : public Waiter<ClosableSemaphoreState, bool> {
 public:
+    static constexpr const char* operation = "wait()";
+
     explicit ClosableSemaphoreWaiter(ClosableSemaphoreState& semaphore) noexcept
         : Waiter(false), semaphore_(semaphore) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }

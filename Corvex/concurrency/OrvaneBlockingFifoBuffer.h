@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <utility>
 
 #include <Corvex/concurrency/DataCoordinationError.h>
 #include <Corvex/concurrency/ItemRing.h>
 #include <Corvex/concurrency/PipelineProtocols.h>
-#include <Corvex/platform/Waiter.h>
+#include <Corvex/concurrency/PullAwaiter.h>
 
 namespace corvex::inline v0 {
 
@@ -18,8 +17,9 @@ namespace detail {
 template <class Item>
 class FifoState final : public SharedState {
 public:
+    using Supplied = Item;
+    using Consumer = PullAwaiter<FifoState>;
     class Producer;
-    class Consumer;
 
     explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
 
@@ -86,6 +86,8 @@ private:
 template <class Item>
 class FifoState<Item>::Producer final : public Waiter<FifoState, Item> {
 public:
+    static constexpr const char* operation = "add(_:)";
+
     Producer(FifoState& buffer, Item item) noexcept : Waiter<FifoState, Item>(std::move(item)), buffer_(buffer) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>
@@ -102,26 +104,6 @@ private:
     friend FifoState;
     FifoState& buffer_;
     bool isRefused_ = false;
-};
-
-template <class Item>
-class FifoState<Item>::Consumer final : public Waiter<FifoState, std::optional<Item>> {
-public:
-    explicit Consumer(FifoState& buffer) noexcept : buffer_(buffer) {}
-    [[nodiscard]] bool await_ready() const noexcept { return false; }
-    template <class Promise>
-    bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
-        this->capture(coroutine);
-        return buffer_.next(*this);
-    }
-    std::optional<Item> await_resume() noexcept {
-        this->leave();
-        return std::move(this->payload);
-    }
-
-private:
-    friend FifoState;
-    FifoState& buffer_;
 };
 
 }  // namespace detail

@@ -70,6 +70,8 @@ public:
 template <class Item>
 class PoolState<Item>::Borrower final : public Waiter<PoolState, std::optional<Item>> {
 public:
+    static constexpr const char* operation = "checkOut()";
+
     explicit Borrower(PoolState& pool) noexcept : pool_(pool) {}
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>

@@ -50,6 +50,8 @@ private:
 
 class SemaphoreWaiter final : public Waiter<SemaphoreState> {
 public:
+    static constexpr const char* operation = "wait()";
+
     explicit SemaphoreWaiter(SemaphoreState& semaphore) noexcept : semaphore_(semaphore) {}
     [[nodiscard]] bool await_ready() const noexcept { return semaphore_.tryTake(); }
     template <class Promise>

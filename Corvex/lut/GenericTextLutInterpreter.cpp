@@ -151,6 +151,13 @@ std::size_t GenericTextLutInterpreter::interpretPlainEntries(std::string_view te
         if (*at != '\n' && *at != '\r') break;
         lineStart = at + 1;
         ++report_.lineCount;
+        // Few entries move the bounds; the others need nothing but a place.
+        const bool isWithinBounds = triplet.smallest() >= minimum_ && triplet.largest() <= maximum_;
+        if (isWithinBounds && triplets_.size() < triplets_.capacity() && triplets_.size() < maximumEntryCount) {
+            triplets_.push_back(triplet);
+            ++report_.dataLineCount;
+            continue;
+        }
         const auto piece = [](const char* from, const char* to) {
             return std::string_view(from, static_cast<std::size_t>(to - from));
         };

@@ -188,6 +188,8 @@ void Planner::planCodes() {
 void Planner::planFast() {
     LutPlan& plan = *plan_;
     constexpr double largestNumber = 1e30;
+    constexpr std::size_t largestWhole = std::size_t{1} << 24U;  // up to which all whole numbers are exact
+    if (plan.lattice.size() > largestWhole * LutPlan::entryWidth) return;
     const double units = plan.inputFactor / plan.inputDivisor;
     LutPlan::Single single;
     for (std::size_t channel = 0; channel < 3; ++channel) {
@@ -199,12 +201,12 @@ void Planner::planFast() {
         single.scale[channel] = static_cast<float>(scale);
         single.scaleTail[channel] = static_cast<float>(scale - static_cast<double>(single.scale[channel]));
     }
-    // Blending keeps what is between the entries between them: codes and their rounding can be made of them beforehand.
+    // Blending keeps what is between the entries between them, so codes can be made of them beforehand.
     single.lattice.reserve(plan.lattice.size());
     for (const double value : plan.lattice) {
-        const double number = value * plan.outputFactor + plan.outputBias;
+        const double number = value * plan.outputFactor;
         if (std::abs(number) > largestNumber) return;
-        single.needsLimits = single.needsLimits || number < 0 || number >= plan.outputLimit + 1;
+        single.needsLimits = single.needsLimits || number < 0 || number > plan.outputLimit;
         single.lattice.push_back(static_cast<float>(number));
     }
     single.outputLimit = static_cast<float>(plan.outputLimit);

@@ -55,7 +55,7 @@ struct LutPlan {
 
     /// Single precision; empty where the exact arithmetic is at work. A position is number * (scale + scaleTail).
     struct Single {
-        std::vector<float> lattice;  ///< For codes: multiplied, and with the bias.
+        std::vector<float> lattice;  ///< For codes: multiplied.
         std::array<float, 3> high{}, scale{}, scaleTail{};
         float outputLimit = 0;
         bool needsLimits = false;  ///< Some entry does not fit the destination.

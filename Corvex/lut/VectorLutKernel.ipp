@@ -268,47 +268,50 @@ HWY_ATTR inline void lookUpBlock(const LutPlan& plan, const ConstPixelBuffer& so
 
 // Fast: single precision.
 
-/// One channel's axis, in vectors.
+/// One channel's axis, in vectors; the stride counts entries.
 struct FastAxis {
-    FloatVector high, scale, scaleTail;
-    IntVector stride;
+    FloatVector high, scale, scaleTail, stride;
 };
 
 HWY_INLINE FastAxis fastAxisOf(const LutPlan& plan, std::size_t channel) {
     const Floats d;
     return {hn::Set(d, plan.single.high[channel]), hn::Set(d, plan.single.scale[channel]),
-            hn::Set(d, plan.single.scaleTail[channel]),
-            hn::Set(Ints(), static_cast<std::int32_t>(plan.strides[channel] * LutPlan::entryWidth))};
+            hn::Set(d, plan.single.scaleTail[channel]), hn::Set(d, static_cast<float>(plan.strides[channel]))};
 }
 
-/// The offset of the lower point; `fraction` gets the rest. The position is rounded, which near a whole number may be
-/// across it; the fraction is not, thanks to the fused operations.
-HWY_INLINE IntVector locateFast(FloatVector number, const FastAxis& axis, IntVector cell, FloatVector& fraction) {
+/// The lower point; `fraction` gets the rest. The position is rounded, which near a whole number may be across it; the
+/// fraction is not, thanks to the fused operations.
+template <class Sample>
+HWY_INLINE FloatVector locateFast(FloatVector number, const FastAxis& axis, FloatVector cell, FloatVector& fraction) {
     const Floats d;
-    number = hn::IfThenElseZero(hn::Gt(number, hn::Zero(d)), hn::Min(number, axis.high));  // NaN too
-    IntVector lower = hn::Min(hn::ConvertTo(Ints(), hn::Mul(number, axis.scale)), cell);
-    fraction = hn::MulAdd(number, axis.scaleTail, hn::MulSub(number, axis.scale, hn::ConvertTo(d, lower)));
-    const auto isBelow = hn::Lt(fraction, hn::Zero(d));
-    lower = hn::Add(lower, hn::BitCast(Ints(), hn::VecFromMask(d, isBelow)));  // a true mask is -1
-    fraction = hn::Add(fraction, hn::IfThenElseZero(isBelow, hn::Set(d, 1.0F)));
-    return hn::Mul(lower, axis.stride);
+    FloatVector limited = hn::Min(number, axis.high);
+    if constexpr (std::is_same_v<Sample, float>) {
+        limited = hn::IfThenElseZero(hn::Gt(number, hn::Zero(d)), limited);  // NaN too
+    }
+    const FloatVector lower = hn::Min(hn::Floor(hn::Mul(limited, axis.scale)), cell);
+    fraction = hn::MulAdd(limited, axis.scaleTail, hn::MulSub(limited, axis.scale, lower));
+    const FloatVector across = hn::IfThenElseZero(hn::Lt(fraction, hn::Zero(d)), hn::Set(d, 1.0F));
+    fraction = hn::Add(fraction, across);
+    return hn::Sub(lower, across);
 }
 
 template <class Sample>
 HWY_INLINE void locateBlock(const LutPlan& plan, const Samples<Sample>& samples, std::size_t count,
                             Cells<float>& cells) {
+    using Plain = std::remove_const_t<Sample>;
     const Floats d;
     const FastAxis red = fastAxisOf(plan, 0), green = fastAxisOf(plan, 1), blue = fastAxisOf(plan, 2);
-    const IntVector cell = hn::Set(Ints(), static_cast<std::int32_t>(plan.pointCount - 2));
+    const FloatVector cell = hn::Set(d, static_cast<float>(plan.pointCount - 2));
     float* const redFractions = cells.fractions[plan.weighedAxes[0]];
     float* const greenFractions = cells.fractions[plan.weighedAxes[1]];
     float* const blueFractions = cells.fractions[plan.weighedAxes[2]];
     const auto locate = [&](std::size_t first, const Colors& pixels) HWY_ATTR {
         FloatVector redFraction, greenFraction, blueFraction;
-        const IntVector offset = hn::Add(
-            hn::Add(locateFast(pixels.r, red, cell, redFraction), locateFast(pixels.g, green, cell, greenFraction)),
-            locateFast(pixels.b, blue, cell, blueFraction));
-        hn::Store(offset, Ints(), cells.offsets + first);
+        // Numbers of entries are exact: a lattice has no more of them than single precision has whole numbers (2^24).
+        FloatVector entry = hn::Mul(locateFast<Plain>(pixels.r, red, cell, redFraction), red.stride);
+        entry = hn::MulAdd(locateFast<Plain>(pixels.g, green, cell, greenFraction), green.stride, entry);
+        entry = hn::MulAdd(locateFast<Plain>(pixels.b, blue, cell, blueFraction), blue.stride, entry);
+        hn::Store(hn::ShiftLeft<2>(hn::ConvertTo(Ints(), entry)), Ints(), cells.offsets + first);
         hn::Store(redFraction, d, redFractions + first);
         hn::Store(greenFraction, d, greenFractions + first);
         hn::Store(blueFraction, d, blueFractions + first);
@@ -320,30 +323,50 @@ HWY_INLINE FloatVector blendFast(FloatVector a, FloatVector b, FloatVector fract
     return hn::MulAdd(fraction, hn::Sub(b, a), a);
 }
 
-/// Blends the pixels of a block and hands each colour, four floats, to `put(pixel, colour)`.
+/// A pixel's cell blended along the slow and the middle axis: the colours at both of its points on the fast axis.
+HWY_INLINE FloatVector blendToFastAxis(const float* lattice, std::size_t slow, std::size_t middle,
+                                       const Cells<float>& cells, std::size_t i) {
+    const Floats d;
+    // A vector holds an entry and its neighbour on the fast axis.
+    const float* const at = lattice + cells.offsets[i];
+    const auto slowFraction = hn::Set(d, cells.fractions[LutPlan::slow][i]);
+    const auto near = blendFast(hn::LoadU(d, at), hn::LoadU(d, at + slow), slowFraction);
+    const auto far = blendFast(hn::LoadU(d, at + middle), hn::LoadU(d, at + slow + middle), slowFraction);
+    return blendFast(near, far, hn::Set(d, cells.fractions[LutPlan::middle][i]));
+}
+
+/// Blends the pixels of a block and hands their colours, four floats each, to `put(pixel, colours)` in pairs; behind an odd
+/// last one stands a colour that means nothing.
 template <class Put>
 HWY_INLINE void blendTrilinear(const LutPlan& plan, const Cells<float>& cells, std::size_t count, const Put& put) {
     const Floats d;
     const hn::Half<Floats> half;
     const std::size_t middle = plan.pointCount * LutPlan::entryWidth, slow = middle * plan.pointCount;
     const float* const lattice = plan.single.lattice.data();
-    for (std::size_t i = 0; i < count; ++i) {
-        // A vector holds an entry and its neighbour on the fast axis.
-        const float* const at = lattice + cells.offsets[i];
-        const auto slowFraction = hn::Set(d, cells.fractions[LutPlan::slow][i]);
-        const auto near = blendFast(hn::LoadU(d, at), hn::LoadU(d, at + slow), slowFraction);
-        const auto far = blendFast(hn::LoadU(d, at + middle), hn::LoadU(d, at + slow + middle), slowFraction);
-        const auto both = blendFast(near, far, hn::Set(d, cells.fractions[LutPlan::middle][i]));
-        const auto lower = hn::LowerHalf(half, both), upper = hn::UpperHalf(half, both);
-        put(i, hn::MulAdd(hn::Set(half, cells.fractions[LutPlan::fast][i]), hn::Sub(upper, lower), lower));
+    const float* const fastFractions = cells.fractions[LutPlan::fast];
+    for (std::size_t i = 0; i < count; i += 2) {
+        const auto one = blendToFastAxis(lattice, slow, middle, cells, i);
+        const auto other = blendToFastAxis(lattice, slow, middle, cells, i + 1);
+        const auto fraction = hn::Combine(d, hn::Set(half, fastFractions[i + 1]), hn::Set(half, fastFractions[i]));
+        put(i, blendFast(hn::ConcatLowerLower(d, other, one), hn::ConcatUpperUpper(d, other, one), fraction));
     }
+}
+
+/// A pixel's four corners, weighed.
+HWY_INLINE hn::Vec<hn::Half<Floats>> blendCorners(const float* lattice, std::size_t opposite, const Cells<float>& cells,
+                                                  const TetrahedralCells<float>& tetrahedra, std::size_t i) {
+    const hn::Half<Floats> d;
+    const float* const at = lattice + cells.offsets[i];
+    auto color = hn::Mul(hn::Set(d, tetrahedra.weights[0][i]), hn::LoadU(d, at));
+    color = hn::MulAdd(hn::Set(d, tetrahedra.weights[1][i]), hn::LoadU(d, lattice + tetrahedra.offsets[1][i]), color);
+    color = hn::MulAdd(hn::Set(d, tetrahedra.weights[2][i]), hn::LoadU(d, lattice + tetrahedra.offsets[2][i]), color);
+    return hn::MulAdd(hn::Set(d, tetrahedra.weights[3][i]), hn::LoadU(d, at + opposite), color);
 }
 
 template <class Put>
 HWY_INLINE void blendTetrahedral(const LutPlan& plan, const Cells<float>& cells, std::size_t count, const Put& put) {
     const Floats d;
     const Ints di;
-    const hn::Half<Floats> half;
     TetrahedralCells<float> tetrahedra;
     for (std::size_t i = 0; i < count; i += groupSize) {
         const auto shape = tetrahedronOf(d, hn::Load(d, cells.fractions[LutPlan::slow] + i),
@@ -358,13 +381,9 @@ HWY_INLINE void blendTetrahedral(const LutPlan& plan, const Cells<float>& cells,
     }
     const float* const lattice = plan.single.lattice.data();
     const std::size_t n = plan.pointCount, opposite = (n * n + n + 1) * LutPlan::entryWidth;
-    for (std::size_t i = 0; i < count; ++i) {
-        const float* const at = lattice + cells.offsets[i];
-        const auto weight = [&](std::size_t corner) HWY_ATTR { return hn::Set(half, tetrahedra.weights[corner][i]); };
-        auto color = hn::Mul(weight(0), hn::LoadU(half, at));
-        color = hn::MulAdd(weight(1), hn::LoadU(half, lattice + tetrahedra.offsets[1][i]), color);
-        color = hn::MulAdd(weight(2), hn::LoadU(half, lattice + tetrahedra.offsets[2][i]), color);
-        put(i, hn::MulAdd(weight(3), hn::LoadU(half, at + opposite), color));
+    for (std::size_t i = 0; i < count; i += 2) {
+        put(i, hn::Combine(d, blendCorners(lattice, opposite, cells, tetrahedra, i + 1),
+                           blendCorners(lattice, opposite, cells, tetrahedra, i)));
     }
 }
 
@@ -377,42 +396,87 @@ HWY_INLINE void blendBlock(const LutPlan& plan, const Cells<float>& cells, std::
     }
 }
 
-/// Colours as samples of a destination.
+/// How colours become samples of a destination.
+struct Limits {
+    explicit Limits(const LutPlan& plan) : outputLimit(plan.single.outputLimit), areNeeded(plan.single.needsLimits) {}
+    float outputLimit;
+    bool areNeeded;
+};
+
 template <class Narrow, class V>
-HWY_INLINE hn::Vec<Narrow> toSamples(const LutPlan& plan, V colors) {
+HWY_INLINE hn::Vec<Narrow> toSamples(const Limits& limits, V colors) {
     if constexpr (std::is_same_v<hn::TFromD<Narrow>, float>) {
         return colors;
     } else {
         const hn::Rebind<float, Narrow> d;
-        if (plan.single.needsLimits) {
-            colors = hn::Min(hn::Max(colors, hn::Zero(d)), hn::Set(d, plan.single.outputLimit));
-        }
-        return hn::DemoteTo(Narrow(), hn::ConvertTo(hn::RebindToSigned<decltype(d)>(), colors));
+        const hn::RebindToSigned<decltype(d)> di;
+        if (limits.areNeeded) colors = hn::Min(hn::Max(colors, hn::Zero(d)), hn::Set(d, limits.outputLimit));
+        // Numbers at 2^23 have no fraction left, and what is below it stands in their low bits.
+        const auto whole = hn::BitCast(di, hn::Add(colors, hn::Set(d, 8388608.0F)));
+        return hn::DemoteTo(Narrow(), hn::And(whole, hn::Set(di, 0xFFFF)));
     }
 }
 
-/// Interleaved samples go where they belong as they are made.
+/// Writes pixels with alpha, which is taken from `alphaFrom`. A functor, because lambdas are not always inlined.
 template <class Sample>
-HWY_INLINE void blendInterleaved(const LutPlan& plan, const Cells<float>& cells, const Samples<Sample>& to,
-                                 const Sample* alphaFrom, std::size_t count) {
-    using Pixel = hn::Rebind<Sample, hn::Half<Floats>>;
-    const Pixel d;
-    Sample* const first = to.channels[0];
-    if (to.stride == 4) {
-        const auto isColor = hn::FirstN(d, 3);
-        blendBlock(plan, cells, count, [&](std::size_t pixel, hn::Vec<hn::Half<Floats>> color) HWY_ATTR {
-            const auto alpha = hn::LoadU(d, alphaFrom + pixel * 4);
-            hn::StoreU(hn::IfThenElse(isColor, toSamples<Pixel>(plan, color), alpha), d, first + pixel * 4);
-        });
-        return;
+struct PutWithAlpha {
+    using Pair = hn::Rebind<Sample, Floats>;
+    Limits limits;
+    Sample* first;
+    const Sample* alphaFrom;
+    std::size_t count;
+
+    HWY_INLINE void operator()(std::size_t i, FloatVector colors) const {
+        const Pair d;
+        const hn::Half<Pair> half;
+        const hn::RebindToUnsigned<Pair> bits;
+        const auto fourth = hn::Eq(hn::And(hn::Iota(bits, 0), hn::Set(bits, 3)), hn::Set(bits, 3));
+        const auto isAlpha = hn::BitCast(d, hn::VecFromMask(bits, fourth));
+        const auto samples = toSamples<Pair>(limits, colors);
+        if (i + 1 < count) {
+            hn::StoreU(hn::IfVecThenElse(isAlpha, hn::LoadU(d, alphaFrom + i * 4), samples), d, first + i * 4);
+        } else {
+            const auto alpha = hn::LoadU(half, alphaFrom + i * 4);
+            const auto pixel = hn::IfVecThenElse(hn::LowerHalf(half, isAlpha), alpha, hn::LowerHalf(half, samples));
+            hn::StoreU(pixel, half, first + i * 4);
+        }
     }
-    // Each colour is written with a fourth sample, which the next one overwrites; the last one takes a detour.
-    alignas(16) Sample last[LutPlan::entryWidth];
-    blendBlock(plan, cells, count, [&](std::size_t pixel, hn::Vec<hn::Half<Floats>> color) HWY_ATTR {
-        hn::StoreU(toSamples<Pixel>(plan, color), d, pixel + 1 < count ? first + pixel * 3 : last);
-    });
-    std::memcpy(first + (count - 1) * 3, last, 3 * sizeof(Sample));
-}
+};
+
+/// Writes pixels without alpha. Each colour is written with a fourth sample, which the next one overwrites; the last ones
+/// take a detour.
+template <class Sample>
+struct PutInterleaved {
+    using Pair = hn::Rebind<Sample, Floats>;
+    Limits limits;
+    Sample* first;
+    std::size_t count;
+
+    HWY_INLINE void operator()(std::size_t i, FloatVector colors) const {
+        const Pair d;
+        const hn::Half<Pair> half;
+        const auto samples = toSamples<Pair>(limits, colors);
+        Sample* const at = first + i * 3;
+        if (i + 2 < count) {
+            hn::StoreU(hn::LowerHalf(half, samples), half, at);
+            hn::StoreU(hn::UpperHalf(half, samples), half, at + 3);
+        } else {
+            alignas(32) Sample last[groupSize];
+            hn::Store(samples, d, last);
+            std::memcpy(at, last, 3 * sizeof(Sample));
+            if (i + 1 < count) std::memcpy(at + 3, last + LutPlan::entryWidth, 3 * sizeof(Sample));
+        }
+    }
+};
+
+/// Keeps the colours as they are.
+struct PutColors {
+    float* first;
+
+    HWY_INLINE void operator()(std::size_t i, FloatVector colors) const {
+        hn::Store(colors, Floats(), first + i * LutPlan::entryWidth);
+    }
+};
 
 /// Samples in planes are made of groups of colours.
 template <class Sample>
@@ -420,15 +484,14 @@ HWY_INLINE void blendPlanar(const LutPlan& plan, const Cells<float>& cells, cons
                             std::size_t count) {
     using Group = hn::Rebind<Sample, Floats>;
     const Group d;
-    alignas(64) float colors[blockSize * LutPlan::entryWidth];
-    blendBlock(plan, cells, count, [&](std::size_t pixel, hn::Vec<hn::Half<Floats>> color) HWY_ATTR {
-        hn::Store(color, hn::Half<Floats>(), colors + pixel * LutPlan::entryWidth);
-    });
+    const Limits limits(plan);
+    alignas(64) float blended[blockSize * LutPlan::entryWidth];
+    blendBlock(plan, cells, count, PutColors{blended});
     for (std::size_t i = 0; i < count; i += groupSize) {
         FloatVector planes[3], unused;
-        hn::LoadInterleaved4(Floats(), colors + i * LutPlan::entryWidth, planes[0], planes[1], planes[2], unused);
+        hn::LoadInterleaved4(Floats(), blended + i * LutPlan::entryWidth, planes[0], planes[1], planes[2], unused);
         for (std::size_t channel = 0; channel < 3; ++channel) {
-            const auto samples = toSamples<Group>(plan, planes[channel]);
+            const auto samples = toSamples<Group>(limits, planes[channel]);
             if (i + groupSize <= count) {
                 hn::StoreU(samples, d, to.channels[channel] + i);
                 continue;
@@ -452,10 +515,12 @@ HWY_INLINE void applyFastBlock(const LutPlan& plan, const ConstPixelBuffer& sour
     locateBlock(plan, from, count, cells);
     if (to.stride == 1) {
         blendPlanar(plan, cells, to, count);
-    } else if constexpr (std::is_same_v<From, To>) {
-        blendInterleaved<To>(plan, cells, to, isSameKind ? from.channels[0] : to.channels[0], count);
+    } else if (to.stride == 3) {
+        blendBlock(plan, cells, count, PutInterleaved<To>{Limits(plan), to.channels[0], count});
     } else {
-        blendInterleaved<To>(plan, cells, to, to.channels[0], count);
+        const To* alphaFrom = to.channels[0];
+        if constexpr (std::is_same_v<From, To>) alphaFrom = isSameKind ? from.channels[0] : alphaFrom;
+        blendBlock(plan, cells, count, PutWithAlpha<To>{Limits(plan), to.channels[0], alphaFrom, count});
     }
 }
 

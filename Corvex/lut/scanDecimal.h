@@ -8,6 +8,20 @@
 
 namespace corvex::inline v0 {
 
+/// Powers of ten that are exact.
+inline constexpr std::array<std::uint64_t, 9> wholePowersOfTen = {1,      10,      100,      1000,     10000,
+                                                                  100000, 1000000, 10000000, 100000000};
+inline constexpr std::array<double, 23> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// The number that eight digits make, the first in the lowest byte.
+[[nodiscard]] constexpr std::uint64_t eightDigits(std::uint64_t digits) noexcept {
+    const std::uint64_t pairs = digits * 10U + (digits >> 8U);
+    const std::uint64_t fours = (pairs & 0x00FF00FF00FF00FFU) * 100U + ((pairs & 0x00FF00FF00FF00FFU) >> 16U);
+    return ((fours & 0x0000FFFF0000FFFFU) * 10000U + ((fours & 0x0000FFFF0000FFFFU) >> 32U)) & 0xFFFFFFFFU;
+}
+
 /// A run of up to eight digits and its value.
 struct DigitRun {
     std::uint64_t value;
@@ -25,11 +39,7 @@ struct DigitRun {
         const auto count = static_cast<unsigned>(std::countr_zero(others)) / 8U;
         if (count == 0) return {0, 0};
         // The first digit is the most significant: move the run to the top, zeros come in as leading digits.
-        const std::uint64_t run = digits << (64U - 8U * count);
-        const std::uint64_t pairs = run * 10U + (run >> 8U);
-        const std::uint64_t fours = ((pairs & 0x00FF00FF00FF00FFU) * 100U + ((pairs & 0x00FF00FF00FF00FFU) >> 16U));
-        const std::uint64_t eight = (fours & 0x0000FFFF0000FFFFU) * 10000U + ((fours & 0x0000FFFF0000FFFFU) >> 32U);
-        return {eight & 0xFFFFFFFFU, count};
+        return {eightDigits(digits << (64U - 8U * count)), count};
     } else {
         DigitRun run{0, 0};
         while (run.count < 8 && at[run.count] >= '0' && at[run.count] <= '9') {
@@ -39,13 +49,25 @@ struct DigitRun {
     }
 }
 
+/// Reads a number of the shape that most programs write, 0.123456 before a blank or a control character, of nine readable
+/// bytes. Null for any other. Its length is known before its digits are, so that the next one need not wait for them.
+[[nodiscard]] inline const char* scanSixPlaces(const char* at, double& value) noexcept {
+    if constexpr (std::endian::native != std::endian::little) return nullptr;
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    const std::uint64_t digits = word ^ 0x3030303030302E30U;
+    const std::uint64_t others = ((digits + 0x7676767676767F76U) | digits) & 0x8080808080808080U;
+    if (others != 0 || static_cast<unsigned char>(at[8]) > ' ') return nullptr;
+    const std::uint64_t mantissa = eightDigits((digits & ~std::uint64_t{0xFFFF}) | (digits & 0xFFU) << 8U);
+    value = static_cast<double>(mantissa) / 1e6;
+    return at + 8;
+}
+
 /// Reads the number at `at` into `value`, correctly rounded, minus zero as zero. Null where there is none of the form
 /// [+-]? (digits [. digits*] | . digits) ([eE] [+-]? digits)?, or where it is too large or too small for double; then
 /// the caller takes a closer look. The text ends with a byte that belongs to no number, and 8 more can be read.
 [[nodiscard]] inline const char* scanDecimal(const char* at, double& value) noexcept {
-    constexpr std::array<std::uint64_t, 9> whole = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
-    constexpr std::array<double, 23> powers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (const char* const end = scanSixPlaces(at, value)) return end;
     const auto isDigit = [](char character) { return static_cast<unsigned char>(character - '0') < 10; };
     const bool isNegative = *at == '-';
     if (isNegative || *at == '+') ++at;
@@ -59,7 +81,7 @@ struct DigitRun {
         DigitRun run{};
         do {
             run = digitRun(at);
-            mantissa = mantissa * whole[run.count] + run.value;
+            mantissa = mantissa * wholePowersOfTen[run.count] + run.value;
             at += run.count;
         } while (run.count == 8);
         fractionCount = static_cast<std::size_t>(at - fraction);
@@ -71,9 +93,9 @@ struct DigitRun {
         if (*at == '-' || *at == '+') ++at;
         if (!isDigit(*at)) return nullptr;
         while (isDigit(*at)) ++at;
-    } else if (digitCount <= 19 && mantissa <= (std::uint64_t{1} << 53U) && fractionCount < powers.size()) {
+    } else if (digitCount <= 19 && mantissa <= (std::uint64_t{1} << 53U) && fractionCount < powersOfTen.size()) {
         // Both terms are exact, so the quotient is rounded once.
-        const double magnitude = static_cast<double>(mantissa) / powers[fractionCount];
+        const double magnitude = static_cast<double>(mantissa) / powersOfTen[fractionCount];
         value = isNegative && mantissa != 0 ? -magnitude : magnitude;
         return at;
     }

@@ -1,37 +1,31 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <string>
-
-#include <Corvex/platform/Export.h>
+#include <Corvex/platform/DispatchQueue.h>
 
 namespace corvex::inline v0 {
 
-/// Does pieces of work one after the other, in order of arrival, on a thread of its own that starts with the first.
-/// Threads  async() and sync() from any; none of the work runs on the caller's. What work throws stops the process.
-class CORVEX_EXPORT SerialQueue {
+/// Does pieces of work one after the other, in order of arrival. For tasks there is SerialExecutor.
+class SerialQueue final : public DispatchQueue {
 public:
-    /// `label` names the queue for people.
-    explicit SerialQueue(std::string label);
-    /// Waits until all work is done. Not from the queue's own work.
-    ~SerialQueue();
-    SerialQueue(const SerialQueue&) = delete;
-    SerialQueue& operator=(const SerialQueue&) = delete;
-
-    [[nodiscard]] const std::string& label() const noexcept { return label_; }
+    explicit SerialQueue(std::string label, DispatchQoS qos = DispatchQoS::unspecified)
+        : DispatchQueue(std::move(label), qos) {}
+    /// Without a quality of its own; its work counts as that class.
+    SerialQueue(std::string label, DispatchQoS::QoSClass target) : DispatchQueue(std::move(label), target) {}
+    /// Its asynchronous work runs on that executor, which outlives it.
+    SerialQueue(std::string label, Executor& target, DispatchQoS qos = DispatchQoS::unspecified)
+        : DispatchQueue(std::move(label), target, qos) {}
 
     /// Adds work and returns at once.
-    void async(std::function<void()> work);
-    /// Adds work and waits until it is done, behind all that was added before. From the queue's own work, which would
-    /// wait for itself, it stops the process.
-    void sync(const std::function<void()>& work);
-
-private:
-    struct State;
-
-    std::string label_;
-    std::unique_ptr<State> state_;
+    template <class Work>
+    void async(Work work) {
+        addAsync(true, std::move(work));
+    }
+    /// Calls the work behind all that was added before and gives its result. From the queue's own work, which would wait
+    /// for itself, it stops the process.
+    template <class Work>
+    std::invoke_result_t<Work&> sync(Work&& work) {
+        return runSync(true, work);
+    }
 };
 
 }  // namespace corvex::inline v0

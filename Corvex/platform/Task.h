@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <Corvex/platform/Checked.h>
+#include <Corvex/platform/FrameCache.h>
 #include <Corvex/platform/TaskContext.h>
 #include <Corvex/platform/TaskResult.h>
 
@@ -35,6 +36,9 @@ public:
 
     TaskPromiseBase() noexcept
         : WorkNode([](WorkNode& node) noexcept { static_cast<TaskPromiseBase&>(node).continuation_.resume(); }) {}
+
+    static void* operator new(std::size_t size) { return detail::FrameCache::allocate(size); }
+    static void operator delete(void* memory, std::size_t size) noexcept { detail::FrameCache::release(memory, size); }
 
     [[nodiscard]] std::suspend_always initial_suspend() const noexcept { return {}; }
     [[nodiscard]] FinalAwaiter final_suspend() const noexcept { return {}; }

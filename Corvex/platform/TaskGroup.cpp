@@ -12,43 +12,76 @@ TaskGroupBase::TaskGroupBase(const TaskContext& parent) noexcept
     parentLink_.arm(parent.cancellation);
 }
 
-TaskGroupBase::~TaskGroupBase() { require(runningCount_ == 0, "a task group was destroyed while its children run"); }
+TaskGroupBase::~TaskGroupBase() {
+    require(running_.load(std::memory_order_acquire) == 0, "a task group was destroyed while its children run");
+}
 
 void TaskGroupBase::start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept {
     promise.completeWith(coroutine, *this, context_);
-    {
-        const ShortLock lock(mutex_);
-        ++runningCount_;
-    }
+    ++startedCount_;
+    running_.fetch_add(1, std::memory_order_relaxed);
     Executor::current().post(promise);
 }
 
-void TaskGroupBase::finishChild(TaskPromiseBase* kept) noexcept {
-    ShortLock lock(mutex_);
-    if (kept) {
-        finished_.append(*kept);
-    } else {
-        ++emptyCount_;
+void TaskGroupBase::finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept {
+    constexpr std::uint64_t lastOfAll = waitsForAll | 1U;
+    std::uint64_t running = running_.load(std::memory_order_acquire);
+    while (!kept && (running & waitsForNext) == 0) {
+        const std::uint64_t rest = running == lastOfAll ? 0 : running - 1;
+        if (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_acquire))
+            continue;
+        if (running == lastOfAll) waiter_->post();
+        return;  // unless this was the last of all, the group may be gone
     }
-    --runningCount_;
-    Suspension* const waiter = std::exchange(waiter_, nullptr);
-    lock.unlock();  // without a waiter the group may be gone from here on
+    ShortLock lock(mutex_);
+    if (kept) finished_.append(*kept);
+    if (hasFailed) {  // before the others, since their errors may follow from it
+        lock.unlock();
+        cancelAll();
+        lock.lock();
+    }
+    if (kept) ++listedCount_;
+    Suspension* waiter = nullptr;
+    std::uint64_t rest = 0;
+    running = running_.load(std::memory_order_acquire);
+    do {
+        rest = running - 1;
+        const std::uint64_t count = rest & ~(waitsForNext | waitsForAll);
+        const bool isAwaited = (running & waitsForNext) != 0 ? count == 0 || hasUntaken(count) : running == lastOfAll;
+        waiter = isAwaited ? waiter_ : nullptr;
+        if (isAwaited) rest = count;
+    } while (!running_.compare_exchange_weak(running, rest, std::memory_order_acq_rel, std::memory_order_acquire));
+    lock.unlock();
     if (waiter) waiter->post();
 }
 
-bool TaskGroupBase::append(Suspension& waiter) noexcept {
+bool TaskGroupBase::appendForNext(Suspension& waiter) noexcept {
     const ShortLock lock(mutex_);
-    if (!finished_.isEmpty() || emptyCount_ > 0 || runningCount_ == 0) return false;
     waiter_ = &waiter;
+    std::uint64_t running = running_.load(std::memory_order_acquire);
+    do {
+        if (running == 0 || hasUntaken(running)) return false;
+    } while (!running_.compare_exchange_weak(running, running | waitsForNext, std::memory_order_acq_rel,
+                                             std::memory_order_acquire));
+    return true;
+}
+
+bool TaskGroupBase::appendForAll(Suspension& waiter) noexcept {
+    waiter_ = &waiter;
+    std::uint64_t running = running_.load(std::memory_order_acquire);
+    do {
+        if (running == 0) return false;
+    } while (!running_.compare_exchange_weak(running, running | waitsForAll, std::memory_order_acq_rel,
+                                             std::memory_order_acquire));
     return true;
 }
 
 TaskGroupBase::Finished TaskGroupBase::takeFinished() noexcept {
-    const ShortLock lock(mutex_);
+    const ShortLock lock(mutex_);  // a child that has finished may still be releasing it
     WorkNode* const child = finished_.takeFirst();
-    const bool isEmpty = !child && emptyCount_ > 0;
-    if (isEmpty) --emptyCount_;
-    return {static_cast<TaskPromiseBase*>(child), child || isEmpty};
+    const bool isUnlisted = !child && hasUntaken(running_.load(std::memory_order_acquire));
+    if (isUnlisted) ++unlistedTakenCount_;
+    return {static_cast<TaskPromiseBase*>(child), child || isUnlisted};
 }
 
 }  // namespace corvex::inline v0::detail

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+
 #include <Corvex/platform/Task.h>
 #include <Corvex/platform/WorkQueue.h>
 
@@ -8,7 +11,7 @@ namespace corvex::inline v0 {
 namespace detail {
 
 /// What every group of child tasks does, whatever their result. Finished children wait until they are taken: those with
-/// something to give in a list, the others as a number.
+/// something to give in a list, the others as a number: those started, less those that run and those that were listed.
 class CORVEX_EXPORT TaskGroupBase : public TaskCompletion {
 public:
     explicit TaskGroupBase(const TaskContext& parent) noexcept;
@@ -22,10 +25,16 @@ protected:
     ~TaskGroupBase();
 
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept;
-    /// `kept` is the finished child's promise, if anything is to be taken from it.
-    void finishChild(TaskPromiseBase* kept) noexcept;
-    /// False if nothing needs to be waited for: a child has finished, or there is none.
-    bool append(Suspension& waiter) noexcept;
+    /// `kept` is the finished child's promise, if anything is to be taken from it. One that failed asks the others to stop.
+    void finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept;
+    /// Waits for the next child to finish. False if one has finished already, or there is none.
+    bool appendForNext(Suspension& waiter) noexcept;
+    /// Waits for all. False if none runs.
+    bool appendForAll(Suspension& waiter) noexcept;
+    /// Nobody will take what the children give.
+    [[nodiscard]] bool isEnding() const noexcept {
+        return (running_.load(std::memory_order_relaxed) & waitsForAll) != 0;
+    }
     struct Finished {
         TaskPromiseBase* child;
         bool isAny;
@@ -42,8 +51,19 @@ private:
         TaskGroupBase& group_;
     };
 
+    static constexpr std::uint64_t waitsForNext = std::uint64_t{1} << 63U, waitsForAll = std::uint64_t{1} << 62U;
+
+    /// Whether a child has finished that nobody has taken. Under the mutex; by the body, or while that is suspended.
+    [[nodiscard]] bool hasUntaken(std::uint64_t runningCount) const noexcept {
+        return !finished_.isEmpty() || startedCount_ - runningCount - listedCount_ > unlistedTakenCount_;
+    }
+
+    /// How many children run, and what the body waits for. It takes the mutex to change while the body waits for the next
+    /// one; so no child can still be about to wake the body when that goes on.
+    std::atomic<std::uint64_t> running_{0};
+    std::uint64_t startedCount_ = 0, unlistedTakenCount_ = 0;  ///< The body's own.
     ShortMutex mutex_;
-    std::size_t runningCount_ = 0, emptyCount_ = 0;
+    std::uint64_t listedCount_ = 0;  ///< Of the children that do not run any more.
     WorkQueue finished_;
     Suspension* waiter_ = nullptr;
     CancellationState cancellation_;
@@ -70,41 +90,47 @@ public:
         start(coroutine.promise(), coroutine);
     }
 
-    class NextAwaiter : public Suspension {
+    class NextAwaiter final : public Suspension {
     public:
         explicit NextAwaiter(TaskGroup& group) noexcept : group_(group) {}
         [[nodiscard]] bool await_ready() const noexcept { return false; }
         template <class Promise>
         bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
             capture(coroutine);
-            return group_.append(*this);
+            return group_.appendForNext(*this);
         }
         auto await_resume() { return group_.takeNext(); }
 
-    protected:
+    private:
         TaskGroup& group_;
     };
     /// `co_await group.next()` gives the result of the next child to finish, as an optional; or throws its error.
     /// Nothing when no child is left. In a group of void, whether there was one.
     [[nodiscard]] NextAwaiter next() noexcept { return NextAwaiter(*this); }
 
-    class DiscardAwaiter final : public NextAwaiter {
+    class EndAwaiter final : public Suspension {
     public:
-        DiscardAwaiter(TaskGroup& group, std::exception_ptr& error) noexcept : NextAwaiter(group), error_(error) {}
-        bool await_resume() const noexcept { return this->group_.discard(error_); }
+        explicit EndAwaiter(TaskGroup& group) noexcept : group_(group) {}
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+        template <class Promise>
+        bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+            capture(coroutine);
+            return group_.appendForAll(*this);
+        }
+        std::exception_ptr await_resume() const noexcept { return group_.discardAll(); }
 
     private:
-        std::exception_ptr& error_;
+        TaskGroup& group_;
     };
-    /// As next(), but gives only whether there was a child, and keeps its error unless `error` holds one.
-    [[nodiscard]] DiscardAwaiter discardNext(std::exception_ptr& error) noexcept { return {*this, error}; }
+    /// `co_await group.end()` waits for all children and gives the first error that next() did not take.
+    [[nodiscard]] EndAwaiter end() noexcept { return EndAwaiter(*this); }
 
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         auto& child = static_cast<TaskPromise<T>&>(promise);
-        if (child.result().error()) cancelAll();
-        const bool isKept = !std::is_void_v<T> || child.result().error();
+        const bool hasFailed = child.result().error() != nullptr;
+        const bool isKept = hasFailed || (!std::is_void_v<T> && !isEnding());
         if (!isKept) Task<T>::Handle::from_promise(child).destroy();
-        finishChild(isKept ? &child : nullptr);
+        finishChild(isKept ? &child : nullptr, hasFailed);
     }
 
 private:
@@ -119,12 +145,13 @@ private:
             return child ? std::optional<T>(std::move(child->result()).value()) : std::nullopt;
         }
     }
-    bool discard(std::exception_ptr& error) noexcept {
-        const Finished finished = takeFinished();
-        auto* const child = static_cast<TaskPromise<T>*>(finished.child);
-        const Task<T> frame = frameOf(child);
-        if (child && !error) error = child->result().error();
-        return finished.isAny;
+    std::exception_ptr discardAll() noexcept {
+        std::exception_ptr error;
+        while (auto* const child = static_cast<TaskPromise<T>*>(takeFinished().child)) {
+            const Task<T> frame = frameOf(child);
+            if (!error) error = child->result().error();
+        }
+        return error;
     }
     static Task<T> frameOf(TaskPromise<T>* child) noexcept {
         return Task<T>(child ? Task<T>::Handle::from_promise(*child) : typename Task<T>::Handle());
@@ -151,8 +178,7 @@ Task<typename std::invoke_result_t<Body&, TaskGroup<T>&>::Value> withTaskGroup(B
         result.setError(std::current_exception());
     }
     if (result.error()) group.cancelAll();
-    std::exception_ptr childError;
-    while (co_await group.discardNext(childError)) continue;
+    std::exception_ptr childError = co_await group.end();
     if (!result.error()) result.setError(std::move(childError));
     co_return std::move(result).value();
 }

@@ -31,6 +31,8 @@ public:
     /// Waits until the task has finished.
     class FinishWaiter : public Waiter<TaskBlockBase> {
     public:
+        static constexpr const char* operation = "result()";
+
         explicit FinishWaiter(Shared<TaskBlockBase> block) noexcept : block_(std::move(block)) {}
         [[nodiscard]] bool await_ready() const noexcept { return block_->isFinished(); }
         template <class Promise>

@@ -1,22 +1,11 @@
 #include <Corvex/platform/ThreadPool.h>
 
 #include <algorithm>
-#include <bit>
 #include <system_error>
 
 #include <Corvex/platform/Checked.h>
 
 namespace corvex::inline v0 {
-namespace {
-
-std::size_t levelOf(TaskPriority priority) noexcept {
-    if (priority >= TaskPriority::userInitiated) return 3;
-    if (priority >= TaskPriority::medium) return 2;
-    return priority >= TaskPriority::utility ? 1 : 0;
-}
-
-}  // namespace
-
 ThreadPool::ThreadPool(unsigned threadCount) {
     if (threadCount == 0) threadCount = std::max(1U, std::thread::hardware_concurrency());
     threads_.reserve(threadCount);
@@ -33,11 +22,9 @@ ThreadPool::ThreadPool(unsigned threadCount) {
 ThreadPool::~ThreadPool() { join(); }
 
 void ThreadPool::post(WorkNode& node) noexcept {
-    const std::size_t level = levelOf(node.priority);
     ShortLock lock(mutex_);
     require(!hasEnded_, "work posted to a joined thread pool");
-    levels_[level].append(node);
-    filledLevels_ |= 1U << level;
+    queue_.append(node);
     const bool isWaker = claimWake();
     lock.unlock();
     if (isWaker) wakeCount_.notify_one();
@@ -62,8 +49,8 @@ void ThreadPool::work() noexcept {
     ExecutorScope scope(*this);
     ShortLock lock(mutex_);
     for (;;) {
-        if (WorkNode* const node = takeFirst()) {
-            const bool isWaker = !isEmpty() && claimWake();
+        if (WorkNode* const node = queue_.takeFirst()) {
+            const bool isWaker = !queue_.isEmpty() && claimWake();
             lock.unlock();
             if (isWaker) wakeCount_.notify_one();
             scope.run(*node);
@@ -80,14 +67,6 @@ void ThreadPool::work() noexcept {
             isWaking_ = false;
         }
     }
-}
-
-WorkNode* ThreadPool::takeFirst() noexcept {
-    if (filledLevels_ == 0) return nullptr;
-    const auto level = static_cast<unsigned>(std::bit_width(filledLevels_)) - 1;
-    WorkNode* const node = levels_[level].takeFirst();
-    if (levels_[level].isEmpty()) filledLevels_ &= ~(1U << level);
-    return node;
 }
 
 bool ThreadPool::claimWake() noexcept {

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
 
+#include <Corvex/platform/LeveledWorkQueue.h>
 #include <Corvex/platform/ShortMutex.h>
-#include <Corvex/platform/WorkQueue.h>
 
 namespace corvex::inline v0 {
 
@@ -28,16 +27,11 @@ public:
     [[nodiscard]] unsigned threadCount() const noexcept { return static_cast<unsigned>(threads_.size()); }
 
 private:
-    static constexpr std::size_t levelCount = 4;
-
     void work() noexcept;
-    WorkNode* takeFirst() noexcept;
-    [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
     bool claimWake() noexcept;
 
     ShortMutex mutex_;
-    std::array<WorkQueue, levelCount> levels_;
-    unsigned filledLevels_ = 0;  ///< Bit n: level n holds work.
+    LeveledWorkQueue queue_;
     unsigned sleepingCount_ = 0;
     bool isWaking_ = false;  ///< A thread has been woken and has not looked at the queues yet; one at a time.
     bool isJoining_ = false, hasEnded_ = false;

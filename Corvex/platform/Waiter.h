@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -44,6 +46,7 @@ private:
 
     WaiterLinks* previous_ = nullptr;
     detail::WaiterChain* chain_ = nullptr;  ///< While linked.
+    const char* operation_ = "";
 };
 
 inline void detail::WaiterChain::append(WaiterLinks& waiter) noexcept {
@@ -84,6 +87,20 @@ public:
         if (waiter) chain_.remove(*waiter);
         return static_cast<WaiterType*>(waiter);
     }
+    /// Calls `isTaken(waiter)` for each, oldest first, and takes those for which it returns true, after which it calls
+    /// `receive(waiter)`.
+    template <class Filter, class Receiver>
+    void takeWhere(Filter&& isTaken, Receiver&& receive) {
+        for (WaiterLinks* waiter = chain_.first; waiter;) {
+            WaiterLinks* const following = waiter->following();
+            auto& candidate = static_cast<WaiterType&>(*waiter);
+            if (isTaken(std::as_const(candidate))) {
+                chain_.remove(*waiter);
+                receive(candidate);
+            }
+            waiter = following;
+        }
+    }
 
 private:
     detail::WaiterChain chain_;
@@ -115,7 +132,8 @@ struct NoPayload {};
 
 /// The base of a primitive's awaiters: a waiter in the coroutine's frame. `State` derives from SharedState and has a
 /// ShortMutex `mutex`; it is kept alive from suspension to resumption. Destroying the frame while it waits unlinks it;
-/// after its resumption has been posted, that stops the process. What the other side writes belongs in the payload.
+/// after its resumption has been posted, that stops the process, in the name of the waiter type's `operation`. What the
+/// other side writes belongs in the payload.
 template <class State, class Payload = NoPayload>
 class Waiter : public WaiterLinks {
 public:
@@ -132,6 +150,7 @@ protected:
     /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone.
     template <class WaiterType>
     void enqueue(State& state, WaiterList<WaiterType>& list) noexcept {
+        if constexpr (requires { WaiterType::operation; }) operation_ = WaiterType::operation;
         state_ = Shared<State>::retain(state);
         list.append(static_cast<WaiterType&>(*this));
     }
@@ -141,10 +160,11 @@ protected:
 private:
     void abandon() noexcept {
         const ShortLock lock(state_->mutex);
-        require(chain_ != nullptr, "a coroutine was destroyed after its resumption had been posted");
+        if (chain_ == nullptr) fatalError(std::string(operation_).append(lateMessage));
         chain_->remove(*this);
     }
 
+    static constexpr std::string_view lateMessage = ": a coroutine was destroyed after its resumption had been posted";
     Shared<State> state_;
 };
 

@@ -20,6 +20,7 @@ public:
         last_ = &node;
     }
     /// The oldest node, none if empty.
+    [[nodiscard]] WorkNode* first() const noexcept { return first_; }
     WorkNode* takeFirst() noexcept {
         WorkNode* const node = first_;
         if (node) first_ = node->next;

@@ -1,7 +1,14 @@
 #include <benchmark/benchmark.h>
 
+#include <fstream>
+#include <limits>
+#include <string>
 #include <thread>
 #include <vector>
+
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <Corvex/lut/LutApplier.h>
 #include <Corvex/lut/ParsedLutFactory.h>
@@ -13,8 +20,40 @@ namespace {
 using namespace corvex;
 using namespace corvex::bench;
 
+/// A line of /proc/self/status, in bytes.
+double memoryOf(const std::string& name) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(name + ":")) return std::stod(line.substr(name.size() + 1)) * 1024;
+    }
+    return std::numeric_limits<double>::quiet_NaN();
+}
+
+/// How much more memory a process has at most while it reads a file, over the size of the table as doubles.
+double peakOverTable(const std::filesystem::path& path, std::size_t pointCount) {
+    int ends[2];
+    if (pipe(ends) != 0) return std::numeric_limits<double>::quiet_NaN();
+    const pid_t child = fork();
+    if (child == 0) {
+        malloc_trim(0);
+        std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew (proc(5))
+        const double before = memoryOf("VmRSS");
+        const auto file = ParsedLutFactory::parsedLut(path);
+        const double peak = memoryOf("VmHWM") - before;
+        _exit(file && write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
+    }
+    double peak = std::numeric_limits<double>::quiet_NaN();
+    if (child < 0 || read(ends[0], &peak, sizeof peak) != sizeof peak) peak = std::numeric_limits<double>::quiet_NaN();
+    if (child > 0) waitpid(child, nullptr, 0);
+    close(ends[0]);
+    close(ends[1]);
+    return peak / static_cast<double>(pointCount * pointCount * pointCount * sizeof(LutValueTriplet));
+}
+
 void load(benchmark::State& state) {
-    const auto& path = cubeFile(static_cast<std::size_t>(state.range(0)));
+    const auto pointCount = static_cast<std::size_t>(state.range(0));
+    const auto& path = cubeFile(pointCount);
+    state.counters["peakOverTable"] = peakOverTable(path, pointCount);
     for (auto _ : state) benchmark::DoNotOptimize(ParsedLutFactory::parsedLut(path));
 }
 BENCHMARK(load)->Name("load/Corvex")->Arg(17)->Arg(33)->Arg(65)->Unit(benchmark::kMillisecond);
@@ -88,6 +127,7 @@ using enum LutArithmetic;
     add("f32 rgb 65 random trilinear/Corvex", applyFloat, 3U, trilinear, fast, 65U, true, 1U);
     add("f32 rgb 65 random tetrahedral/Corvex", applyFloat, 3U, tetrahedral, fast, 65U, true, 1U);
     add("u10 rgb 65 random trilinear/Corvex", applyCodes, 3U, trilinear, fast, 65U, true);
+    add("f32 rgb 33 tetrahedral/Corvex 2 threads", applyFloat, 3U, tetrahedral, fast, 33U, false, 2U);
     add("f32 rgb 33 trilinear/Corvex 2 threads", applyFloat, 3U, trilinear, fast, 33U, false, 2U);
     return true;
 }();

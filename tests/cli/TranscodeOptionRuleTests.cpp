@@ -127,21 +127,19 @@ TEST(TranscodeOptionRules, frameCapacity) {
 using Dictionary = std::map<std::string, std::string>;
 
 TEST(TranscodeOptionRules, decodeOptionsTextIsRead) {
-    const std::pair<const char*, Dictionary> rows[] = {
-        {"", {}},
-        {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
-        {"a", {{"a", ""}}},
-        {"a=1:a=2", {{"a", "2"}}},
-        {"=1:a=2", {{"a", "2"}}},
-        {":a=1::", {{"a", "1"}}},
-        {"a=b=c", {{"a", "b=c"}}},
-        {R"(a\=b=c\:d)", {{"a=b", "c:d"}}},
-        {R"(a\\=\\)", {{"a\\", "\\"}}},
-        {R"(\a=\n)", {{"a", "n"}}},
-        {R"(a=1\)", {{"a", "1\\"}}},
-        {R"(\-x=1)", {{"-x", "1"}}},
-        {"Key Two= Value ", {{"Key Two", " Value "}}},
-    };
+    const std::pair<const char*, Dictionary> rows[] = {{"", {}},
+                                                       {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
+                                                       {"a", {{"a", ""}}},
+                                                       {"a=1:a=2", {{"a", "2"}}},
+                                                       {"=1:a=2", {{"a", "2"}}},
+                                                       {":a=1::", {{"a", "1"}}},
+                                                       {"a=b=c", {{"a", "b=c"}}},
+                                                       {R"(a\=b=c\:d)", {{"a=b", "c:d"}}},
+                                                       {R"(a\\=\\)", {{"a\\", "\\"}}},
+                                                       {R"(\a=\n)", {{"a", "n"}}},
+                                                       {R"(a=1\)", {{"a", "1\\"}}},
+                                                       {R"(\-x=1)", {{"-x", "1"}}},
+                                                       {"Key Two= Value ", {{"Key Two", " Value "}}}};
     for (const auto& [text, expected] : rows) EXPECT_EQ(parseDictionary(text), expected) << text;
     EXPECT_EQ(Arguments().additionalDecodeOptions(), std::nullopt);
     EXPECT_EQ(Arguments(Words{"-additional_decode_options", "Gamma=X:"}).additionalDecodeOptions(),
@@ -149,16 +147,14 @@ TEST(TranscodeOptionRules, decodeOptionsTextIsRead) {
 }
 
 TEST(TranscodeOptionRules, decodeOptionsTextSurvivesAnArgumentVector) {
-    const std::pair<Dictionary, const char*> rows[] = {
-        {{}, ""},
-        {{{"b", ""}, {"a", "1"}}, "a=1:b="},
-        {{{"a=b", "c:d\\"}}, R"(a\=b=c\:d\\)"},
-        {{{"-x", "-y"}}, R"(\-x=-y)"},
-        {{{" -x", "y"}}, R"(\ -x=y)"},
-        {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
-        {{{"k", "v "}}, "k=v :"},
-        {{{"k", "\n"}}, "k=\n:"},
-    };
+    const std::pair<Dictionary, const char*> rows[] = {{{}, ""},
+                                                       {{{"b", ""}, {"a", "1"}}, "a=1:b="},
+                                                       {{{"a=b", "c:d\\"}}, R"(a\=b=c\:d\\)"},
+                                                       {{{"-x", "-y"}}, R"(\-x=-y)"},
+                                                       {{{" -x", "y"}}, R"(\ -x=y)"},
+                                                       {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
+                                                       {{{"k", "v "}}, "k=v :"},
+                                                       {{{"k", "\n"}}, "k=\n:"}};
     for (const auto& [dictionary, text] : rows) {
         Arguments arguments;
         arguments.setAdditionalDecodeOptions(dictionary);

@@ -85,7 +85,7 @@ struct Model {
 template <class AnyNode>
 std::string shapeOf(const AnyNode* node) {
     if (!node) return ".";
-    const std::string key = std::to_string(node->key());
+    std::string key = std::to_string(node->key());
     if (!node->leftChild() && !node->rightChild()) return key;
     return key + "(" + shapeOf(node->leftChild()) + ")(" + shapeOf(node->rightChild()) + ")";
 }

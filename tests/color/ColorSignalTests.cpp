@@ -39,21 +39,19 @@ struct SpaceRow {
 };
 
 TEST(ColorSignals, ofEachColorSpace) {
-    const SpaceRow rows[] = {
-        {Space::rec2020, 1, {{{1, 5, 2}}}},
-        {Space::rec709, 2, {{{2, 2, 1}}}},
-        {Space::rec601Smpte, 3, {{{3, 2, 3}}}},
-        {Space::rec601EBU, 4, {{{4, 2, 3}}}},
-        {Space::sRGB, -1, {{{2, 4, -1}}}},
-        {Space::dciP3Cinema, 5, {{{5, 9, -1}}}},
-        {Space::p3D65, 6, {{{6, 4, -1}, {6, 2, 1}}}},
-        {Space::custom8, -1, std::nullopt},
-        {Space::custom9, 7, std::nullopt},
-        {Space::custom10, 8, std::nullopt},
-        {Space::linear11, 10, {{{10, 8, -1}}}},
-        {Space::rec2020HLG, 1, {{{1, 1, 2}}}},
-        {Space::rec2020PQ, 1, {{{1, 7, 2}}}},
-    };
+    const SpaceRow rows[] = {{Space::rec2020, 1, {{{1, 5, 2}}}},
+                             {Space::rec709, 2, {{{2, 2, 1}}}},
+                             {Space::rec601Smpte, 3, {{{3, 2, 3}}}},
+                             {Space::rec601EBU, 4, {{{4, 2, 3}}}},
+                             {Space::sRGB, -1, {{{2, 4, -1}}}},
+                             {Space::dciP3Cinema, 5, {{{5, 9, -1}}}},
+                             {Space::p3D65, 6, {{{6, 4, -1}, {6, 2, 1}}}},
+                             {Space::custom8, -1, std::nullopt},
+                             {Space::custom9, 7, std::nullopt},
+                             {Space::custom10, 8, std::nullopt},
+                             {Space::linear11, 10, {{{10, 8, -1}}}},
+                             {Space::rec2020HLG, 1, {{{1, 1, 2}}}},
+                             {Space::rec2020PQ, 1, {{{1, 7, 2}}}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(caseName(row.space));
         EXPECT_EQ(rawOrAbsent(defaultColorPrimaries(row.space)), row.defaultPrimaries);
@@ -75,34 +73,24 @@ TEST(ColorSignals, ofEachColorSpace) {
     EXPECT_EQ(dynamic_cast<const GammaColorSpaceSignal&>(*cinema->front()), GammaColorSpaceSignal::dcip3Cinema());
 }
 
-TEST(ColorSignals, sharedInstances) {
-    struct SharedRow {
-        const char* name;
-        const Standard& (*shared)();
-        Triple expected;
+TEST(ColorSignals, sharedInstancesAreThoseOfTheirSpaces) {
+    const std::pair<Space, const Standard& (*)()> rows[] = {
+        {Space::rec2020, Standard::rec2020},     {Space::rec2020HLG, Standard::rec2020HLG},
+        {Space::rec2020PQ, Standard::rec2020PQ}, {Space::rec709, Standard::rec709},
+        {Space::rec601EBU, Standard::rec601EBU}, {Space::rec601Smpte, Standard::rec601Smpte},
+        {Space::sRGB, Standard::sRGB},           {Space::p3D65, Standard::p3D65RGB},
     };
-    const SharedRow rows[] = {
-        {"rec2020", Standard::rec2020, {1, 5, 2}},
-        {"rec2020HLG", Standard::rec2020HLG, {1, 1, 2}},
-        {"rec2020PQ", Standard::rec2020PQ, {1, 7, 2}},
-        {"rec709", Standard::rec709, {2, 2, 1}},
-        {"rec601Smpte", Standard::rec601Smpte, {3, 2, 3}},
-        {"rec601EBU", Standard::rec601EBU, {4, 2, 3}},
-        {"sRGB", Standard::sRGB, {2, 4, -1}},
-        {"p3D65RGB", Standard::p3D65RGB, {6, 4, -1}},
-        {"p3D65Video", Standard::p3D65Video, {6, 2, 1}},
-    };
-    for (const auto& row : rows) {
-        const Standard& signal = row.shared();
-        EXPECT_EQ(tripleOf(signal), row.expected) << row.name;
-        EXPECT_EQ(&signal, &row.shared()) << row.name;
-        EXPECT_EQ((Triple{rawOrAbsent(signal.wrappedPrimaries()), rawOrAbsent(signal.wrappedTransferFunction()),
-                          rawOrAbsent(signal.wrappedMatrix())}),
-                  row.expected)
-            << row.name;
+    for (const auto& [space, shared] : rows) {
+        EXPECT_TRUE(shared().isEqual(dynamic_cast<const Standard&>(*definedSignals(space)->front())))
+            << caseName(space);
+        EXPECT_EQ(&shared(), &shared()) << caseName(space);
     }
+    EXPECT_TRUE(Standard::p3D65Video().isEqual(dynamic_cast<const Standard&>(*definedSignals(Space::p3D65)->back())));
+    const Standard& video = Standard::p3D65Video();
+    EXPECT_EQ((Triple{rawOrAbsent(video.wrappedPrimaries()), rawOrAbsent(video.wrappedTransferFunction()),
+                      rawOrAbsent(video.wrappedMatrix())}),
+              (Triple{6, 2, 1}));
     const GammaColorSpaceSignal& cinema = GammaColorSpaceSignal::dcip3Cinema();
-    EXPECT_EQ(tripleOf(cinema), (Triple{5, 9, -1}));
     EXPECT_EQ(cinema.gamma(), 2.6F);
     EXPECT_EQ(&cinema, &GammaColorSpaceSignal::dcip3Cinema());
 }

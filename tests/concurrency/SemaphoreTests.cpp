@@ -117,7 +117,7 @@ TYPED_TEST(SemaphoreTest, stress) {
     std::atomic<int> inside{0}, worst{0}, done{0};
     auto work = [](TypeParam shared, std::atomic<int>& in, std::atomic<int>& most, std::atomic<int>& count) -> Task<> {
         for (int i = 0; i < rounds; ++i) {
-            co_await shared.wait();
+            static_cast<void>(co_await shared.wait());
             const int now = ++in;
             int seen = most.load();
             while (seen < now && !most.compare_exchange_weak(seen, now)) continue;
@@ -169,6 +169,18 @@ TEST(ClosableTaskSemaphore, closingTurnsWaitersAwayInOrderAndForGood) {
 
 TEST(ClosableTaskSemaphoreDeathTest, negativeLimitStopsTheProcess) {
     EXPECT_DEATH(ClosableTaskSemaphore(-1), "must not be negative");
+}
+
+TEST(TaskSemaphoreDeathTest, aFrameThatGoesAfterItsResumptionWasPostedStopsTheProcessByTheOperationsName) {
+    const auto misuse = [] {
+        ManualExecutor executor;
+        const ExecutorScope scope(executor);
+        const TaskSemaphore semaphore(0);
+        auto hold = [](TaskSemaphore held) -> Task<> { co_await held.wait(); };
+        const Abandoned waiting(hold(semaphore));
+        semaphore.signal();
+    };
+    EXPECT_DEATH(misuse(), "wait\\(\\): a coroutine was destroyed after");
 }
 
 TEST(AsyncSwitch, togglesAndSetsForAllItsCopies) {

@@ -95,23 +95,5 @@ TEST(ApplicationIOTrackingDelegate, oneInstanceIsShared) {
     EXPECT_EQ(&ApplicationIOTrackingDelegate::shared(), &ApplicationIOTrackingDelegate::sharedInstance());
 }
 
-TEST(SerialQueueDeathTest, workThatWaitsForItsOwnQueueStopsTheProcess) {
-    testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    const auto wait = [] {
-        SerialQueue queue("test");
-        queue.sync([&] { queue.sync([] {}); });
-    };
-    EXPECT_DEATH(wait(), "waited for the queue");
-}
-
-TEST(SerialQueue, itsEndWaitsForItsWork) {
-    int done = 0;
-    {
-        SerialQueue queue("test");
-        for (int i = 0; i < 100; ++i) queue.async([&] { ++done; });
-    }
-    EXPECT_EQ(done, 100);
-}
-
 }  // namespace
 }  // namespace corvex

@@ -9,6 +9,7 @@
 
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "LutFiles.h"
 
@@ -282,6 +283,7 @@ TEST_F(LutFileLog, failuresAreLoggedAndGiveNothing) {
     std::filesystem::create_directory(directory_.path() / "directory.cube");
     ASSERT_EQ(::mkfifo((root + "/pipe.cube").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", root + "/device.cube");
+    std::filesystem::create_symlink("/proc/self/mem", root + "/unreadable.cube");  // regular, and reading it fails
     write("few ü.lut", entryLines(128, "7"));
     write("odd.lut", entryLines(300, "7"));
     write("look.png", entryLines(256, "7"));
@@ -294,6 +296,7 @@ TEST_F(LutFileLog, failuresAreLoggedAndGiveNothing) {
         {"directory.cube", {open + "/directory.cube"}},
         {"pipe.cube", {open + "/pipe.cube"}},
         {"device.cube", {open + "/device.cube"}},
+        {"unreadable.cube", {"error CVX_CLUT_PTFB-Failed to read from " + root + "/unreadable.cube"}},
         {"odd.lut", {}},
         {"look.png", {"info CVX_PLF_PLWV-Lut file file://" + root + "/look.png is not a supported format"}},
         {"few ü.lut",
@@ -305,6 +308,22 @@ TEST_F(LutFileLog, failuresAreLoggedAndGiveNothing) {
         EXPECT_EQ(ParsedLutFactory::parsedLut(directory_.path() / row.name), nullptr) << row.name;
         EXPECT_EQ(log_, row.expected) << row.name;
     }
+}
+
+TEST_F(LutFileLog, filesThatMayNotBeReadCannotBeOpened) {
+    const auto path = write("secret.cube", entryLines(256, "7"));
+    std::filesystem::permissions(directory_.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    constexpr uid_t nobody = 65534;
+    const uid_t self = ::geteuid();
+    if (self == 0 && ::seteuid(nobody) != 0)
+        GTEST_SKIP() << "root reads everything and cannot become another user here";
+    const auto file = ParsedLutFactory::parsedLut(path);
+    if (self == 0) {
+        ASSERT_EQ(::seteuid(self), 0);
+    }
+    EXPECT_EQ(file, nullptr);
+    EXPECT_EQ(log_, std::vector{"error CVX_CLUT_PTFB-Failed to open lut file " + path.string()});
 }
 
 TEST_F(LutFileLog, extensionsDecideWhatIsReadInAnyCase) {
@@ -319,12 +338,12 @@ TEST_F(LutFileLog, extensionsDecideWhatIsReadInAnyCase) {
 
 TEST_F(LutFileLog, memoryStaysFlatWithoutANewline) {
     const auto path = write("long.cube", "3D\n");
-    std::filesystem::resize_file(path, std::uintmax_t{1} << 28U);  // zero bytes without storage
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 30U);  // zero bytes without storage
     rusage before{}, after{};
     getrusage(RUSAGE_SELF, &before);
     EXPECT_EQ(ParsedLutFactory::parsedLut(path), nullptr);
     getrusage(RUSAGE_SELF, &after);
-    // Half of the file: whoever gathers it needs more, and the sanitizers' own memory (40 MiB) needs less.
+    // An eighth of the file: whoever gathers it needs more, and the sanitizers' own memory (40 MiB) needs less.
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 128 * 1024);
     EXPECT_THAT(log_, testing::ElementsAre(testing::StartsWith("error CVX_CLUT_PTFB-Dropped 1 lines longer")));
 }

@@ -19,28 +19,17 @@ TEST(NumberText, integersAreWholeTextsInRange) {
         std::string_view text;
         std::optional<std::int64_t> expected;
     };
-    const Row rows[] = {
-        {"0", 0},
-        {"+7", 7},
-        {"-07", -7},
-        {"9223372036854775807", INT64_MAX},
-        {"-9223372036854775808", INT64_MIN},
-        {"9223372036854775808", std::nullopt},
-        {"-9223372036854775809", std::nullopt},
-        {"00000000000000000000000000001", 1},
-        {"", std::nullopt},
-        {"+", std::nullopt},
-        {"-", std::nullopt},
-        {"+-1", std::nullopt},
-        {" 1", std::nullopt},
-        {"1 ", std::nullopt},
-        {"1.0", std::nullopt},
-        {"0x10", std::nullopt},
-        {"1e3", std::nullopt},
-        {"1\0"sv, std::nullopt},
-        {"٣", std::nullopt},
-    };
+    const Row rows[] = {{"0", 0},
+                        {"+7", 7},
+                        {"-07", -7},
+                        {"9223372036854775807", INT64_MAX},
+                        {"-9223372036854775808", INT64_MIN},
+                        {"00000000000000000000000000001", 1}};
     for (const auto& row : rows) EXPECT_EQ(parseInteger<std::int64_t>(row.text), row.expected) << row.text;
+    for (const std::string_view text : {"9223372036854775808"sv, "-9223372036854775809"sv, ""sv, "+"sv, "-"sv, "+-1"sv,
+                                        " 1"sv, "1 "sv, "1.0"sv, "0x10"sv, "1e3"sv, "1\0"sv, "٣"sv}) {
+        EXPECT_EQ(parseInteger<std::int64_t>(text), std::nullopt) << text;
+    }
 }
 
 TEST(NumberText, integersRespectTheirTypeAndSignRule) {
@@ -68,32 +57,18 @@ TEST(NumberText, decimalsAreWholeTextsRoundedOnce) {
         {"23.976", 23.976},
         {"9007199254740993", 9007199254740992.0},  // halfway: to even
         {"1.7976931348623157e308", std::numeric_limits<double>::max()},
-        {"1.8e308", std::nullopt},
-        {"-1e99999999999999999999", std::nullopt},
         {"4.9e-324", std::numeric_limits<double>::denorm_min()},
         {"1e-400", 0.0},
         {"0.000001e-99999999999999999999", 0.0},
         {"0e99999999999999999999", 0.0},
         {"100000000000000000000e-400", 0.0},
-        {"", std::nullopt},
-        {".", std::nullopt},
-        {"-", std::nullopt},
-        {"e5", std::nullopt},
-        {"1e", std::nullopt},
-        {"1e+", std::nullopt},
-        {"+-1", std::nullopt},
-        {"--1", std::nullopt},
-        {"1..2", std::nullopt},
-        {"1,5", std::nullopt},
-        {" 1", std::nullopt},
-        {"1 ", std::nullopt},
-        {"0x1p3", std::nullopt},
-        {"inf", std::nullopt},
-        {"-nan", std::nullopt},
-        {"1f", std::nullopt},
-        {"1\0"sv, std::nullopt},
     };
     for (const auto& row : rows) EXPECT_EQ(parseFloat<double>(row.text), row.expected) << row.text;
+    for (const std::string_view text :
+         {"1.8e308"sv, "-1e99999999999999999999"sv, ""sv, "."sv, "-"sv, "e5"sv, "1e"sv, "1e+"sv, "+-1"sv, "--1"sv,
+          "1..2"sv, "1,5"sv, " 1"sv, "1 "sv, "0x1p3"sv, "inf"sv, "-nan"sv, "1f"sv, "1\0"sv}) {
+        EXPECT_EQ(parseFloat<double>(text), std::nullopt) << text;
+    }
     EXPECT_TRUE(std::signbit(parseFloat<double>("-1e-400").value_or(1.0)));
     EXPECT_EQ(parseFloat<float>("3.5e38"), std::nullopt);
     // Just above the middle of two floats; by way of a double it would be the middle, and round down.

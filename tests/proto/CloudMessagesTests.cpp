@@ -19,24 +19,16 @@ namespace {
 using Template = TranscodeVideoOptionsTemplate;
 
 TEST(VideoOptionsTemplate, namesAndIdentifiers) {
-    struct Row {
-        Template value;
-        const char *rawText, *shown, *identifier;
-    };
-    const Row rows[] = {
-        {Template::iOSCurrent, "iOSCurrent", "Current iOS/tvOS", "ORV_TranscodePreset_Template-iOSCurrent"},
-        {Template::h264, "h264", "H.264", "ORV_TranscodePreset_Template-h264"},
-        {Template::proRes422, "proRes422", "Apple ProRes 422", "ORV_TranscodePreset_Template-proRes422"},
-        {Template::proRes4444, "proRes4444", "Apple ProRes 4444", "ORV_TranscodePreset_Template-proRes4444"},
-    };
-    std::size_t count = 0;
-    for (const auto& row : rows) {
-        EXPECT_EQ(allCases<Template>[count++], row.value);
-        EXPECT_EQ(fromRawValue<Template>(row.rawText), row.value);
-        EXPECT_EQ(localizedString(row.value), row.shown);
-        EXPECT_EQ(definedPresetID(row.value), row.identifier);
+    std::string shown;
+    for (const Template value : allCases<Template>) {
+        const std::string text(rawValue(value));
+        EXPECT_EQ(fromRawValue<Template>(text), value);
+        EXPECT_EQ(definedPresetID(value), "ORV_TranscodePreset_Template-" + text);
+        shown += text + ": " + std::string(localizedString(value)) + ", ";
     }
-    EXPECT_EQ(count, allCases<Template>.size());
+    EXPECT_EQ(shown,
+              "iOSCurrent: Current iOS/tvOS, h264: H.264, proRes422: Apple ProRes 422, "
+              "proRes4444: Apple ProRes 4444, ");
     EXPECT_EQ(fromRawValue<Template>("H264"), std::nullopt);
 }
 

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -19,9 +20,15 @@
 
 namespace corvex::tool::test {
 
+Words wordsOf(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
+}
+
 Command::Command(Words words) {
     // Read by builds with AddressSanitizer alone: libx265 3.5 never frees what it allocates when it opens an encoder.
     setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" CORVEX_TEST_DATA "/leaks-of-others.txt", 0);
+    setenv("CORVEX_SETTINGS_FILE", "/dev/null/none", 0);  // what the user prefers is no part of a test
     static int number = 0;
     const std::string stem =
         ::testing::TempDir() + "corvex-command-" + std::to_string(getpid()) + "-" + std::to_string(number++);

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <sys/types.h>
@@ -9,6 +10,9 @@
 namespace corvex::tool::test {
 
 using Words = std::vector<std::string>;
+
+/// "-dims 9x9 -an" as words: what stands between blanks.
+Words wordsOf(std::string_view text);
 
 /// How a command ended and what it said.
 struct CommandResult {

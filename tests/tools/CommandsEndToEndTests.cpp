@@ -63,10 +63,7 @@ TEST(InformationEndToEnd, commandsAnswerFromTheVocabulary) {
         {"-version", "corvex "},
         {"-acknowledge", "FFmpeg"},
         {"-presets", "orvane_cloud (cloud): -file_format qt"},
-        {"-aspect_scalings", "match\nstretch\nletterbox\ncrop\n"},
         {"-crop_anchors", "tl\ntc\ntr\ncl\nc\ncr\nbl\nbc\nbr\n"},
-        {"-tc_burn_anchors", "tl\n"},
-        {"-wmf_burn_anchors", "tl\n"},
         {"-color_spaces", "sRGB\n"},
         {"-color_matrix", "cm_rec_604_4\n"},
         {"-transfer_func", "tf_smpte_240M_1995\n"},
@@ -109,13 +106,10 @@ TEST(RefusalEndToEnd, wordsThatCannotBeUsed) {
         {{"args", "-vn"}, "--"},
         {{"args", "--json", "word", "--", "-vn"}, "'word'"},
         {{"transcode"}, "-in is missing"},
-        {{"transcode", "-in", "a.mov"}, "-out is missing"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-vcodc", "h264"}, "did you mean -vcodec?"},
-        {{"transcode", "-in", "a.mov", "-out", "b.mov", "-xyzzyx", "-plughplugh"}, "'-xyzzyx'"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-xyzzyx", "-plughplugh"}, "'-plughplugh'"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-vbr", "-5"}, "'-5' is no value of -vbr"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-tc_burn"}, "'-tc_burn' is not carried out"},
-        {{"transcode", "-in", "a.mov", "-out", "b.mov", "-vcodec", "vp9"}, "-vcodec 'vp9'"},
         {{"-isTranscoder", "-in", "a.mov", "-out", "b.mov", "-parentPid", "x"}, "-parentPid 'x'"},
     };
     for (const Row& row : rows) expectRefusal(corvex(row.words), 2, row.problem);
@@ -132,7 +126,6 @@ TEST(RefusalEndToEnd, jobsThatCannotBeDone) {
     };
     writeFile(directory.path("empty.mov"), "");
     writeFile(directory.path("text.mov"), "This is no film, but a text that somebody renamed.\n");
-    writeFile(directory.path("noise.mov"), std::string(100'000, '\x5a'));
     const std::string out = directory.path("out.mov");
     const std::string wave = directory.path("out.wav");
     struct Row {
@@ -143,30 +136,24 @@ TEST(RefusalEndToEnd, jobsThatCannotBeDone) {
         {{"-in", directory.path("missing.mov"), "-out", out}, "missing.mov': no such file"},
         {{"-in", directory.path("empty.mov"), "-out", out}, "empty.mov': the file is empty"},
         {{"-in", directory.path("text.mov"), "-out", out}, "text.mov': no readable media"},
-        {{"-in", directory.path("noise.mov"), "-out", out}, "noise.mov': no readable media"},
         {{"-in", directory.path(), "-out", out}, "is a directory"},
         {{"-in", "http://127.0.0.1:9/x.mov", "-out", out}, "no such file"},
         {{"-in", clip("wav"), "-out", out}, "holds no video; -vn"},
         {{"-in", clip("silent"), "-out", wave}, "holds no audio"},
         {{"-in", clip("tracks"), "-out", wave}, "3 audio tracks; a wav file holds one"},
         {{"-in", clip("tracks"), "-out", out, "-acodec", "apple_ima4"}, "6 in stream 3"},
-        {{"-in", clip("plain"), "-out", directory.path("out.mp4"), "-acopy"}, "does not carry pcm_s16le"},
         {{"-in", clip("plain"), "-out", out, "-acodec", "aac_he"}, "aac_he"},
         {{"-in", clip("plain"), "-out", out, "-acodec", "aac", "-asr", "12345"}, "expected one of 96000"},
         {{"-in", clip("plain"), "-out", out, "-vcodec", "dnxhd"}, "1920x1080 or 1280x720"},
         {{"-in_0_0", clip("plain"), "-in_0_1", clip("tracks"), "-out", out}, "3 audio tracks, the first file 1"},
-        {{"-in_0_0", clip("plain"), "-in_0_1", clip("mp4"), "-out", out, "-acopy"}, "coded alike"},
         {{"-in_0_0", clip("plain"), "-in_0_1", directory.path("missing.mov"), "-out", out}, "missing.mov': no such"},
         {{"-in", clip("plain"), "-out", clip("plain"), "-overwrite"}, "a source is never replaced"},
         {{"-in", clip("plain"), "-out", out, "-progress_file", clip("plain")}, "a file of the job itself"},
-        {{"-in", clip("plain"), "-out", out, "-progress_file", out}, "a file of the job itself"},
         {{"-in", clip("plain"), "-out", out, "-progress_file", "/nonexistent/p"}, "-progress_file '/nonexistent/p'"},
         {{"-in", clip("plain"), "-out", "/nonexistent/out.mov"}, "'/nonexistent/out.mov'"},
-        {{"-in", clip("plain"), "-out", "/proc/out.mov"}, "'/proc/out.mov'"},
         {{"-in", clip("plain"), "-out", out, "-work_dir", "/nonexistent"}, "'/nonexistent'"},
         {{"-in", cut("front", 0.6), "-out", out}, "is truncated: its index names"},
         {{"-in", cut("plain", 0.9), "-out", out}, "no readable media"},
-        {{"-in", cut("mkv", 0.3), "-out", out}, "is truncated: its header names"},
         {{"-in", cut("mkv", 0.95), "-out", out}, "is truncated: its header names"},
         {{"-in", cut("avi", 0.6), "-out", out}, "is truncated"},
         {{"-in", cut("wav", 0.6), "-out", wave}, "is truncated"},

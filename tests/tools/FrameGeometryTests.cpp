@@ -1,196 +1,61 @@
 #include <tools/corvex/worker/FrameGeometry.h>
 
-#include <ostream>
+#include <array>
 
 #include <gtest/gtest.h>
 
 namespace corvex::tool {
-
-std::ostream& operator<<(std::ostream& out, PixelSize size) { return out << size.width << "x" << size.height; }
-std::ostream& operator<<(std::ostream& out, PixelAspect aspect) {
-    return out << aspect.numerator << ":" << aspect.denominator;
-}
-
 namespace {
 
 constexpr PixelAspect square{1, 1};
 constexpr PixelAspect palWide{64, 45};  // 16:9 in 720x576, Rec. ITU-R BT.601
 
-struct Row {
-    const char* name;
-    SourcePicture source;
-    std::optional<PixelSize> box;
-    OAVTranscodeArgumentAspectRatioValue scaling;
-    PixelSize crop;
-    PixelSize scaled;
-    PixelSize output;
-    PixelAspect pixelAspect;
-};
+std::string textOf(PixelSize size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
+
+/// "1080x1080 > 640x640 > 640x640 1:1": the part that is used, its size after scaling, the output and its pixels.
+std::string textOf(const FrameGeometry& geometry) {
+    return textOf(geometry.crop) + " > " + textOf(geometry.scaled) + " > " + textOf(geometry.output) + " " +
+           std::to_string(geometry.pixelAspect.numerator) + ":" + std::to_string(geometry.pixelAspect.denominator);
+}
 
 TEST(FrameGeometry, followsTheScaling) {
+    const SourcePicture hd{{1920, 1080}, square, {}};
+    const SourcePicture pal{{720, 576}, palWide, {}};
+    const auto of = [](int width, int height) { return SourcePicture{{width, height}, square, {}}; };
+    const auto turned = [](PixelAspect aspect, int turn) { return SourcePicture{{1920, 1080}, aspect, {turn}}; };
+    const auto match = OAVMatchSourceRatio;
+    const auto letterbox = OAVLetterboxAspect;
+    struct Row {
+        const char* name;
+        SourcePicture source;
+        std::optional<PixelSize> box;
+        OAVTranscodeArgumentAspectRatioValue scaling;
+        const char* expected;
+    };
     const Row rows[] = {
-        {"no box", {{1920, 1080}, square}, {}, OAVMatchSourceRatio, {1920, 1080}, {1920, 1080}, {1920, 1080}, square},
-        {"no box keeps wide pixels",
-         {{720, 576}, palWide},
-         {},
-         OAVMatchSourceRatio,
-         {720, 576},
-         {720, 576},
-         {720, 576},
-         palWide},
-        {"odd sides are raised",
-         {{321, 181}, square},
-         {},
-         OAVMatchSourceRatio,
-         {321, 181},
-         {322, 182},
-         {322, 182},
-         square},
-        {"smallest", {{1, 1}, square}, {}, OAVMatchSourceRatio, {1, 1}, {2, 2}, {2, 2}, square},
-        {"turned",
-         {{1920, 1080}, {4, 3}, 90},
-         {},
-         OAVMatchSourceRatio,
-         {1080, 1920},
-         {1080, 1920},
-         {1080, 1920},
-         {3, 4}},
-        {"upside down",
-         {{1920, 1080}, {4, 3}, 180},
-         {},
-         OAVMatchSourceRatio,
-         {1920, 1080},
-         {1920, 1080},
-         {1920, 1080},
-         {4, 3}},
-        {"stretch",
-         {{1920, 1080}, square},
-         PixelSize{640, 640},
-         OAVStretchAspect,
-         {1920, 1080},
-         {640, 640},
-         {640, 640},
-         square},
-        {"stretch into odd",
-         {{1920, 1080}, square},
-         PixelSize{641, 359},
-         OAVStretchAspect,
-         {1920, 1080},
-         {642, 360},
-         {642, 360},
-         square},
-        {"match is lower than the box",
-         {{1920, 1080}, square},
-         PixelSize{640, 640},
-         OAVMatchSourceRatio,
-         {1920, 1080},
-         {640, 360},
-         {640, 360},
-         square},
-        {"match is narrower than the box",
-         {{1080, 1920}, square},
-         PixelSize{640, 640},
-         OAVMatchSourceRatio,
-         {1080, 1920},
-         {360, 640},
-         {360, 640},
-         square},
-        {"match enlarges",
-         {{320, 180}, square},
-         PixelSize{640, 640},
-         OAVMatchSourceRatio,
-         {320, 180},
-         {640, 360},
-         {640, 360},
-         square},
-        {"match of wide pixels",
-         {{720, 576}, palWide},
-         PixelSize{1024, 1024},
-         OAVMatchSourceRatio,
-         {720, 576},
-         {1024, 576},
-         {1024, 576},
-         square},
-        {"match of a turned picture",
-         {{1920, 1080}, square, 270},
-         PixelSize{640, 640},
-         OAVMatchSourceRatio,
-         {1080, 1920},
-         {360, 640},
-         {360, 640},
-         square},
-        {"match of a line",
-         {{4000, 10}, square},
-         PixelSize{100, 100},
-         OAVMatchSourceRatio,
-         {4000, 10},
-         {100, 2},
-         {100, 2},
-         square},
-        {"letterbox",
-         {{1920, 1080}, square},
-         PixelSize{640, 640},
-         OAVLetterboxAspect,
-         {1920, 1080},
-         {640, 360},
-         {640, 640},
-         square},
-        {"pillars",
-         {{1440, 1080}, square},
-         PixelSize{640, 360},
-         OAVLetterboxAspect,
-         {1440, 1080},
-         {480, 360},
-         {640, 360},
-         square},
-        {"letterbox that fits needs no bars",
-         {{720, 576}, palWide},
-         PixelSize{1024, 576},
-         OAVLetterboxAspect,
-         {720, 576},
-         {1024, 576},
-         {1024, 576},
-         square},
-        {"crop sides",
-         {{1920, 1080}, square},
-         PixelSize{640, 640},
-         OAVCropAspect,
-         {1080, 1080},
-         {640, 640},
-         {640, 640},
-         square},
-        {"crop top and bottom",
-         {{320, 180}, square},
-         PixelSize{320, 60},
-         OAVCropAspect,
-         {320, 60},
-         {320, 60},
-         {320, 60},
-         square},
-        {"crop of wide pixels cuts in those",
-         {{720, 576}, palWide},
-         PixelSize{576, 576},
-         OAVCropAspect,
-         {405, 576},
-         {576, 576},
-         {576, 576},
-         square},
-        {"crop of the box's own aspect",
-         {{1920, 1080}, square},
-         PixelSize{960, 540},
-         OAVCropAspect,
-         {1920, 1080},
-         {960, 540},
-         {960, 540},
-         square},
+        {"no box", hd, {}, match, "1920x1080 > 1920x1080 > 1920x1080 1:1"},
+        {"no box keeps wide pixels", pal, {}, match, "720x576 > 720x576 > 720x576 64:45"},
+        {"odd sides are raised", of(321, 181), {}, match, "321x181 > 322x182 > 322x182 1:1"},
+        {"smallest", of(1, 1), {}, match, "1x1 > 2x2 > 2x2 1:1"},
+        {"turned", turned({4, 3}, 90), {}, match, "1080x1920 > 1080x1920 > 1080x1920 3:4"},
+        {"upside down", turned({4, 3}, 180), {}, match, "1920x1080 > 1920x1080 > 1920x1080 4:3"},
+        {"stretch into odd", hd, {{641, 359}}, OAVStretchAspect, "1920x1080 > 642x360 > 642x360 1:1"},
+        {"match is lower than the box", hd, {{640, 640}}, match, "1920x1080 > 640x360 > 640x360 1:1"},
+        {"match enlarges", of(180, 320), {{640, 640}}, match, "180x320 > 360x640 > 360x640 1:1"},
+        {"match of wide pixels", pal, {{1024, 1024}}, match, "720x576 > 1024x576 > 1024x576 1:1"},
+        {"match of a turned picture", turned(square, 270), {{640, 640}}, match, "1080x1920 > 360x640 > 360x640 1:1"},
+        {"match of a line", of(4000, 10), {{100, 100}}, match, "4000x10 > 100x2 > 100x2 1:1"},
+        {"letterbox", hd, {{640, 640}}, letterbox, "1920x1080 > 640x360 > 640x640 1:1"},
+        {"pillars", of(1440, 1080), {{640, 360}}, letterbox, "1440x1080 > 480x360 > 640x360 1:1"},
+        {"letterbox without bars", pal, {{1024, 576}}, letterbox, "720x576 > 1024x576 > 1024x576 1:1"},
+        {"crop sides", hd, {{640, 640}}, OAVCropAspect, "1080x1080 > 640x640 > 640x640 1:1"},
+        {"crop top and bottom", of(320, 180), {{320, 60}}, OAVCropAspect, "320x60 > 320x60 > 320x60 1:1"},
+        {"crop of wide pixels cuts in those", pal, {{576, 576}}, OAVCropAspect, "405x576 > 576x576 > 576x576 1:1"},
+        {"crop of the box's own aspect", hd, {{960, 540}}, OAVCropAspect, "1920x1080 > 960x540 > 960x540 1:1"},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const FrameGeometry geometry = FrameGeometry::make(row.source, {row.box, row.scaling, OAVAnchorCenter});
-        EXPECT_EQ(geometry.crop, row.crop);
-        EXPECT_EQ(geometry.scaled, row.scaled);
-        EXPECT_EQ(geometry.output, row.output);
-        EXPECT_EQ(geometry.pixelAspect, row.pixelAspect);
+        const FrameRequest request{row.box, row.scaling, OAVAnchorCenter};
+        EXPECT_EQ(textOf(FrameGeometry::make(row.source, request)), row.expected) << row.name;
     }
 }
 
@@ -204,12 +69,11 @@ TEST(FrameGeometry, anchorsPlaceTheCrop) {
         {OAVAnchorCenterLeft, 0, 100}, {OAVAnchorCenter, 100, 100},       {OAVAnchorCenterRight, 200, 100},
         {OAVAnchorBottomLeft, 0, 200}, {OAVAnchorBottomCenter, 100, 200}, {OAVAnchorBottomRight, 200, 200}};
     for (const AnchorRow& row : rows) {
-        SCOPED_TRACE(row.anchor.rawValue());
         const FrameRequest request{PixelSize{50, 50}, OAVCropAspect, row.anchor};
-        const FrameGeometry wide = FrameGeometry::make({{300, 100}, square}, request);
-        const FrameGeometry high = FrameGeometry::make({{100, 300}, square}, request);
-        EXPECT_EQ(std::pair(wide.cropX, wide.cropY), std::pair(row.x, 0));
-        EXPECT_EQ(std::pair(high.cropX, high.cropY), std::pair(0, row.y));
+        const FrameGeometry wide = FrameGeometry::make({{300, 100}, square, {}}, request);
+        const FrameGeometry high = FrameGeometry::make({{100, 300}, square, {}}, request);
+        EXPECT_EQ(std::pair(wide.cropX, wide.cropY), std::pair(row.x, 0)) << row.anchor.rawValue();
+        EXPECT_EQ(std::pair(high.cropX, high.cropY), std::pair(0, row.y)) << row.anchor.rawValue();
     }
 }
 
@@ -219,41 +83,62 @@ TEST(FrameGeometry, laterSourcesKeepTheFirstOnesRaster) {
         PixelSize source;
         std::optional<PixelSize> box;
         OAVTranscodeArgumentAspectRatioValue scaling;
-        PixelSize firstOutput, scaled;
+        PixelSize firstOutput;
+        const char* expected;
     };
+    const auto match = OAVMatchSourceRatio;
     const LaterRow rows[] = {
-        {"same", {1920, 1080}, {}, OAVMatchSourceRatio, {1920, 1080}, {1920, 1080}},
-        {"other size, same shape", {1280, 720}, {}, OAVMatchSourceRatio, {1920, 1080}, {1920, 1080}},
-        {"other shape gets bars", {640, 480}, {}, OAVMatchSourceRatio, {1920, 1080}, {1440, 1080}},
-        {"match of another shape gets bars",
-         {640, 480},
-         PixelSize{640, 640},
-         OAVMatchSourceRatio,
-         {640, 360},
-         {480, 360}},
-        {"stretch stays stretch", {640, 480}, PixelSize{960, 540}, OAVStretchAspect, {960, 540}, {960, 540}},
+        {"same shape", {1280, 720}, {}, match, {1920, 1080}, "1280x720 > 1920x1080 > 1920x1080 1:1"},
+        {"other shape gets bars", {640, 480}, {}, match, {1920, 1080}, "640x480 > 1440x1080 > 1920x1080 1:1"},
+        {"and so in a box", {640, 480}, {{640, 640}}, match, {640, 360}, "640x480 > 480x360 > 640x360 1:1"},
+        {"stretch", {640, 480}, {{960, 540}}, OAVStretchAspect, {960, 540}, "640x480 > 960x540 > 960x540 1:1"},
     };
     for (const LaterRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        const FrameGeometry geometry = FrameGeometry::makeForOutput(
-            {row.source, square}, {row.box, row.scaling, OAVAnchorCenter}, row.firstOutput);
-        EXPECT_EQ(geometry.output, row.firstOutput);
-        EXPECT_EQ(geometry.scaled, row.scaled);
+        const FrameRequest request{row.box, row.scaling, OAVAnchorCenter};
+        const SourcePicture source{row.source, square, {}};
+        EXPECT_EQ(textOf(FrameGeometry::makeForOutput(source, request, row.firstOutput)), row.expected) << row.name;
+    }
+}
+
+// The eight ways in which a display matrix can lay a picture without bending it, as the place of a picture's corners
+// tells them: x' = a x + c y, y' = b x + d y.
+TEST(Orientation, followsTheDisplayMatrix) {
+    struct MatrixRow {
+        const char* name;
+        std::int32_t a, b, c, d;
+        Orientation expected;
+        const char* filter;
+    };
+    constexpr MatrixRow rows[] = {
+        {"upright", 1, 0, 0, 1, {0, false}, ""},
+        {"clockwise", 0, 1, -1, 0, {90, false}, "transpose=clock,"},
+        {"upside down", -1, 0, 0, -1, {180, false}, "hflip,vflip,"},
+        {"counter-clockwise", 0, -1, 1, 0, {270, false}, "transpose=cclock,"},
+        {"left is right", -1, 0, 0, 1, {0, true}, "hflip,"},
+        {"top is bottom", 1, 0, 0, -1, {180, true}, "vflip,"},
+        {"about the falling diagonal", 0, 1, 1, 0, {270, true}, "transpose=cclock_flip,"},
+        {"about the rising diagonal", 0, -1, -1, 0, {90, true}, "transpose=clock_flip,"},
+        {"nothing", 0, 0, 0, 0, {0, false}, ""},
+    };
+    for (const MatrixRow& row : rows) {
+        const std::int32_t one = 1 << 16;
+        const std::array<std::int32_t, 9> matrix{row.a * one, row.b * one, 0, row.c * one, row.d * one, 0, 0, 0, 1};
+        const Orientation orientation = Orientation::fromDisplayMatrix(matrix.data());
+        EXPECT_EQ(orientation, row.expected) << row.name;
+        const auto geometry = FrameGeometry::make({{320, 180}, square, orientation}, {});
+        EXPECT_EQ(geometry.filterText(""), row.filter + std::string("setsar=1/1")) << row.name;
     }
 }
 
 TEST(FrameGeometry, filtersOnlyWhatIsNeeded) {
-    const auto text = [](SourcePicture source, FrameRequest request, const char* options = "") {
-        return FrameGeometry::make(source, request).filterText(options);
+    const auto text = [](PixelSize size, FrameRequest request, const char* options = "") {
+        return FrameGeometry::make({size, square, {}}, request).filterText(options);
     };
-    EXPECT_EQ(text({{320, 180}, square}, {}), "setsar=1/1");
-    EXPECT_EQ(text({{320, 180}, square}, {}, ":out_range=pc"), "scale=320:180:flags=bicubic:out_range=pc,setsar=1/1");
-    EXPECT_EQ(text({{320, 180}, palWide, 90}, {}), "transpose=clock,setsar=45/64");
-    EXPECT_EQ(text({{320, 180}, square, 180}, {}), "hflip,vflip,setsar=1/1");
-    EXPECT_EQ(text({{320, 180}, square, 270}, {}), "transpose=cclock,setsar=1/1");
-    EXPECT_EQ(text({{320, 180}, square}, {PixelSize{100, 100}, OAVLetterboxAspect}),
-              "scale=100:56:flags=bicubic,pad=100:100:(ow-iw)/2:(oh-ih)/2:color=black,setsar=1/1");
-    EXPECT_EQ(text({{320, 180}, square}, {PixelSize{180, 180}, OAVCropAspect, OAVAnchorBottomRight}),
+    EXPECT_EQ(text({320, 180}, {}, ":out_range=pc"), "scale=320:180:flags=bicubic:interl=-1:out_range=pc,setsar=1/1");
+    EXPECT_EQ(text({320, 1}, {}), "scale=320:2:flags=bicubic,setsar=1/1");  // one line has no fields
+    EXPECT_EQ(text({320, 180}, {PixelSize{100, 100}, OAVLetterboxAspect}),
+              "scale=100:56:flags=bicubic:interl=-1,pad=100:100:(ow-iw)/2:(oh-ih)/2:color=black,setsar=1/1");
+    EXPECT_EQ(text({320, 180}, {PixelSize{180, 180}, OAVCropAspect, OAVAnchorBottomRight}),
               "crop=180:180:140:0:exact=1,setsar=1/1");
 }
 

@@ -9,6 +9,7 @@
 #include <tests/tools/Command.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/host/ProgressDisplay.h>
+#include <tools/corvex/worker/TransferMeter.h>
 
 namespace corvex::tool {
 namespace {
@@ -49,6 +50,8 @@ TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {
          " 10.0 %  5/50 frames  25.0 fps  1:02 left\n"},
         {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=3723",
          " 10.0 %  5/50 frames  25.0 fps  1:02:03 left\n"},
+        {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=62 read=12345678 written=0",
+         " 10.0 %  5/50 frames  25.0 fps  read 12.3 MB/s  write 0.0 MB/s  1:02 left\n"},
         {"", "state=running frame=0 total=50 percent=0.0 fps=0.00 eta=-1", "  0.0 %  0/50 frames  0.0 fps\n"},
         {"", "state=running frame=0 total=0 percent=40.0 fps=0.00 eta=3", " 40.0 %  0:03 left\n"},
         {"", "state=done frame=50 total=50 percent=100.0 fps=25.00 eta=0", "100.0 %  50/50 frames  25.0 fps  done\n"},
@@ -64,6 +67,38 @@ TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {
         ProgressDisplay(row.prefix).takeLine(row.line);
         EXPECT_EQ(GetCapturedStdout(), row.shown) << row.line;
     }
+}
+
+TEST(ProgressDisplay, aLabelStandsInFrontOfEachLine) {
+    CaptureStdout();
+    ProgressDisplay display("", "A001.mov");
+    display.takeLine("state=done frame=0 total=0 percent=100.0 fps=0.00 eta=0");
+    display.takeLine("something else");
+    EXPECT_EQ(GetCapturedStdout(), "A001.mov: 100.0 %  done\nA001.mov: something else\n");
+}
+
+TEST(TransferMeter, ratesAreThoseOfTheLastTwoSeconds) {
+    const auto at = [](int milliseconds) {
+        return IOActivityUpdate::Timestamp(std::chrono::milliseconds(milliseconds));
+    };
+    TransferMeter meter;
+    const auto expectRates = [&](double read, double written) {
+        EXPECT_DOUBLE_EQ(meter.rates().read, read);
+        EXPECT_DOUBLE_EQ(meter.rates().written, written);
+    };
+    expectRates(0, 0);
+    meter.take(URLActivityUpdate({}, "in", 1'000'000, 0, at(0)));
+    meter.take(URLActivityUpdate({}, "out", 0, 1'000'000, at(0)));
+    expectRates(0, 0);  // what came before the first report took no time that is known
+    meter.take(URLActivityUpdate({}, "in", 500, 0, at(500)));
+    meter.take(URLActivityUpdate({}, "out", 0, 50, at(500)));
+    expectRates(1000, 100);
+    meter.take(URLActivityUpdate({}, "in", 3000, 0, at(2000)));
+    expectRates(1750, 25);
+    meter.take(URLActivityUpdate({}, "in", 0, 0, at(2500)));
+    expectRates(1500, 0);
+    meter.take(URLActivityUpdate({}, "in", 7, 0, at(-5000)));  // somebody has set the clock
+    expectRates(0, 0);
 }
 
 TEST(ProgressDisplay, theLastLineIsNeverHeldBack) {

@@ -158,7 +158,7 @@ TEST(LutCommand, refusesInOneLineWithoutEverBeingStopped) {
         {{"lut", "sample", table("numbers.cube"), "0", "0", "0", "--in-depth", "64"}, 2, "--in-depth"},
         {{"lut", "sample", table("numbers.cube"), "0", "0", "0", "--out-depth", "8"}, 2, "--in-depth"},
         {{"lut", "sample", table("negative.cube"), "0", "0", "0", "--in-depth", "8"}, 1, "is no code value"},
-        {{"lut", "sample", table("absent.cube"), "0", "0", "0"}, 1, "is no LUT: The file cannot be opened"},
+        {{"lut", "sample", table("absent.cube"), "0", "0", "0"}, 1, "is no look-up table: The file cannot be opened"},
     };
     for (const Row& row : rows) {
         const CommandResult result = corvex(row.words);

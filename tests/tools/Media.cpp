@@ -53,6 +53,7 @@ Recipe recipeOf(const std::string& name) {
     if (name == "ts") return {copyOf("plain", {"-c:v", "copy", "-c:a", "aac"}), "ts"};
     if (name == "mp4") return {copyOf("plain", {"-c:v", "copy", "-c:a", "aac"}), "mp4"};
     if (name == "wav") return {copyOf("plain", {"-vn", "-c:a", "copy"}), "wav"};
+    if (name == "ac3" || name == "flac") return {copyOf("plain", {"-c:v", "copy", "-c:a", name}), "mkv"};
     if (name == "silent") return {copyOf("plain", {"-an", "-c:v", "copy"}), "mov"};
     if (name == "hd") return {withSource("testsrc2=size=1280x720:rate=25:duration=0.2", "", h264), "mov"};
     if (name == "rotated") return {copyOf("fields", {"-c", "copy", "-metadata:s:v:0", "rotate=90"}), "mp4"};
@@ -60,6 +61,14 @@ Recipe recipeOf(const std::string& name) {
     if (name == "rgb") return {withSource(fields, "", {"-c:v", "qtrle", "-pix_fmt", "rgb24"}), "mov"};
     if (name == "alpha") {
         return {withSource("color=red@0.5:size=320x180:duration=0.2,format=rgba", "", {"-c:v", "qtrle"}), "mov"};
+    }
+    if (name == "interlaced" || name == "striped") {
+        const std::string stripes =
+            "color=size=64x64:rate=25:duration=0.2,format=yuv444p,"
+            "geq=lum='16+219*mod(Y,2)':cb=128:cr=128";
+        const Words proRes{"-c:v", "prores_ks", "-pix_fmt", "yuv444p10le"};
+        if (name == "striped") return {withSource(stripes, "", proRes), "mov"};
+        return {withSource(stripes + ",setfield=tff", "", with(proRes, {"-flags", "+ildct"})), "mov"};
     }
     if (name == "fullrange") return {withSource(moving + "1", "", {"-c:v", "mjpeg", "-pix_fmt", "yuvj420p"}), "avi"};
     if (name == "odd") {

@@ -72,6 +72,27 @@ TEST(OutputFile, replacesWhenAllowed) {
     }
 }
 
+TEST(OutputFile, linksStayAndTheirEndsAreWritten) {
+    const TemporaryDirectory directory;
+    const TemporaryDirectory other;
+    writeFile(other.path("old.mov"), "old");
+    std::filesystem::create_symlink(other.path("old.mov"), directory.path("there.mov"));
+    std::filesystem::create_symlink("there.mov", directory.path("over.mov"));
+    std::filesystem::create_symlink(other.path("new.mov"), directory.path("to nothing.mov"));
+    const Words links = directory.entries();
+    for (const auto& [link, end] : {std::pair("over.mov", "old.mov"), std::pair("to nothing.mov", "new.mov")}) {
+        OutputFile file(directory.path(link), "", true);
+        writeFile(file.pathWhileWriting(), "bytes");
+        file.publish();
+        EXPECT_EQ(readFile(other.path(end)), "bytes");
+        EXPECT_TRUE(std::filesystem::is_symlink(directory.path(link)));
+    }
+    EXPECT_EQ(directory.entries(), links);
+    EXPECT_EQ(other.entries(), (Words{"new.mov", "old.mov"}));
+    std::filesystem::create_symlink("round.mov", directory.path("round.mov"));
+    EXPECT_NE(problemOf([&] { OutputFile(directory.path("round.mov"), "", true); }), "");
+}
+
 TEST(OutputFile, comesFromAnotherFileSystemWhole) {
     const TemporaryDirectory directory;
     const TemporaryDirectory work("/dev/shm");

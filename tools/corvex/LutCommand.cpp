@@ -1,4 +1,4 @@
-// corvex lut: what a look-up table file is, and what it answers.
+// corvex lut: what a look-up table file is, what it answers, and what it does to pictures.
 
 #include <algorithm>
 #include <cmath>
@@ -20,6 +20,9 @@
 #include <Corvex/platform/NumberText.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/jsonOutput.h>
+#include <tools/corvex/lut/LutApply.h>
+#include <tools/corvex/lut/LutCheck.h>
+#include <tools/corvex/worker/LookUpTable.h>
 
 namespace corvex::tool {
 namespace {
@@ -201,11 +204,8 @@ ExitStatus sampleCodes(const Choices& choices, const RGBSampleConverter& convert
 }
 
 ExitStatus sample(const Choices& choices) {
-    const LutReading reading = ParsedLutFactory::read(choices.file);
-    if (!reading.file) {
-        throw JobError(inQuotes(choices.file) + " is no LUT: " + std::string(description(*reading.problem)));
-    }
-    const RGBSampleConverter& converter = reading.file->converter();
+    const auto file = readTable(choices.file);
+    const RGBSampleConverter& converter = file->converter();
     if (choices.inputDepth) return sampleCodes(choices, converter);
     const auto* cube = dynamic_cast<const ThreeDimensionalSampleConverter*>(&converter);
     if (cube == nullptr) {
@@ -214,6 +214,32 @@ ExitStatus sample(const Choices& choices) {
     }
     const auto input = parsedColor<double>(choices.color, parseFloat<double>, "decimal number");
     return printSample(choices, input, checkedInterpolation(choices.file, *cube, input));
+}
+
+void addApply(CLI::App& command, Action& action) {
+    auto choices = std::make_shared<LutApplyChoices>();
+    CLI::App* apply = command.add_subcommand("apply", "Look up the colours of a still picture");
+    apply->add_option("FILE", choices->table, "A text file of any dialect")->required();
+    apply->add_option("IN", choices->input, "A PNG, TIFF or DPX of 8 to 16 bits")->required();
+    apply->add_option("OUT", choices->output, "The result: a name that ends in .png, .tif, .tiff or .dpx")->required();
+    CLI::Option* stated = apply->add_flag("--as-stated", choices->asStated,
+                                          "As `sample` answers, instead of as other tools show the file");
+    apply->add_flag("--tetrahedral", choices->tetrahedral, "Blend in tetrahedra; cubes only")->excludes(stated);
+    apply->add_flag("--overwrite", choices->overwrites, "Replace an existing OUT");
+    apply->callback([choices, &action] { action = [choices] { return applyLut(*choices); }; });
+    apply->footer("Example:\n  corvex lut apply look.cube frame.dpx graded.tif --tetrahedral");
+}
+
+void addCheck(CLI::App& command, Action& action) {
+    auto choices = std::make_shared<LutCheckChoices>();
+    CLI::App* check = command.add_subcommand("check", "Why files are no tables, or what to know of those that are");
+    check->add_option("FILE", choices->files, "Text files of any dialect")->required();
+    check->add_flag("--json", choices->json, "Print one JSON array");
+    CLI::Option* plot = check->add_option("--plot", choices->plot, "Draw one FILE's table as a PNG");
+    check->add_flag("--overwrite", choices->overwrites, "Replace an existing PNG")->needs(plot);
+    check->callback([choices, &action] { action = [choices] { return checkLuts(*choices); }; });
+    check->footer(
+        "Exit status 1 when one of them is no table.\nExample:\n  corvex lut check look.cube --plot look.png");
 }
 
 }  // namespace
@@ -244,6 +270,8 @@ void addLutCommand(CLI::App& app, const Invocation& /*invocation*/, Action& acti
         ->check(CLI::Range(std::int64_t{1}, deepest))
         ->needs(input);
     sampler->footer("Example:\n  corvex lut sample look.cube 512 512 512 --in-depth 10 --out-depth 12");
+    addApply(*command, action);
+    addCheck(*command, action);
 }
 
 }  // namespace corvex::tool

@@ -26,10 +26,14 @@ using Action = std::function<ExitStatus()>;
 /// application and, when one of them is chosen, sets `action`. `invocation` outlives the action.
 using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
 
+void addAnalyzeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addAudioCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addLutCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addMediaCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addSettingsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 

@@ -6,10 +6,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <Corvex/cli/CLIExitCodeError.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Localization.h>
+#include <Corvex/platform/Log.h>
 #include <Corvex/platform/Version.h>
 #include <tools/corvex/Subcommand.h>
+#include <tools/corvex/analysis/AnalysisWorker.h>
+#include <tools/corvex/host/AnalysisHost.h>
 #include <tools/corvex/host/TranscodeHost.h>
 #include <tools/corvex/worker/TranscodeWorker.h>
 
@@ -18,8 +22,10 @@ namespace {
 using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
-    corvex::tool::addArgsCommand, corvex::tool::addColorCommand,    corvex::tool::addLutCommand,
-    corvex::tool::addRateCommand, corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand,
+    corvex::tool::addAnalyzeCommand,   corvex::tool::addArgsCommand,     corvex::tool::addAudioCommand,
+    corvex::tool::addColorCommand,     corvex::tool::addLutCommand,      corvex::tool::addMediaCommand,
+    corvex::tool::addRateCommand,      corvex::tool::addSettingsCommand, corvex::tool::addTimecodeCommand,
+    corvex::tool::addTranscodeCommand,
 };
 
 /// Everything up to "--" is the tool's own; what follows is taken as it stands.
@@ -61,6 +67,13 @@ ExitStatus run(std::vector<std::string> words) {
     if (!words.empty() && words.front() == "transcode" && !(words.size() == 2 && words[1] == "--help")) {
         return corvex::tool::runTranscodeHost({words.begin() + 1, words.end()});
     }
+    if (!words.empty() && words.front() == corvex::tool::runInAnalysisModeFlag) {
+        return corvex::tool::runAnalysisWorker({words.begin() + 1, words.end()});
+    }
+    const bool asksForHelp = words.size() == 2 && (words[1] == "--help" || words[1] == "-h");
+    if (!words.empty() && words.front() == "analyze" && !asksForHelp) {
+        return corvex::tool::runAnalysisHost({words.begin() + 1, words.end()});
+    }
     return runSubcommand(std::move(words));
 }
 
@@ -68,13 +81,17 @@ ExitStatus run(std::vector<std::string> words) {
 
 int main(int argc, char** argv) {
     corvex::followUserLanguage();
-    std::signal(SIGPIPE, SIG_IGN);  // a reader that left is a write error like any other
+    corvex::setMinimumLogLevel(corvex::LogLevel::error);  // standard error is for what the user must know
+    std::signal(SIGPIPE, SIG_IGN);                        // a reader that left is a write error like any other
     ExitStatus status = ExitStatus::jobFailed;
     try {
         status = run({argv + 1, argv + argc});
     } catch (const corvex::tool::UsageError& error) {
         corvex::tool::printError(error.what());
         status = ExitStatus::usage;
+    } catch (const corvex::CLIExitCodeError& error) {
+        corvex::tool::printError(error.what());
+        status = static_cast<ExitStatus>(error.exitCode());
     } catch (const std::exception& error) {
         corvex::tool::printError(error.what());
     }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <fmt/format.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <Corvex/platform/NumberText.h>
@@ -50,16 +51,33 @@ std::string timeText(double seconds) {
                         : fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
 }
 
+/// What may still follow the rates: the time that is left.
+constexpr std::size_t longestRest = 14;
+
+std::size_t terminalWidth() {
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+/// Nothing where the worker tells no rates.
+std::string rateText(const Pairs& pairs) {
+    if (!pairs.contains("read") || !pairs.contains("written")) return {};
+    return fmt::format("  read {:.1f} MB/s  write {:.1f} MB/s", numberOf(pairs, "read") / 1e6,
+                       numberOf(pairs, "written") / 1e6);
+}
+
 }  // namespace
 
-ProgressDisplay::ProgressDisplay(std::string prefix)
-    : prefix_(std::move(prefix)), isTerminal_(isatty(STDOUT_FILENO) != 0) {}
+ProgressDisplay::ProgressDisplay(std::string prefix, std::string label)
+    : prefix_(std::move(prefix)),
+      label_(label.empty() ? "" : std::move(label) + ": "),
+      isTerminal_(label_.empty() && isatty(STDOUT_FILENO) != 0) {}
 
 void ProgressDisplay::takeLine(std::string_view line) {
     const auto pairs = pairsOf(line, prefix_);
     if (!pairs) {
         clear();
-        printText(fmt::format("{}\n", line));
+        printText(fmt::format("{}{}\n", label_, line));
         return;
     }
     const std::string& state = pairs->find("state")->second;
@@ -75,6 +93,8 @@ void ProgressDisplay::takeLine(std::string_view line) {
     }
     text += fmt::format("{:5.1f} %", percent);
     if (total > 0) text += fmt::format("  {}/{} frames  {:.1f} fps", frame, total, numberOf(*pairs, "fps"));
+    const std::string rates = rateText(*pairs);
+    if (!isTerminal_ || text.size() + rates.size() + longestRest <= terminalWidth()) text += rates;
     const double left = numberOf(*pairs, "eta");
     if (state == "running" && left >= 0) text += "  " + timeText(left) + " left";
     if (state != "running") text += "  " + state;
@@ -89,7 +109,7 @@ void ProgressDisplay::show(const std::string& line, bool isLast) {
         const auto now = std::chrono::steady_clock::now();
         if (!isLast && now - lastLine_ < std::chrono::seconds(1)) return;
         lastLine_ = now;
-        printText(line + "\n");
+        printText(label_ + line + "\n");
     }
 }
 

@@ -10,8 +10,9 @@ namespace corvex::tool {
 /// second.
 class ProgressDisplay {
 public:
-    /// `prefix` is what the worker was told to begin its lines with.
-    explicit ProgressDisplay(std::string prefix);
+    /// `prefix` is what the worker was told to begin its lines with. With a `label`, which tells one of several jobs
+    /// that run at once, there are plain lines that begin with it, also on a terminal.
+    explicit ProgressDisplay(std::string prefix, std::string label = {});
 
     /// Takes one line of the worker's standard output; one that reports no progress is printed as it is.
     void takeLine(std::string_view line);
@@ -21,7 +22,7 @@ public:
 private:
     void show(const std::string& line, bool isLast);
 
-    std::string prefix_;
+    std::string prefix_, label_;
     bool isTerminal_;
     bool isShown_ = false;
     std::chrono::steady_clock::time_point lastLine_{};

@@ -1,25 +1,18 @@
 #include <tools/corvex/host/TranscodeHost.h>
 
-#include <cstring>
-
-#include <unistd.h>
 #include <CLI/CLI.hpp>
 
-#include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/filesystem/ProcessInfoSleepManager.h>
 #include <Corvex/platform/Text.h>
+#include <Corvex/settings/TranscodeSettings.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/host/InformationCommands.h>
-#include <tools/corvex/host/ProgressDisplay.h>
-#include <tools/corvex/host/WorkerProcess.h>
-#include <tools/corvex/worker/OutputFile.h>
+#include <tools/corvex/host/TranscodeQueue.h>
 
 namespace corvex::tool {
 namespace {
-
-/// The tool's own number among the applications that start workers.
-constexpr int toolAppNumber = 0;
 
 /// Unknown words that begin with "-": a slip in a flag's name, or a value that the vector cannot carry because any word
 /// that begins with "-" is read as a flag.
@@ -52,41 +45,32 @@ void refuseValuesThatReadAsFlags(const TranscodeCliArguments& arguments) {
     }
 }
 
-std::vector<std::string> workerWords(const TranscodeCliArguments& arguments) {
-    std::vector<std::string> words{std::string(TranscodeCliArguments::runInTranscodeModeFlag)};
-    for (std::string& word : arguments.commandLineArguments()) words.push_back(std::move(word));
-    words.emplace_back(cliFlag(CLICustodialFlag::parentPid));
-    words.push_back(std::to_string(getpid()));
-    words.emplace_back(cliFlag(CLICustodialFlag::parentAppNumber));
-    words.push_back(std::to_string(toolAppNumber));
-    return words;
-}
-
 }  // namespace
 
 ExitStatus runTranscodeHost(const std::vector<std::string>& words) {
     if (answerInformationCommands(words)) return ExitStatus::success;
-    const TranscodeCliArguments arguments(words, true);
+    TranscodeCliArguments arguments(words, true);
     refuseUnknownFlags(arguments, words);
     refuseValuesThatReadAsFlags(arguments);
     if (!arguments.firstInputFile()) throw UsageError("transcode: -in is missing: expected the file to transcode");
     if (!arguments.outputFile()) throw UsageError("transcode: -out is missing: expected the file to write");
 
-    ProgressDisplay display(std::string(arguments.progressOutputPrefix().value_or("")));
-    WorkerProcess worker(workerWords(arguments));
-    const pid_t process = worker.processIdentifier();
-    const WorkerEnd end = worker.wait([&](std::string_view line) { display.takeLine(line); },
-                                      [&](std::string_view line) {
-                                          display.clear();
-                                          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-                                      });
-    display.clear();
-    if (end.signal != 0) {
-        OutputFile::removeLeftovers(*arguments.outputFile(), arguments.workDirectory().value_or(""), process);
-        throw JobError("the worker was ended by signal " + std::to_string(end.signal) + " (" + strsignal(end.signal) +
-                       "); '" + std::string(*arguments.outputFile()) + "' was not written");
+    const TranscodePreferences preferences = TranscodePreferences::ofUser();
+    const bool handsLegacyOn = preferences.usesLegacyPipeline && !arguments.useLegacyPipeline();
+    if (handsLegacyOn) arguments.setUseLegacyPipeline(true);
+    if (preferences.usesGpu) {
+        printError("the setting " + TranscodeSettings::kUseTranscodeGPUAcceleration() +
+                   " asks for a GPU; there is none that this worker can use, so the processor computes");
     }
-    return static_cast<ExitStatus>(end.exitStatus);
+    ProcessInfoSleepManager awake;  // until all are done
+    awake.prevent();
+    const ExitStatus status = TranscodeQueue(jobsOf(arguments), preferences).run();
+    if (status == ExitStatus::usage && handsLegacyOn) {
+        printError("-legacy-pipeline comes from the setting " +
+                   std::string(TranscodeSettings::kUseLegacyTranscodePipeline) + "; 'corvex settings unset " +
+                   std::string(TranscodeSettings::kUseLegacyTranscodePipeline) + "' takes it back");
+    }
+    return status;
 }
 
 void addTranscodeCommand(CLI::App& app, const Invocation&, Action& action) {
@@ -99,6 +83,7 @@ void addTranscodeCommand(CLI::App& app, const Invocation&, Action& action) {
         "Examples:\n"
         "  corvex transcode -in A001.mov -out A001_proxy.mov -preset orvane_cloud\n"
         "  corvex transcode -in_0_0 A.mov -in_0_1 B.mov -out AB.mov -vcodec prores422 -acopy -overwrite\n"
+        "  corvex transcode -in_0_0 A.mov -in_1_0 B.mov -out PROXIES/ -preset orvane_cloud\n"
         "  corvex transcode -codecs");
     command->callback([&action] { action = [] { return ExitStatus::success; }; });
 }

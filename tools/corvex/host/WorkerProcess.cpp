@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <mutex>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,12 +19,17 @@
 namespace corvex::tool {
 namespace {
 
-std::atomic<pid_t> runningWorker{0};
-static_assert(std::atomic<pid_t>::is_always_lock_free);
+/// The running workers; 0 is a free place.
+std::array<std::atomic<pid_t>, WorkerProcess::mostAtOnce> running{};
+std::atomic<bool> wasStopped{false};
+static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-void handOnToWorker(int) {
+void handOnToWorkers(int) {
     const int problem = errno;
-    if (const pid_t worker = runningWorker.load(); worker > 0) kill(worker, SIGTERM);
+    wasStopped.store(true);
+    for (const auto& place : running) {
+        if (const pid_t worker = place.load(); worker > 0) kill(worker, SIGTERM);
+    }
     errno = problem;
 }
 
@@ -35,6 +41,38 @@ void setSignalHandling(void (*handler)(int)) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);  // nohup stays nohup
+    }
+}
+
+/// Signals are handed on from the first worker's start to the last one's end.
+class SignalsToWorkers {
+public:
+    void add() {
+        const std::lock_guard lock(mutex_);
+        if (count_++ == 0) setSignalHandling(handOnToWorkers);
+    }
+    void remove() {
+        const std::lock_guard lock(mutex_);
+        if (--count_ == 0) setSignalHandling(SIG_DFL);
+    }
+
+private:
+    std::mutex mutex_;
+    int count_ = 0;
+};
+SignalsToWorkers signalsToWorkers;
+
+void noteWorker(pid_t worker) {
+    for (auto& place : running) {
+        pid_t none = 0;
+        if (place.compare_exchange_strong(none, worker)) return;
+    }
+}
+
+void forgetWorker(pid_t worker) {
+    for (auto& place : running) {
+        pid_t own = worker;
+        if (place.compare_exchange_strong(own, 0)) return;
     }
 }
 
@@ -101,13 +139,16 @@ WorkerProcess::WorkerProcess(const std::vector<std::string>& words) {
         close(error_);
         throw JobError("cannot start the worker '" + self + "': " + std::strerror(result));
     }
-    runningWorker.store(pid_);
-    setSignalHandling(handOnToWorker);
+    signalsToWorkers.add();
+    noteWorker(pid_);
+    if (wasStopped.load()) kill(pid_, SIGTERM);  // the signal came before it was noted
 }
 
+bool WorkerProcess::stopWasRequested() noexcept { return wasStopped.load(); }
+
 WorkerProcess::~WorkerProcess() {
-    setSignalHandling(SIG_DFL);
-    runningWorker.store(0);
+    if (pid_ > 0) forgetWorker(pid_);
+    signalsToWorkers.remove();
     close(output_);
     close(error_);
     if (pid_ > 0) {  // nobody waited: an exception is on its way
@@ -125,10 +166,12 @@ WorkerEnd WorkerProcess::wait(const LineHandler& onOutputLine, const LineHandler
             if (entries[i].fd >= 0 && entries[i].revents != 0 && !readers[i].readSome()) entries[i].fd = -1;
         }
     }
+    siginfo_t ended{};
+    while (waitid(P_PID, static_cast<id_t>(pid_), &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {}
+    forgetWorker(pid_);  // while its number is still its own
     int status = 0;
     while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {}
     pid_ = -1;
-    runningWorker.store(0);
     if (WIFSIGNALED(status)) return {0, WTERMSIG(status)};
     return {WEXITSTATUS(status), 0};
 }

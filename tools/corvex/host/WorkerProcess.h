@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -15,11 +16,13 @@ struct WorkerEnd {
     int signal = 0;  ///< 0: it ended by itself.
 };
 
-/// A child that runs this same executable.
+/// A child that runs this same executable. Several may run at once, each waited for by a thread of its own.
 class WorkerProcess {
 public:
-    /// Starts it with `words` as its arguments and nothing to read. While one lives, SIGINT, SIGTERM and SIGHUP to this
-    /// process, unless ignored, are handed to it as SIGTERM. Throws JobError.
+    static constexpr std::size_t mostAtOnce = 64;
+
+    /// Starts it with `words` as its arguments and nothing to read. While any lives, SIGINT, SIGTERM and SIGHUP to this
+    /// process, unless ignored, are handed to all of them as SIGTERM. Throws JobError.
     explicit WorkerProcess(const std::vector<std::string>& words);
     ~WorkerProcess();
     WorkerProcess(const WorkerProcess&) = delete;
@@ -27,6 +30,9 @@ public:
 
     /// -1 after wait().
     [[nodiscard]] pid_t processIdentifier() const noexcept { return pid_; }
+
+    /// Whether a signal has been handed on: nothing more is to be started.
+    [[nodiscard]] static bool stopWasRequested() noexcept;
 
     using LineHandler = std::function<void(std::string_view line)>;
     /// Hands on each line of its standard output and standard error until both close, then waits for its end.

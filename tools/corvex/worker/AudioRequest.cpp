@@ -124,8 +124,7 @@ std::map<std::uint64_t, std::set<std::uint64_t>> ignoredTracksOf(const Arguments
 
 }  // namespace
 
-std::optional<AudioRequest> AudioRequest::make(const Arguments& arguments,
-                                               const OAVTranscodeArgumentFileFormatValue& format) {
+std::optional<AudioRequest> AudioRequest::make(const Arguments& arguments) {
     if (arguments.hasArgumentFlag(OAVNoAudioFlag.cliFlag())) return std::nullopt;
     AudioRequest request;
     request.ignoredTracks = ignoredTracksOf(arguments);
@@ -134,28 +133,34 @@ std::optional<AudioRequest> AudioRequest::make(const Arguments& arguments,
     // A preset may have brought the options of an encoder along; -acopy outranks them.
     if (arguments.hasArgumentFlag(OAVCopyAudioFlag.cliFlag())) {
         if (arguments.audioOutputIsDiscrete()) throw UsageError("-adiscrete: contradicts -acopy");
+        request.copies = true;
         return request;
     }
     request.sampleRate = wholeNumber<int>(arguments, OAVAudioSampleRateFlag, 1, 768'000, "samples per second");
-    request.format = &audioFormatSettings(
-        arguments.audioFormat().value_or(format == OAVMp4Format ? OAVAacAudioFormatValue : OAVLpcmAudioFormatValue));
-    const std::string name(request.format->format.rawValue());
     request.bitsPerSample = wholeNumber<int>(arguments, OAVAudioBitsPerChannelFlag, 1, 64, "bits of a sample");
-    if (request.bitsPerSample && !encoderOf(*request.format, *request.bitsPerSample)) {
-        failExpecting("-abpc", std::to_string(*request.bitsPerSample), depthsText(*request.format) + " for " + name);
-    }
     request.bitsPerSecond = wholeNumber<std::int64_t>(arguments, OAVAudioBitRateFlag, 1, 10'000'000, "bits per second");
-    if (request.bitsPerSecond && !request.format->hasBitRate) {
-        throw UsageError("-abr: the bit rate of " + name + " follows from its samples; remove the flag");
-    }
     if (const auto text = arguments.argumentFlagValue(OAVAudioQualityFlag.cliFlag())) {
         request.quality = arguments.audioQuality();
         if (!request.quality) failExpecting("-aqual", *text, "min, low, medium, high or max");
-        if (!request.format->hasBitRate) throw UsageError("-aqual: " + name + " loses nothing to choose from");
+    }
+    if (const auto format = arguments.audioFormat()) {
+        request.format = &audioFormatSettings(*format);
+        request.requireFits(*request.format);
     }
     request.layout = layoutOf(arguments);
     request.isDiscrete = arguments.audioOutputIsDiscrete();
     return request;
+}
+
+void AudioRequest::requireFits(const AudioFormatSettings& settings) const {
+    const std::string name(settings.format.rawValue());
+    if (bitsPerSample && !encoderOf(settings, *bitsPerSample)) {
+        failExpecting("-abpc", std::to_string(*bitsPerSample), depthsText(settings) + " for " + name);
+    }
+    if (bitsPerSecond && !settings.hasBitRate) {
+        throw UsageError("-abr: the bit rate of " + name + " follows from its samples; remove the flag");
+    }
+    if (quality && !settings.hasBitRate) throw UsageError("-aqual: " + name + " loses nothing to choose from");
 }
 
 }  // namespace corvex::tool

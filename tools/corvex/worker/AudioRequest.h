@@ -12,10 +12,11 @@
 
 namespace corvex::tool {
 
-/// What is asked of the audio: copied as it is (`format` is nullptr), or encoded.
+/// What is asked of the audio: to be copied as it is where that can be done, or encoded.
 struct AudioRequest {
-    const AudioFormatSettings* format = nullptr;
-    std::optional<int> sampleRate;  ///< Samples per second; the source's own when absent.
+    bool copies = false;
+    const AudioFormatSettings* format = nullptr;  ///< nullptr: the source's own format decides.
+    std::optional<int> sampleRate;                ///< Samples per second; the source's own when absent.
     std::optional<int> bitsPerSample;
     std::optional<std::int64_t> bitsPerSecond;
     std::optional<TranscodeAudioQuality> quality;  ///< Chooses the bit rate where none is given.
@@ -25,8 +26,10 @@ struct AudioRequest {
     std::map<std::uint64_t, std::set<std::uint64_t>> ignoredTracks;  ///< By input file, both from 0.
 
     /// None when no audio is wanted. Throws UsageError or JobError naming the flag at fault.
-    [[nodiscard]] static std::optional<AudioRequest> make(const TranscodeCliArguments& arguments,
-                                                          const OAVTranscodeArgumentFileFormatValue& format);
+    [[nodiscard]] static std::optional<AudioRequest> make(const TranscodeCliArguments& arguments);
+
+    /// Throws UsageError naming the flag at fault when a track encoded with `settings` cannot be as the request says.
+    void requireFits(const AudioFormatSettings& settings) const;
 };
 
 }  // namespace corvex::tool

@@ -41,10 +41,10 @@ int usableRate(const AVCodec& codec, int wanted, const std::string& name) {
 
 }  // namespace
 
-AudioTrack::AudioTrack(const AudioRequest& request, const MediaInput& first, const AVStream& source,
-                       MediaOutput& output, std::optional<int> channel)
+AudioTrack::AudioTrack(const AudioRequest& request, const AudioFormatSettings& settings, const MediaInput& first,
+                       const AVStream& source, MediaOutput& output, std::optional<int> channel)
     : output_(output), channel_(channel), frame_(makeFrame()), converted_(makeFrame()), packet_(makePacket()) {
-    openEncoder(request, first, source);
+    openEncoder(request, settings, first, source);
     stream_ = output_.addStream(*encoder_, nullptr);
     const bool takesAny = (encoder_->codec->capabilities & AV_CODEC_CAP_VARIABLE_FRAME_SIZE) != 0;
     frameSize_ = takesAny || encoder_->frame_size <= 0 ? freeFrameSize : encoder_->frame_size;
@@ -65,8 +65,8 @@ void AudioTrack::chooseLayout(const AudioRequest& request, const AVCodecParamete
     }
 }
 
-void AudioTrack::openEncoder(const AudioRequest& request, const MediaInput& first, const AVStream& source) {
-    const AudioFormatSettings& settings = *request.format;
+void AudioTrack::openEncoder(const AudioRequest& request, const AudioFormatSettings& settings, const MediaInput& first,
+                             const AVStream& source) {
     const std::string name(settings.format.rawValue());
     const AVCodecParameters& parameters = *source.codecpar;
     const bool isDeepOutput = request.bitsPerSample.value_or(isDeep(parameters) ? 24 : 16) > 16;

@@ -13,9 +13,10 @@ namespace corvex::tool {
 /// source lacks, and what would overlap the next file is left out.
 class AudioTrack : public Track {
 public:
-    /// `channel`: the one of the source's channels, from 0, that the track carries; absent: all of them.
-    AudioTrack(const AudioRequest& request, const MediaInput& first, const AVStream& source, MediaOutput& output,
-               std::optional<int> channel = std::nullopt);
+    /// `settings`: the format to encode. `channel`: the one of the source's channels, from 0, that the track carries;
+    /// absent: all of them.
+    AudioTrack(const AudioRequest& request, const AudioFormatSettings& settings, const MediaInput& first,
+               const AVStream& source, MediaOutput& output, std::optional<int> channel = std::nullopt);
 
     void beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) override;
     void consume(const AVPacket& packet) override;
@@ -28,7 +29,8 @@ public:
 
 private:
     void chooseLayout(const AudioRequest& request, const AVCodecParameters& source);
-    void openEncoder(const AudioRequest& request, const MediaInput& first, const AVStream& source);
+    void openEncoder(const AudioRequest& request, const AudioFormatSettings& settings, const MediaInput& first,
+                     const AVStream& source);
     void resample(const AVFrame* frame);
     void openResampler(const AVFrame& frame);
     void pickChannel(int sourceChannels);

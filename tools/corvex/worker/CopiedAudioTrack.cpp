@@ -7,9 +7,6 @@
 namespace corvex::tool {
 namespace {
 
-/// Codes whose samples are all of one size, so that any number of them can be taken off or put in between.
-bool isPcm(AVCodecID codec) { return codec >= AV_CODEC_ID_FIRST_AUDIO && codec < AV_CODEC_ID_ADPCM_IMA_QT; }
-
 /// The byte that codes silence (the companded codes: ITU-T G.711).
 int pcmSilence(AVCodecID codec) {
     switch (codec) {
@@ -22,6 +19,17 @@ int pcmSilence(AVCodecID codec) {
 
 }  // namespace
 
+std::vector<std::uint8_t> audioCoding(const AVCodecParameters& source) {
+    std::vector<std::uint8_t> coding(source.extradata, source.extradata + source.extradata_size);
+    for (const int value :
+         {static_cast<int>(source.codec_id), source.sample_rate, source.ch_layout.nb_channels, source.format}) {
+        coding.push_back(static_cast<std::uint8_t>(value));
+        coding.push_back(static_cast<std::uint8_t>(value >> 8));
+        coding.push_back(static_cast<std::uint8_t>(value >> 16));
+    }
+    return coding;
+}
+
 CopiedAudioTrack::CopiedAudioTrack(const AVStream& source, MediaOutput& output)
     : output_(output), stream_(output.addCopiedStream(source)), timeBase_(source.time_base), packet_(makePacket()) {
     const AVCodecParameters& parameters = *source.codecpar;
@@ -32,15 +40,9 @@ CopiedAudioTrack::CopiedAudioTrack(const AVStream& source, MediaOutput& output)
 }
 
 void CopiedAudioTrack::beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) {
-    const AVCodecParameters& now = *stream.codecpar;
-    std::vector<std::uint8_t> parameters(now.extradata, now.extradata + now.extradata_size);
-    for (const int value : {static_cast<int>(now.codec_id), now.sample_rate, now.ch_layout.nb_channels, now.format}) {
-        parameters.push_back(static_cast<std::uint8_t>(value));
-        parameters.push_back(static_cast<std::uint8_t>(value >> 8));
-        parameters.push_back(static_cast<std::uint8_t>(value >> 16));
-    }
+    std::vector<std::uint8_t> parameters = audioCoding(*stream.codecpar);
     if (parameters_.empty()) parameters_ = parameters;
-    if (parameters != parameters_) {
+    if (parameters != parameters_) {  // it was looked at before, so the file has changed since
         throw JobError("'" + input.path() + "': -acopy joins files only when their audio is coded alike; stream " +
                        std::to_string(stream.index) + " differs from the first file's");
     }

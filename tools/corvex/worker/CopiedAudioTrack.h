@@ -9,6 +9,9 @@
 
 namespace corvex::tool {
 
+/// How an audio stream is coded, as bytes to compare: streams can follow each other in one track when theirs are equal.
+[[nodiscard]] std::vector<std::uint8_t> audioCoding(const AVCodecParameters& source);
+
 /// Copies the packets of one audio stream as they are. Where two files meet, PCM is trimmed or filled with silence to the
 /// sample; of other codes, packets that would lie on top of the file before are left out.
 class CopiedAudioTrack : public Track {

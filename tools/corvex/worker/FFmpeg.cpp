@@ -16,6 +16,7 @@ namespace {
 
 std::mutex messageMutex;
 std::string lastMessage;
+bool hadError = false;
 
 void keepMessage(void* source, int level, const char* format, va_list arguments) {
     if (level > AV_LOG_WARNING) return;
@@ -34,6 +35,7 @@ void keepMessage(void* source, int level, const char* format, va_list arguments)
     if (text.empty()) return;
     const std::lock_guard lock(messageMutex);
     lastMessage = text;
+    hadError = hadError || level <= AV_LOG_ERROR;
 }
 
 }  // namespace
@@ -72,6 +74,11 @@ LibraryMessages::~LibraryMessages() { av_log_set_callback(av_log_default_callbac
 std::string LibraryMessages::takeLast() {
     const std::lock_guard lock(messageMutex);
     return std::exchange(lastMessage, {});
+}
+
+bool LibraryMessages::takeHadError() {
+    const std::lock_guard lock(messageMutex);
+    return std::exchange(hadError, false);
 }
 
 }  // namespace corvex::tool

@@ -74,6 +74,11 @@ T* checkAllocated(T* pointer) {
     return pointer;
 }
 
+/// Codes whose samples are all of one size, so that any number of them can be taken off or put in between.
+[[nodiscard]] constexpr bool isPcm(AVCodecID codec) noexcept {
+    return codec >= AV_CODEC_ID_FIRST_AUDIO && codec < AV_CODEC_ID_ADPCM_IMA_QT;
+}
+
 [[nodiscard]] PacketPointer makePacket();
 [[nodiscard]] FramePointer makeFrame();
 
@@ -90,6 +95,8 @@ public:
     LibraryMessages& operator=(const LibraryMessages&) = delete;
     /// The last message since the start or the last call; empty when there was none.
     [[nodiscard]] static std::string takeLast();
+    /// Whether there was an error since the start or the last call, not only warnings.
+    [[nodiscard]] static bool takeHadError();
 };
 
 }  // namespace corvex::tool

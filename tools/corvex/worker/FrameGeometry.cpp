@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <utility>
 
 namespace corvex::tool {
@@ -35,10 +36,10 @@ int verticalPlace(const OAVTranscodeArgumentOverlayAnchorValue& anchor) {
 /// The picture turned upright, whole, at its own size and pixel aspect.
 FrameGeometry uprightGeometry(const SourcePicture& source) {
     FrameGeometry geometry;
-    geometry.turn = source.turn;
+    geometry.orientation = source.orientation;
     geometry.upright = source.size;
     geometry.pixelAspect = source.pixelAspect;
-    if (source.turn == 90 || source.turn == 270) {
+    if (source.orientation.turn % 180 != 0) {
         std::swap(geometry.upright.width, geometry.upright.height);
         std::swap(geometry.pixelAspect.numerator, geometry.pixelAspect.denominator);
     }
@@ -60,6 +61,19 @@ void cropToAspect(FrameGeometry& geometry, double pixelAspect, PixelSize box,
 }
 
 }  // namespace
+
+Orientation Orientation::fromDisplayMatrix(const std::int32_t* matrix) noexcept {
+    const std::int64_t a = matrix[0], b = matrix[1], c = matrix[3], d = matrix[4];
+    Orientation orientation;
+    orientation.isMirrored = a * d - b * c < 0;
+    // Where the picture's upper edge comes to lie after the turn: c and d say where "down" points.
+    if (std::abs(d) >= std::abs(c)) {
+        orientation.turn = d < 0 ? 180 : 0;
+    } else {
+        orientation.turn = c < 0 ? 90 : 270;
+    }
+    return orientation;
+}
 
 FrameGeometry FrameGeometry::make(const SourcePicture& source, const FrameRequest& request) {
     FrameGeometry geometry = uprightGeometry(source);
@@ -91,17 +105,25 @@ FrameGeometry FrameGeometry::makeForOutput(const SourcePicture& source, const Fr
     return make(source, fitting);
 }
 
+const char* Orientation::filterText() const noexcept {
+    static constexpr const char* filters[2][4] = {{"null", "transpose=clock", "hflip,vflip", "transpose=cclock"},
+                                                  {"hflip", "transpose=clock_flip", "vflip", "transpose=cclock_flip"}};
+    return filters[isMirrored ? 1 : 0][turn / 90];
+}
+
 std::string FrameGeometry::filterText(const std::string& scaleOptions) const {
     std::string text;
     const auto append = [&](const std::string& filter) { text += (text.empty() ? "" : ",") + filter; };
     const auto sizeText = [](PixelSize size) { return std::to_string(size.width) + ":" + std::to_string(size.height); };
-    if (turn == 90) append("transpose=clock");
-    if (turn == 180) append("hflip,vflip");
-    if (turn == 270) append("transpose=cclock");
+    if (orientation != Orientation{}) append(orientation.filterText());
     if (crop != upright) {
         append("crop=" + sizeText(crop) + ":" + std::to_string(cropX) + ":" + std::to_string(cropY) + ":exact=1");
     }
-    if (scaled != crop || !scaleOptions.empty()) append("scale=" + sizeText(scaled) + ":flags=bicubic" + scaleOptions);
+    if (scaled != crop || !scaleOptions.empty()) {
+        // Of a picture that is flagged as interlaced each field is scaled for itself. One line has no two fields.
+        const std::string fields = crop.height > 1 ? ":interl=-1" : "";
+        append("scale=" + sizeText(scaled) + ":flags=bicubic" + fields + scaleOptions);
+    }
     if (output != scaled) append("pad=" + sizeText(output) + ":(ow-iw)/2:(oh-ih)/2:color=black");
     append("setsar=" + std::to_string(pixelAspect.numerator) + "/" + std::to_string(pixelAspect.denominator));
     return text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -28,17 +29,31 @@ struct FrameRequest {
     OAVTranscodeArgumentOverlayAnchorValue anchor = OAVAnchorCenter;
 };
 
-/// A source picture as it lies in the file, and the clockwise turn (0, 90, 180, 270 degrees) that sets it upright.
+/// What sets a picture upright: a mirroring from left to right if any, then a clockwise turn (0, 90, 180, 270 degrees).
+struct Orientation {
+    int turn = 0;
+    bool isMirrored = false;
+    friend bool operator==(Orientation, Orientation) = default;
+
+    /// The nearest one to a display matrix as QuickTime files have it (ISO/IEC 14496-12, 8.3.2): nine numbers by rows,
+    /// x' = a x + c y, y' = b x + d y for a, b in the first row and c, d in the second.
+    [[nodiscard]] static Orientation fromDisplayMatrix(const std::int32_t* matrix) noexcept;
+
+    /// The libavfilter filters that do it; "null" for a picture that is upright.
+    [[nodiscard]] const char* filterText() const noexcept;
+};
+
+/// A source picture as it lies in the file.
 struct SourcePicture {
     PixelSize size;
     PixelAspect pixelAspect;
-    int turn = 0;
+    Orientation orientation;
 };
 
 /// How a source picture becomes one of the output: turn, then crop, scale and pad, each only where needed.
 struct FrameGeometry {
     PixelSize upright;         ///< After the turn.
-    int turn = 0;              ///< Clockwise degrees.
+    Orientation orientation;   ///< Of the source.
     PixelSize crop;            ///< Part of the upright picture that is used.
     int cropX = 0, cropY = 0;  ///< Its upper left corner.
     PixelSize scaled;          ///< Size to which that part is scaled.

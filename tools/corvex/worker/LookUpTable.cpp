@@ -7,17 +7,26 @@
 
 namespace corvex::tool {
 
-LookUpTable LookUpTable::read(const std::string& path) {
-    const LutReading reading = ParsedLutFactory::read(path);
+std::shared_ptr<const ParsedLutFile> readTable(const std::string& path) {
+    LutReading reading = ParsedLutFactory::read(path);
     if (!reading.file) {
-        throw JobError("'" + path + "' is no look-up table: " + std::string(description(*reading.problem)));
+        throw JobError(inQuotes(path) + " is no look-up table: " + std::string(description(*reading.problem)));
     }
+    return std::move(reading.file);
+}
+
+void refuseTable(const std::string& path, const std::string& reason) {
+    throw JobError(inQuotes(path) + " cannot be applied: " + reason);
+}
+
+LookUpTable LookUpTable::read(const std::string& path) {
+    const auto file = readTable(path);
     LutApplierSettings settings;
     settings.source = settings.destination = SampleFormat::unsigned16;
     try {
-        return LookUpTable(std::make_shared<const LutApplier>(*reading.file, settings));
+        return LookUpTable(std::make_shared<const LutApplier>(*file, settings));
     } catch (const LutApplierError& error) {
-        throw JobError("'" + path + "' cannot be applied: " + error.what());
+        refuseTable(path, error.what());
     }
 }
 

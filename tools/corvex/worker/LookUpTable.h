@@ -8,10 +8,16 @@
 namespace corvex {
 inline namespace v0 {
 class LutApplier;
-}
+class ParsedLutFile;
+}  // namespace v0
 }  // namespace corvex
 
 namespace corvex::tool {
+
+/// The table in a file. Throws JobError that names the file and why it is none.
+[[nodiscard]] std::shared_ptr<const ParsedLutFile> readTable(const std::string& path);
+/// Throws JobError for a table that cannot be applied; `reason` says why.
+[[noreturn]] void refuseTable(const std::string& path, const std::string& reason);
 
 /// A look-up table for pictures, applied as other tools of the field show the same file (docs/LUTS.md).
 /// Immutable; copies share the table; any number of threads.

@@ -8,10 +8,6 @@
 #include <string_view>
 #include <utility>
 
-extern "C" {
-#include <libavutil/display.h>
-}
-
 #include <tools/corvex/worker/StopRequest.h>
 
 namespace corvex::tool {
@@ -197,11 +193,13 @@ SourcePicture MediaInput::picture() const noexcept {
     if (aspect.num > 0 && aspect.den > 0) picture.pixelAspect = {aspect.num, aspect.den};
     const std::uint8_t* matrix = av_stream_get_side_data(video_, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
     if (matrix != nullptr) {
-        // The library counts counter-clockwise and in fractions; cameras only turn by quarters.
-        const double angle = av_display_rotation_get(reinterpret_cast<const std::int32_t*>(matrix));
-        if (!std::isnan(angle)) picture.turn = ((static_cast<int>(std::lround(-angle / 90)) * 90) % 360 + 360) % 360;
+        picture.orientation = Orientation::fromDisplayMatrix(reinterpret_cast<const std::int32_t*>(matrix));
     }
     return picture;
+}
+
+void MediaInput::seekVideo(std::int64_t time) {
+    static_cast<void>(av_seek_frame(context_.get(), video_->index, time, AVSEEK_FLAG_BACKWARD));
 }
 
 bool MediaInput::read(AVPacket& packet) {

@@ -18,6 +18,10 @@ public:
     explicit MediaInput(std::string path);
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
+    /// Read from the file so far; 0 for what the media libraries open by themselves.
+    [[nodiscard]] std::int64_t bytesRead() const noexcept {
+        return context_->pb != nullptr ? context_->pb->bytes_read : 0;
+    }
     [[nodiscard]] const AVFormatContext& context() const noexcept { return *context_; }
     /// The main video stream (never a cover picture), or nullptr.
     [[nodiscard]] AVStream* video() const noexcept { return video_; }
@@ -35,6 +39,9 @@ public:
     [[nodiscard]] std::int64_t expectedFrames() const noexcept;
     [[nodiscard]] SourcePicture picture() const noexcept;
 
+    /// Goes to the last picture of the main video at or before `time` (in the stream's time base, as its time stamps count)
+    /// that can be decoded by itself; a file that cannot be sought in is read on from where it stands.
+    void seekVideo(std::int64_t time);
     /// Reads on. False at the end of the file. Throws when the file breaks off, or when the worker is to stop.
     [[nodiscard]] bool read(AVPacket& packet);
 

@@ -9,6 +9,8 @@ extern "C" {
 #include <libavutil/intreadwrite.h>
 }
 
+#include <tools/corvex/worker/QuickTimeLanguage.h>
+
 namespace corvex::tool {
 namespace {
 
@@ -20,13 +22,6 @@ const char* muxerName(const OAVTranscodeArgumentFileFormatValue& format) {
 /// Facts of the source's own container, or of tracks that are written by request only.
 constexpr std::array<std::string_view, 5> sourceOnlyKeys{"major_brand", "minor_version", "compatible_brands", "encoder",
                                                          "timecode"};
-
-/// Languages that ISO 639-2 has two codes for, and of them the one by which the QuickTime writer knows the Macintosh
-/// language number.
-constexpr std::pair<std::string_view, const char*> quickTimeLanguages[] = {
-    {"deu", "ger"}, {"nld", "dut"}, {"ell", "gre"}, {"isl", "ice"}, {"zho", "chi"}, {"sqi", "alb"}, {"mkd", "mac"},
-    {"hye", "arm"}, {"kat", "geo"}, {"fre", "fra"}, {"rum", "ron"}, {"cze", "ces"}, {"slo", "slk"},
-};
 
 }  // namespace
 
@@ -45,8 +40,15 @@ MediaOutput::~MediaOutput() {
 
 bool MediaOutput::wantsGlobalHeaders() const noexcept { return (context_->oformat->flags & AVFMT_GLOBALHEADER) != 0; }
 
+bool MediaOutput::carries(AVCodecID codec) const {
+    // The writers of these name some codecs as theirs and refuse them when they write the header.
+    const bool isMp4Alone = codec == AV_CODEC_ID_FLAC || codec == AV_CODEC_ID_OPUS;
+    if (codec == AV_CODEC_ID_TRUEHD || (isMp4Alone && std::string_view(context_->oformat->name) == "mov")) return false;
+    return avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1;
+}
+
 void MediaOutput::requireCarries(AVCodecID codec) const {
-    if (avformat_query_codec(context_->oformat, codec, FF_COMPLIANCE_NORMAL) == 1) return;
+    if (carries(codec)) return;
     throw JobError(what() + ": the format '" + context_->oformat->name + "' does not carry " + avcodec_get_name(codec));
 }
 
@@ -73,7 +75,7 @@ void MediaOutput::copyMetadata(const AVDictionary* metadata) {
     const AVDictionaryEntry* entry = nullptr;
     while ((entry = av_dict_get(metadata, "", entry, AV_DICT_IGNORE_SUFFIX)) != nullptr) {
         if (std::find(sourceOnlyKeys.begin(), sourceOnlyKeys.end(), entry->key) != sourceOnlyKeys.end()) continue;
-        av_dict_set(&context_->metadata, entry->key, entry->value, 0);
+        av_dict_set(&context_->metadata, entry->key, entry->value, AV_DICT_DONT_OVERWRITE);
     }
 }
 
@@ -83,13 +85,11 @@ void MediaOutput::setTimecode(int stream, const std::string& timecode) {
 }
 
 void MediaOutput::setLanguage(int stream, const std::string& language) {
-    const char* spelling = language.c_str();
-    if (std::string_view(context_->oformat->name) == "mov") {
-        for (const auto& [code, quickTime] : quickTimeLanguages) {
-            if (language == code) spelling = quickTime;
-        }
-    }
-    av_dict_set(&context_->streams[stream]->metadata, "language", spelling, 0);
+    const std::string_view muxer = context_->oformat->name;
+    const std::string spelling(muxer == "mov" ? quickTimeLanguage(language).value_or(language) : language);
+    // A wave file has one track and states the language of the whole (INFO chunk, "ILNG").
+    AVDictionary*& metadata = muxer == "wav" ? context_->metadata : context_->streams[stream]->metadata;
+    av_dict_set(&metadata, "language", spelling.c_str(), 0);
 }
 
 void MediaOutput::start() {

@@ -19,6 +19,7 @@ public:
 
     /// Whether encoders must give their headers apart from the packets.
     [[nodiscard]] bool wantsGlobalHeaders() const noexcept;
+    [[nodiscard]] bool carries(AVCodecID codec) const;
     /// Throws JobError when the container cannot hold the codec.
     void requireCarries(AVCodecID codec) const;
 
@@ -33,6 +34,11 @@ public:
     /// The label of the video's first frame: a timecode track is written. The language is an ISO 639-2 code.
     void setTimecode(int stream, const std::string& timecode);
     void setLanguage(int stream, const std::string& language);
+
+    /// Written so far.
+    [[nodiscard]] std::int64_t bytesWritten() const noexcept {
+        return context_->pb != nullptr ? context_->pb->bytes_written : 0;
+    }
 
     void start();
     /// Takes the packet's contents. Its time stamps are in `timeBase`.

@@ -21,13 +21,20 @@ namespace fs = std::filesystem;
     throw JobError("cannot write '" + path.string() + "': " + problem);
 }
 [[noreturn]] void failWithErrno(const fs::path& path) { fail(path, std::strerror(errno)); }
-[[noreturn]] void failBecauseItExists(const fs::path& path) {
-    fail(path, "the file exists; -overwrite would replace it");
-}
 
 fs::path directoryOf(const fs::path& file) {
     const fs::path directory = file.parent_path();
     return directory.empty() ? fs::path(".") : directory;
+}
+
+/// What a path finally names: symbolic links stay, and what they lead to is written, whether it exists or not.
+fs::path destinationOf(fs::path file) {
+    constexpr int mostLinks = 40;  // as many as Linux follows
+    std::error_code error;
+    for (int i = 0; i < mostLinks && fs::is_symlink(fs::symlink_status(file, error)); ++i) {
+        file = directoryOf(file) / fs::read_symlink(file, error);
+    }
+    return file;
 }
 
 /// A name for what is to become `file` that no other process uses.
@@ -39,17 +46,19 @@ fs::path temporaryName(const fs::path& directory, const fs::path& file, pid_t pr
 
 }  // namespace
 
-OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites)
-    : target_(std::move(target)), overwrites_(overwrites) {
+OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites, const char* overwriteOption)
+    : target_(std::move(target)), overwrites_(overwrites), overwriteOption_(overwriteOption) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::is_directory(status)) fail(target_, "it is a directory; expected the name of a file");
     if (fs::exists(status) && !fs::is_regular_file(status)) fail(target_, "it is no regular file");
     const bool isTaken = fs::exists(fs::symlink_status(target_, error));  // a link to nothing takes the name, too
-    if (isTaken && !overwrites_) failBecauseItExists(target_);
+    if (isTaken && !overwrites_) failBecauseItExists();
+    destination_ = destinationOf(target_);
+    if (fs::is_symlink(fs::symlink_status(destination_, error))) fail(target_, std::strerror(ELOOP));
     // Both places are tried now: a job must not fail after hours for a folder that was wrong from the start.
-    if (access(directoryOf(target_).c_str(), W_OK | X_OK) != 0) failWithErrno(target_);
-    open(workDirectory.empty() ? directoryOf(target_) : workDirectory);
+    if (access(directoryOf(destination_).c_str(), W_OK | X_OK) != 0) failWithErrno(target_);
+    open(workDirectory.empty() ? directoryOf(destination_) : workDirectory);
 }
 
 OutputFile::~OutputFile() {
@@ -60,9 +69,9 @@ OutputFile::~OutputFile() {
 void OutputFile::open(const fs::path& directory) {
     descriptor_ = ::open(directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
     if (descriptor_ >= 0) return;
-    const fs::path& place = directory == directoryOf(target_) ? target_ : directory;  // what the user named
+    const fs::path& place = directory == directoryOf(destination_) ? target_ : directory;  // what the user named
     if (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL) failWithErrno(place);
-    fs::path name = temporaryName(directory, target_, getpid());
+    fs::path name = temporaryName(directory, destination_, getpid());
     descriptor_ = ::open(name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
     if (descriptor_ < 0) failWithErrno(place);
     temporary_ = std::move(name);
@@ -73,7 +82,7 @@ std::string OutputFile::pathWhileWriting() const { return "/proc/self/fd/" + std
 void OutputFile::publish() {
     if (temporary_.empty()) {
         // A link never replaces: whoever made the target meanwhile keeps it. To replace, the file needs a name first.
-        fs::path name = overwrites_ ? temporaryName(directoryOf(target_), target_, getpid()) : target_;
+        fs::path name = overwrites_ ? temporaryName(directoryOf(destination_), destination_, getpid()) : destination_;
         if (linkat(AT_FDCWD, pathWhileWriting().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
             if (!overwrites_) return;
             temporary_ = std::move(name);
@@ -85,9 +94,9 @@ void OutputFile::publish() {
         }
     }
     const unsigned flags = overwrites_ ? 0 : RENAME_NOREPLACE;
-    int result = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, target_.c_str(), flags);
-    if (result != 0 && errno == EINVAL && !fs::exists(target_)) {
-        result = rename(temporary_.c_str(), target_.c_str());  // a file system that does not know the flag
+    int result = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, destination_.c_str(), flags);
+    if (result != 0 && errno == EINVAL && !fs::exists(destination_)) {
+        result = rename(temporary_.c_str(), destination_.c_str());  // a file system that does not know the flag
     }
     if (result == 0) {
         temporary_.clear();
@@ -99,14 +108,19 @@ void OutputFile::publish() {
 }
 
 void OutputFile::removeLeftovers(const fs::path& target, const fs::path& workDirectory, pid_t process) noexcept {
-    for (const fs::path& directory : {directoryOf(target), workDirectory}) {
-        if (!directory.empty()) unlink(temporaryName(directory, target, process).c_str());
+    const fs::path destination = destinationOf(target);
+    for (const fs::path& directory : {directoryOf(destination), workDirectory}) {
+        if (!directory.empty()) unlink(temporaryName(directory, destination, process).c_str());
     }
 }
 
 void OutputFile::failToPublish() const {
-    if (errno == EEXIST || (errno == EINVAL && fs::exists(target_))) failBecauseItExists(target_);
+    if (errno == EEXIST || (errno == EINVAL && fs::exists(destination_))) failBecauseItExists();
     failWithErrno(target_);
+}
+
+void OutputFile::failBecauseItExists() const {
+    fail(target_, std::string("the file exists; ") + overwriteOption_ + " would replace it");
 }
 
 void OutputFile::moveBeside() {
@@ -117,7 +131,7 @@ void OutputFile::moveBeside() {
         if (!old.empty()) unlink(old.c_str());
     };
     try {
-        open(directoryOf(target_));
+        open(directoryOf(destination_));
         std::array<char, 1U << 16U> buffer{};
         off_t position = 0;
         for (;;) {

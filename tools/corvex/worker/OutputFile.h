@@ -14,7 +14,9 @@ class OutputFile {
 public:
     /// `workDirectory` empty: the bytes gather beside the target. Throws JobError when the target exists and may not
     /// be replaced, is a directory, or when its directory or the work directory cannot be written.
-    OutputFile(std::filesystem::path target, const std::filesystem::path& workDirectory, bool overwrites);
+    /// `overwriteOption` is what a user would write to have it replaced.
+    OutputFile(std::filesystem::path target, const std::filesystem::path& workDirectory, bool overwrites,
+               const char* overwriteOption = "-overwrite");
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -23,7 +25,8 @@ public:
     /// A path by which this process opens the gathering bytes, for writing and for reading.
     [[nodiscard]] std::string pathWhileWriting() const;
 
-    /// Gives the bytes their name, replacing an existing target only if that is allowed. Throws JobError.
+    /// Gives the bytes their name, replacing an existing target only if that is allowed. Of a target that is a symbolic
+    /// link the file at its end is replaced, or made; the link stays. Throws JobError.
     void publish();
 
     /// Removes what a process that was ended at once may have left of its file under a temporary name.
@@ -35,10 +38,13 @@ private:
     /// Copies the bytes to a file on the target's own file system and goes on with that one.
     void moveBeside();
     [[noreturn]] void failToPublish() const;
+    [[noreturn]] void failBecauseItExists() const;
 
-    std::filesystem::path target_;
-    std::filesystem::path temporary_;  ///< Empty while the file has no name.
+    std::filesystem::path target_;       ///< As the user names it.
+    std::filesystem::path destination_;  ///< What is written: the end of the links that the target may be.
+    std::filesystem::path temporary_;    ///< Empty while the file has no name.
     bool overwrites_;
+    const char* overwriteOption_;
     int descriptor_ = -1;
 };
 

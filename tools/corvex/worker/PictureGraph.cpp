@@ -16,9 +16,11 @@ std::string textOf(AVRational value, char separator) {
 
 }  // namespace
 
-PictureGraph::PictureGraph(const Input& input, const std::string& filters)
+PictureGraph::PictureGraph(const Input& input, const std::string& filters, int threads)
     : graph_(checkAllocated(avfilter_graph_alloc())) {
-    graph_->scale_sws_opts = av_strdup("flags=bicubic");
+    graph_->nb_threads = threads;
+    // Of scalers that the graph adds itself: fields of interlaced pictures for themselves. One line has no two fields.
+    graph_->scale_sws_opts = av_strdup(input.height > 1 ? "flags=bicubic:interl=-1" : "flags=bicubic");
     const std::string source = "video_size=" + std::to_string(input.width) + "x" + std::to_string(input.height) +
                                ":pix_fmt=" + std::to_string(input.format) +
                                ":time_base=" + textOf(input.timeBase, '/') +

@@ -16,8 +16,9 @@ public:
         AVRational timeBase{1, 1}, pixelAspect{0, 1};
     };
 
-    /// `filters` is the chain in the libraries' own language. Throws JobError.
-    PictureGraph(const Input& input, const std::string& filters);
+    /// `filters` is the chain in the libraries' own language. `threads` 0: as many as the machine has processors.
+    /// Throws JobError.
+    PictureGraph(const Input& input, const std::string& filters, int threads = 0);
 
     /// Takes a picture, which is empty afterwards. Throws JobError.
     void push(AVFrame& frame);

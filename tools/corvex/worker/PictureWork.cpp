@@ -36,21 +36,23 @@ PictureGraph::Input workingInput(const PictureWork::Settings& settings) {
 }  // namespace
 
 int PictureWork::inputFormat(int format) {
+    // The J formats are of full range, which another format would cost them on the way in.
     static constexpr AVPixelFormat planar[] = {
-        AV_PIX_FMT_YUV420P,    AV_PIX_FMT_YUV422P,    AV_PIX_FMT_YUV444P,    AV_PIX_FMT_YUV420P10,
-        AV_PIX_FMT_YUV422P10,  AV_PIX_FMT_YUV444P10,  AV_PIX_FMT_YUV420P12,  AV_PIX_FMT_YUV422P12,
-        AV_PIX_FMT_YUV444P12,  AV_PIX_FMT_YUV420P16,  AV_PIX_FMT_YUV422P16,  AV_PIX_FMT_YUV444P16,
-        AV_PIX_FMT_YUVA420P,   AV_PIX_FMT_YUVA422P,   AV_PIX_FMT_YUVA444P,   AV_PIX_FMT_YUVA422P10,
-        AV_PIX_FMT_YUVA444P10, AV_PIX_FMT_YUVA444P12, AV_PIX_FMT_YUVA444P16, AV_PIX_FMT_GBRP,
-        AV_PIX_FMT_GBRP10,     AV_PIX_FMT_GBRP12,     AV_PIX_FMT_GBRP16,     AV_PIX_FMT_GBRAP,
-        AV_PIX_FMT_GBRAP12,    AV_PIX_FMT_GBRAP16,    AV_PIX_FMT_NONE};
+        AV_PIX_FMT_YUVJ420P,   AV_PIX_FMT_YUVJ422P,   AV_PIX_FMT_YUVJ444P,   AV_PIX_FMT_YUV420P,
+        AV_PIX_FMT_YUV422P,    AV_PIX_FMT_YUV444P,    AV_PIX_FMT_YUV420P10,  AV_PIX_FMT_YUV422P10,
+        AV_PIX_FMT_YUV444P10,  AV_PIX_FMT_YUV420P12,  AV_PIX_FMT_YUV422P12,  AV_PIX_FMT_YUV444P12,
+        AV_PIX_FMT_YUV420P16,  AV_PIX_FMT_YUV422P16,  AV_PIX_FMT_YUV444P16,  AV_PIX_FMT_YUVA420P,
+        AV_PIX_FMT_YUVA422P,   AV_PIX_FMT_YUVA444P,   AV_PIX_FMT_YUVA422P10, AV_PIX_FMT_YUVA444P10,
+        AV_PIX_FMT_YUVA444P12, AV_PIX_FMT_YUVA444P16, AV_PIX_FMT_GBRP,       AV_PIX_FMT_GBRP10,
+        AV_PIX_FMT_GBRP12,     AV_PIX_FMT_GBRP16,     AV_PIX_FMT_GBRAP,      AV_PIX_FMT_GBRAP12,
+        AV_PIX_FMT_GBRAP16,    AV_PIX_FMT_NONE};
     return avcodec_find_best_pix_fmt_of_list(planar, static_cast<AVPixelFormat>(format), hasAlpha(format) ? 1 : 0,
                                              nullptr);
 }
 
 PictureWork::PictureWork(const Settings& settings)
-    : toRgb_(settings.input, conversionText(settings.from, rgbTags(), workingFormat(settings))),
-      fromRgb_(workingInput(settings), conversionText(rgbTags(), settings.to, settings.outputFormat)),
+    : toRgb_(settings.input, conversionText(settings.from, rgbTags(), workingFormat(settings)), 1),
+      fromRgb_(workingInput(settings), conversionText(rgbTags(), settings.to, settings.outputFormat), 1),
       table_(settings.table) {}
 
 void PictureWork::apply(AVFrame& frame) {

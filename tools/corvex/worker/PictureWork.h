@@ -9,7 +9,7 @@
 namespace corvex::tool {
 
 /// What is done to every picture between scaling and encoding, in R'G'B': the look-up table. Keeps no picture back, so
-/// that several pictures can be worked on at once, each by a work of its own. One thread at a time.
+/// that several pictures can be worked on at once, each by a work of its own. Uses one thread at a time.
 class PictureWork {
 public:
     /// How its pictures come and go.

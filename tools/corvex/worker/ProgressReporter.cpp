@@ -59,9 +59,11 @@ void ProgressReporter::write(std::string_view state) {
                                       : 0;
     part = isDone ? 1 : std::min(part, 1.0);
     const double left = isDone ? 0 : part > 0 ? elapsed * (1 - part) / part : -1;
-    const std::string line = fmt::format("{}{}state={} frame={} total={} percent={:.1f} fps={:.2f} eta={:.0f}\n",
-                                         prefix_, prefix_.empty() ? "" : " ", state, frames_, totalFrames_, 100 * part,
-                                         elapsed > 0 ? static_cast<double>(frames_) / elapsed : 0, left);
+    const TransferMeter::Rates rates = transfers_ ? transfers_->rates() : TransferMeter::Rates{};
+    const std::string line =
+        fmt::format("{}{}state={} frame={} total={} percent={:.1f} fps={:.2f} eta={:.0f} read={:.0f} written={:.0f}\n",
+                    prefix_, prefix_.empty() ? "" : " ", state, frames_, totalFrames_, 100 * part,
+                    elapsed > 0 ? static_cast<double>(frames_) / elapsed : 0, left, rates.read, rates.written);
     writeLine(STDOUT_FILENO, line);
     if (file_ >= 0) writeLine(file_, line);
 }

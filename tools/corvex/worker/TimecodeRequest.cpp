@@ -10,16 +10,6 @@ using Arguments = TranscodeCliArguments;
 
 constexpr double rateTolerance = 0.006;
 
-/// The first "timecode" that the container states, for the file or for one of its streams.
-std::optional<std::string> statedTimecode(const MediaInput& input) {
-    const AVFormatContext& context = input.context();
-    if (const AVDictionaryEntry* entry = av_dict_get(context.metadata, "timecode", nullptr, 0)) return entry->value;
-    for (unsigned i = 0; i < context.nb_streams; ++i) {
-        if (const auto* entry = av_dict_get(context.streams[i]->metadata, "timecode", nullptr, 0)) return entry->value;
-    }
-    return std::nullopt;
-}
-
 /// Hours, minutes and seconds of "2026-11-21T09:30:00.000000Z" as a label of frame 0.
 std::optional<TimecodeComponents> creationTime(const MediaInput& input) {
     const AVDictionaryEntry* entry = av_dict_get(input.context().metadata, "creation_time", nullptr, 0);
@@ -41,6 +31,15 @@ bool dropsFrames(AVRational rate) {
 }
 
 }  // namespace
+
+std::optional<std::string> statedTimecode(const MediaInput& input) {
+    const AVFormatContext& context = input.context();
+    if (const AVDictionaryEntry* entry = av_dict_get(context.metadata, "timecode", nullptr, 0)) return entry->value;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        if (const auto* entry = av_dict_get(context.streams[i]->metadata, "timecode", nullptr, 0)) return entry->value;
+    }
+    return std::nullopt;
+}
 
 std::optional<TimecodeRequest> TimecodeRequest::make(const Arguments& arguments) {
     if (!arguments.includeTimecode()) {

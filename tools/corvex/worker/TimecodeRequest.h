@@ -11,6 +11,9 @@
 
 namespace corvex::tool {
 
+/// The first "timecode" that a file states, for itself or for one of its streams; none when it states none.
+[[nodiscard]] std::optional<std::string> statedTimecode(const MediaInput& input);
+
 /// What is asked of the timecode, of its track as of the burnt-in one.
 struct TimecodeRequest {
     bool addsTrack = false;

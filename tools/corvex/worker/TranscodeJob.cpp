@@ -8,6 +8,7 @@
 #include <Corvex/platform/NumberText.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/worker/QuickTimeLanguage.h>
 #include <tools/corvex/worker/RequestText.h>
 
 namespace corvex::tool {
@@ -203,6 +204,14 @@ OAVTranscodeArgumentFileFormatValue formatOf(const Arguments& arguments, const s
     return *explicitFormat;
 }
 
+/// A writer that cannot state a language would leave it out without a word.
+void requireLanguageStated(std::string_view flag, const std::string& language,
+                           const OAVTranscodeArgumentFileFormatValue& format) {
+    if (language.empty() || format != OAVQuickTimeFileFormat || quickTimeLanguage(language)) return;
+    throw UsageError(std::string(flag) + " " + inQuotes(language) +
+                     ": a QuickTime file has no number for this language; -file_format mp4 keeps it");
+}
+
 }  // namespace
 
 bool isCarriedOut(std::string_view flag) noexcept {
@@ -222,7 +231,7 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     job.format = formatOf(arguments, job.output);
     job.indexInFront = arguments.prepareForWeb();
     job.video = VideoRequest::make(arguments, job.format);
-    job.audio = AudioRequest::make(arguments, job.format);
+    job.audio = AudioRequest::make(arguments);
     job.timecode = TimecodeRequest::make(arguments);
     job.language = languageOf(arguments, OAVLanguageCodeFlag);
     if (job.timecode && !job.video) {
@@ -231,6 +240,8 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     }
     if (job.video && job.video->overlays.timecode) job.video->burntTimecode = job.timecode;
     if (!job.video && !job.audio) throw UsageError("-vn and -an together leave nothing to write");
+    requireLanguageStated(OAVLanguageCodeFlag.cliFlag(), job.language, job.format);
+    if (job.audio) requireLanguageStated(OAVAudioLanguageCodeFlag.cliFlag(), job.audio->language, job.format);
     job.progressFile = arguments.progressFile().value_or("");
     job.progressPrefix = arguments.progressOutputPrefix().value_or("");
     return job;

@@ -7,11 +7,14 @@
 #include <memory>
 #include <optional>
 
+#include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
+#include <tools/corvex/worker/AudioChoice.h>
 #include <tools/corvex/worker/AudioTrack.h>
 #include <tools/corvex/worker/CopiedAudioTrack.h>
 #include <tools/corvex/worker/ProgressReporter.h>
 #include <tools/corvex/worker/StopRequest.h>
 #include <tools/corvex/worker/TranscodeJob.h>
+#include <tools/corvex/worker/TransferReporter.h>
 #include <tools/corvex/worker/VideoTrack.h>
 
 namespace corvex::tool {
@@ -24,6 +27,8 @@ constexpr AVRational assumedFrameRate{25, 1};
 struct JobFacts {
     std::unique_ptr<MediaInput> first;  ///< Still open.
     VideoTiming timing;
+    std::vector<std::vector<std::uint8_t>> audioCoding;  ///< Of the first input's wanted tracks.
+    std::vector<bool> isCodedAlike;                      ///< Whether all inputs code the track so.
     std::int64_t frames = 0;
     double seconds = 0;
 };
@@ -62,6 +67,20 @@ void requireIgnoredTracksExist(const TranscodeJob& job, const MediaInput& input,
                    ", '" + input.path() + "' has " + std::to_string(input.audio().size()) + " audio tracks, from 0");
 }
 
+/// Compares the audio of an input with that of the first.
+void compareAudio(const std::vector<const AVStream*>& wanted, JobFacts& facts) {
+    const bool isFirst = !facts.first;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        auto coding = audioCoding(*wanted[i]->codecpar);
+        if (isFirst) {
+            facts.audioCoding.push_back(std::move(coding));
+            facts.isCodedAlike.push_back(true);
+        } else if (coding != facts.audioCoding[i]) {
+            facts.isCodedAlike[i] = false;
+        }
+    }
+}
+
 JobFacts inspect(const TranscodeJob& job) {
     JobFacts facts;
     if (job.audio && !job.audio->ignoredTracks.empty() &&
@@ -69,7 +88,6 @@ JobFacts inspect(const TranscodeJob& job) {
         throw UsageError("-ac_omit_" + std::to_string(job.audio->ignoredTracks.rbegin()->first) + ": there are " +
                          std::to_string(job.inputs.size()) + " input files, numbered from 0");
     }
-    std::size_t firstTracks = 0;
     for (std::size_t file = 0; file < job.inputs.size(); ++file) {
         const std::string& path = job.inputs[file];
         std::error_code error;  // of a target that does not exist yet
@@ -82,12 +100,12 @@ JobFacts inspect(const TranscodeJob& job) {
         }
         if (!job.video && input->audio().empty()) throw JobError("'" + path + "': holds no audio to write");
         requireIgnoredTracksExist(job, *input, file);
-        const std::size_t tracks = wantedAudio(job, *input, file).size();
-        if (!facts.first) firstTracks = tracks;
-        if (tracks > firstTracks) {
-            throw JobError("'" + path + "': gives " + std::to_string(tracks) + " audio tracks, the first file " +
-                           std::to_string(firstTracks));
+        const auto wanted = wantedAudio(job, *input, file);
+        if (facts.first && wanted.size() > facts.audioCoding.size()) {
+            throw JobError("'" + path + "': gives " + std::to_string(wanted.size()) + " audio tracks, the first file " +
+                           std::to_string(facts.audioCoding.size()));
         }
+        compareAudio(wanted, facts);
         facts.frames += job.video ? input->expectedFrames() : 0;
         facts.seconds += input->duration();
         const AVRational rate = input->frameRate();
@@ -107,9 +125,13 @@ JobFacts inspect(const TranscodeJob& job) {
 class Transcode {
 public:
     Transcode(const TranscodeJob& job, JobFacts facts, OutputFile& file, ProgressReporter& progress)
-        : job_(job), first_(std::move(facts.first)), progress_(progress), output_(file, job.format, job.indexInFront) {
+        : job_(job),
+          first_(std::move(facts.first)),
+          progress_(progress),
+          transfers_(job.output),
+          output_(file, job.format, job.indexInFront) {
         if (job.video) video_.emplace(*job.video, *first_, facts.timing, output_);
-        if (job.audio) addAudioTracks();
+        if (job.audio) addAudioTracks(facts.isCodedAlike);
         if (!video_ && audio_.empty()) throw JobError("'" + first_->path() + "': nothing of it can be written");
         if (job.timecode && job.timecode->addsTrack) {
             output_.setTimecode(video_->stream(), job.timecode->start(*first_, video_->frameRate()).timecodeString());
@@ -135,12 +157,14 @@ public:
                 for (auto [track, end] = tracks.equal_range(packet->stream_index); track != end; ++track) {
                     track->second->consume(*packet);
                 }
+                transfers_.report(input->path(), input->bytesRead(), output_.bytesWritten());
                 progress_.update(frameCount(), static_cast<double>(end()) / AV_TIME_BASE);
                 av_packet_unref(packet.get());
                 if (video_ && video_->isFull()) limitAudio(video_->end());
             }
             av_packet_unref(packet.get());
             for (const auto& [stream, track] : tracks) track->endFile();
+            transfers_.endInput(input->path(), input->bytesRead(), output_.bytesWritten());
         }
         if (video_) video_->finish();
         for (const auto& track : audio_) track->finish();
@@ -152,22 +176,45 @@ public:
 private:
     using TracksByStream = std::multimap<int, Track*>;
 
-    void addAudioTracks() {
+    void addAudioTracks(const std::vector<bool>& isCodedAlike) {
         const auto streams = wantedAudio(job_, *first_, 0);
-        for (const AVStream* stream : streams) {
-            if (job_.audio->format == nullptr) {
-                audio_.push_back(std::make_unique<CopiedAudioTrack>(*stream, output_));
-            } else if (job_.audio->isDiscrete) {
-                for (int channel = 0; channel < stream->codecpar->ch_layout.nb_channels; ++channel) {
-                    audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, *first_, *stream, output_, channel));
-                }
+        for (std::size_t i = 0; i < streams.size(); ++i) {
+            const AVStream& stream = *streams[i];
+            if (job_.audio->copies && isCodedAlike[i] && output_.carries(stream.codecpar->codec_id)) {
+                audio_.push_back(std::make_unique<CopiedAudioTrack>(stream, output_));
             } else {
-                audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, *first_, *stream, output_));
+                addEncodedTracks(stream, encodingOf(stream, isCodedAlike[i]));
             }
         }
         if (job_.format == OAVWaveFileFormat && audio_.size() > 1) {
             throw JobError("'" + first_->path() + "': gives " + std::to_string(audio_.size()) +
                            " audio tracks; a wav file holds one, and -ac_omit_0 would leave others out");
+        }
+    }
+
+    /// What a track is encoded as: the request's format, or a choice by the source's own.
+    const AudioFormatSettings& encodingOf(const AVStream& stream, bool isCodedAlike) {
+        const AudioRequest& request = *job_.audio;
+        if (request.format != nullptr) return *request.format;
+        const AudioFormatSettings& chosen = chosenAudioFormat(*stream.codecpar, request.copies, job_.format);
+        request.requireFits(chosen);
+        if (request.copies) {
+            printError("-acopy: stream " + std::to_string(stream.index) + " of " + inQuotes(first_->path()) + " (" +
+                       avcodec_get_name(stream.codecpar->codec_id) + ") is encoded as " +
+                       std::string(chosen.format.rawValue()) +
+                       (isCodedAlike ? ", as the file's format does not carry it"
+                                     : ", as the files that are joined are not coded alike"));
+        }
+        return chosen;
+    }
+
+    void addEncodedTracks(const AVStream& stream, const AudioFormatSettings& settings) {
+        if (!job_.audio->isDiscrete) {
+            audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, settings, *first_, stream, output_));
+            return;
+        }
+        for (int channel = 0; channel < stream.codecpar->ch_layout.nb_channels; ++channel) {
+            audio_.push_back(std::make_unique<AudioTrack>(*job_.audio, settings, *first_, stream, output_, channel));
         }
     }
 
@@ -208,6 +255,7 @@ private:
     const TranscodeJob& job_;
     std::unique_ptr<MediaInput> first_;
     ProgressReporter& progress_;
+    TransferReporter transfers_;
     MediaOutput output_;
     std::optional<VideoTrack> video_;
     std::vector<std::unique_ptr<Track>> audio_;
@@ -221,6 +269,10 @@ ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
     watchForStopRequests(job.parentPid);
     requireOwnProgressFile(job);
     ProgressReporter progress(job.progressFile, job.progressPrefix);
+    const auto transfers = std::make_shared<TransferMeter>();
+    ApplicationIOTrackingDelegate::shared().setupIOTrackingBehavior(
+        [transfers](const IOActivityUpdate& update) { transfers->take(update); });
+    progress.setTransfers(transfers);
     try {
         OutputFile file(job.output, job.workDirectory, job.overwrites);
         JobFacts facts = inspect(job);

@@ -64,14 +64,19 @@ void VideoTrack::prepareOverlays(const MediaInput& first) {
     }
     std::optional<TimecodeCount> timecodes;
     if (request_.burntTimecode) timecodes = request_.burntTimecode->count(first, timing_.frameRate);
-    overlays_.emplace(request_.overlays, PictureStamp::Target{encoder_->pix_fmt, matrix, encoder_->color_range},
-                      encoder_->width, encoder_->height, timecodes);
+    overlays_ = std::make_shared<const PictureOverlays>(
+        request_.overlays, PictureStamp::Target{encoder_->pix_fmt, matrix, encoder_->color_range}, encoder_->width,
+        encoder_->height, timecodes);
 }
 
 void VideoTrack::limitFramesInFlight() {
     std::uint64_t frames = request_.frameCapacity.value_or(std::numeric_limits<std::uint64_t>::max());
     if (request_.frameMemory) {
-        const int bytes = av_image_get_buffer_size(encoder_->pix_fmt, encoder_->width, encoder_->height, 1);
+        // While it is worked on, a picture is R'G'B' of 16 bits.
+        const AVPixelFormat format = !request_.table               ? encoder_->pix_fmt
+                                     : hasAlpha(encoder_->pix_fmt) ? AV_PIX_FMT_GBRAP16
+                                                                   : AV_PIX_FMT_GBRP16;
+        const int bytes = av_image_get_buffer_size(format, encoder_->width, encoder_->height, 1);
         const std::int64_t fitting = *request_.frameMemory / std::max(bytes, 1);
         if (fitting < 1) {
             throw JobError("-max_v_frame_mem " + std::to_string(*request_.frameMemory) +
@@ -79,9 +84,14 @@ void VideoTrack::limitFramesInFlight() {
         }
         frames = std::min(frames, static_cast<std::uint64_t>(fitting));
     }
+    const auto processors = static_cast<std::uint64_t>(std::max(1, av_cpu_count()));
+    if (worksOnPictures()) {
+        // One for each thread to work on and one that waits for it.
+        picturesAtWork_ = static_cast<std::size_t>(std::clamp<std::uint64_t>(frames / 2, 1, 2 * processors));
+        frames -= picturesAtWork_;
+    }
     // Each thread of the decoder and of the encoder holds a frame; what is left may wait in the encoder.
     constexpr std::uint64_t usualLookahead = 40;
-    const auto processors = static_cast<std::uint64_t>(std::max(1, av_cpu_count()));
     if (frames >= 2 * processors + usualLookahead) return;
     const std::uint64_t threads = std::clamp<std::uint64_t>(frames / 2, 1, processors);
     threads_ = static_cast<int>(threads);
@@ -272,13 +282,26 @@ void VideoTrack::buildGraph(const AVFrame& frame) {
                                     inputTimeBase_,
                                     {source_.pixelAspect.numerator, source_.pixelAspect.denominator}};
     graph_.emplace(input, text);
-    work_.reset();
-    if (!request_.table) return;
-    work_.emplace(PictureWork::Settings{{encoder_->width, encoder_->height, workInput, graph_->timeBase(), {0, 1}},
-                                        color.source,
-                                        color.tags,
-                                        encoder_->pix_fmt,
-                                        request_.table});
+    if (!worksOnPictures()) return;
+    std::optional<PictureWork::Settings> colors;
+    if (request_.table) {
+        const PictureGraph::Input scaled{encoder_->width, encoder_->height, workInput, graph_->timeBase(), {0, 1}};
+        colors.emplace(PictureWork::Settings{scaled, color.source, color.tags, encoder_->pix_fmt, request_.table});
+    }
+    startWork(colors);
+}
+
+void VideoTrack::startWork(const std::optional<PictureWork::Settings>& settings) {
+    const auto processors = static_cast<std::size_t>(std::max(1, av_cpu_count()));
+    std::vector<PicturePipeline::Work> works;
+    for (std::size_t i = 0; i < std::min(processors, picturesAtWork_); ++i) {
+        const auto colors = settings ? std::make_shared<PictureWork>(*settings) : nullptr;
+        works.emplace_back([colors, overlays = overlays_, first = frameCount_](AVFrame& picture, std::uint64_t number) {
+            if (colors) colors->apply(picture);
+            if (overlays) overlays->apply(picture, first + static_cast<std::int64_t>(number));
+        });
+    }
+    work_.emplace(std::move(works), picturesAtWork_);
 }
 
 void VideoTrack::filter(AVFrame* frame) {
@@ -302,15 +325,27 @@ void VideoTrack::filter(AVFrame* frame) {
         graph_->close(inputEnd_);
     }
     while (graph_->pull(*filtered_)) {
-        if (work_) work_->apply(*filtered_);
-        if (overlays_) overlays_->apply(*filtered_, frameCount_);
-        encodeFrame(*filtered_);
+        if (!isFull()) {
+            place(*filtered_);
+            if (!work_) {
+                encodeFrame(*filtered_);
+            } else {
+                if (work_->isFull()) finishOldest();
+                work_->push(*filtered_);
+            }
+        }
         av_frame_unref(filtered_.get());
     }
+    while (frame == nullptr && work_ && !work_->isEmpty()) finishOldest();
 }
 
-void VideoTrack::encodeFrame(AVFrame& frame) {
-    if (isFull()) return;
+void VideoTrack::finishOldest() {
+    const FramePointer done = work_->take();
+    encodeFrame(*done);
+}
+
+/// Says when the picture is shown.
+void VideoTrack::place(AVFrame& frame) {
     std::int64_t time = nextTime_;
     if (frame.pts != AV_NOPTS_VALUE) {
         time = outputStart_ + av_rescale_q(frame.pts, graph_->timeBase(), timeBase_);
@@ -319,8 +354,11 @@ void VideoTrack::encodeFrame(AVFrame& frame) {
     frame.pts = frameCount_ == 0 ? std::max<std::int64_t>(time, 0) : std::max(time, lastTime_ + 1);
     lastTime_ = frame.pts;
     nextTime_ = frame.pts + frameTicks_;
-    frame.pict_type = AV_PICTURE_TYPE_NONE;  // the encoder decides
     ++frameCount_;
+}
+
+void VideoTrack::encodeFrame(AVFrame& frame) {
+    frame.pict_type = AV_PICTURE_TYPE_NONE;  // the encoder decides
     encode(*encoder_, &frame, *packet_, [&](AVPacket& packet) { write(packet); });
 }
 

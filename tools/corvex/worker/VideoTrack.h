@@ -5,6 +5,7 @@
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
 #include <tools/corvex/worker/PictureOverlays.h>
+#include <tools/corvex/worker/PicturePipeline.h>
 #include <tools/corvex/worker/PictureWork.h>
 #include <tools/corvex/worker/Track.h>
 #include <tools/corvex/worker/VideoRequest.h>
@@ -61,17 +62,22 @@ private:
     [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
     [[nodiscard]] ColorConversion colorConversion(int format, int height, const ColorTags& tags) const;
     void buildGraph(const AVFrame& frame);
+    [[nodiscard]] bool worksOnPictures() const noexcept { return request_.table || !request_.overlays.isEmpty(); }
+    void startWork(const std::optional<PictureWork::Settings>& settings);
     void filter(AVFrame* frame);
+    void place(AVFrame& frame);
+    void finishOldest();
     void encodeFrame(AVFrame& frame);
     void write(AVPacket& packet);
 
     VideoRequest request_;
     VideoTiming timing_;
     MediaOutput& output_;
-    AVRational timeBase_{};        ///< Of the encoder.
-    int threads_ = 0;              ///< Of decoder and encoder each; 0: as many as the machine has processors.
-    int lookahead_ = -1;           ///< Frames that the encoder may look ahead; -1: as many as it likes.
-    std::int64_t frameTicks_ = 1;  ///< Length of a frame at the nominal rate, in that time base.
+    AVRational timeBase_{};           ///< Of the encoder.
+    int threads_ = 0;                 ///< Of decoder and encoder each; 0: as many as the machine has processors.
+    std::size_t picturesAtWork_ = 1;  ///< How many may be worked on or wait for it.
+    int lookahead_ = -1;              ///< Frames that the encoder may look ahead; -1: as many as it likes.
+    std::int64_t frameTicks_ = 1;     ///< Length of a frame at the nominal rate, in that time base.
     CodecContextPointer encoder_;
     int stream_ = -1;
 
@@ -89,8 +95,8 @@ private:
 
     std::optional<PictureGraph> graph_;
     GraphInput graphInput_;
-    std::optional<PictureWork> work_;  ///< None where pictures are only scaled.
-    std::optional<PictureOverlays> overlays_;
+    std::optional<PicturePipeline> work_;  ///< None where pictures are only scaled.
+    std::shared_ptr<const PictureOverlays> overlays_;  ///< None where nothing is drawn.
     FramePointer filtered_;
     PacketPointer packet_;
 };

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <Corvex/platform/Export.h>
+
+namespace corvex::inline v0 {
+
+/// An on/off flag that threads share, for code that is no task (tasks have AsyncSwitch).
+class CORVEX_EXPORT AtomicSwitch {
+public:
+    virtual ~AtomicSwitch();
+    AtomicSwitch(const AtomicSwitch&) = delete;
+    AtomicSwitch& operator=(const AtomicSwitch&) = delete;
+
+    [[nodiscard]] virtual bool isOn() const = 0;
+    virtual void setIsOn(bool isOn) = 0;
+    /// Reads, has `change(bool&)` change what was read, and writes that. Not one step: what another thread writes between
+    /// the two is overwritten.
+    template <class Change>
+    void modifyIsOn(Change change) {
+        bool value = isOn();
+        change(value);
+        setIsOn(value);
+    }
+
+protected:
+    AtomicSwitch() = default;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Corvex/concurrency/AtomicSwitch.h>
+#include <Corvex/platform/ConcurrentQueue.h>
+
+namespace corvex::inline v0 {
+
+/// A switch whose readers run side by side and whose writers run alone, in the order in which they came.
+class ConcurrentQueueBasedAtomicSwitch final : public AtomicSwitch {
+public:
+    ConcurrentQueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS::QoSClass qos)
+        : dispatchQueue_(std::move(label), qos), isOn_(startingState) {}
+
+    [[nodiscard]] bool isOn() const override {
+        return dispatchQueue_.sync([this] { return isOn_; });
+    }
+    void setIsOn(bool isOn) override {
+        dispatchQueue_.syncBarrier([this, isOn] { isOn_ = isOn; });
+    }
+
+private:
+    mutable ConcurrentQueue dispatchQueue_;
+    bool isOn_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include <Corvex/collections/AVLTree.h>
+#include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/concurrency/PipelineProtocols.h>
+#include <Corvex/concurrency/PullAwaiter.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// Consumers wait only while no item is there.
+template <class Key, class Item>
+class GroupedState final : public SharedState {
+public:
+    using Supplied = KeyedItem<Key, Item>;
+    using Consumed = std::map<Key, Item>;
+    using Consumer = PullAwaiter<GroupedState>;
+
+    bool add(Consumed& items) {
+        std::vector<Supplied> entries;  // so that nothing is freed under the lock
+        entries.reserve(items.size());
+        while (!items.empty()) {
+            auto node = items.extract(items.begin());
+            entries.emplace_back(std::move(node.key()), std::move(node.mapped()));
+        }
+        ReleasedWaiters released;
+        const ShortLock lock(mutex);
+        if (!isOpen) return false;
+        for (Supplied& entry : entries) {
+            if (searchTree_.search(entry.key)) continue;
+            searchTree_.insert(std::move(entry.key), std::move(entry.item));
+        }
+        while (searchTree_.root() && !consumers_.isEmpty()) {
+            Consumer& consumer = *consumers_.takeFirst();
+            giveSmallest(consumer);
+            released.append(consumer);
+        }
+        return true;
+    }
+
+    [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
+        const ShortLock lock(mutex);
+        if (searchTree_.root()) {
+            giveSmallest(consumer);
+            return false;
+        }
+        if (isOpen) consumer.enqueue(*this, consumers_);
+        return isOpen;
+    }
+
+    void close() noexcept {
+        ReleasedWaiters released;
+        const ShortLock lock(mutex);
+        isOpen = false;
+        while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
+    }
+
+    ShortMutex mutex;
+    bool isOpen = true;
+    std::optional<Key> nextKeyInSequnce;
+
+private:
+    void giveSmallest(Consumer& consumer) noexcept {
+        auto entry = searchTree_.takeMinimum();
+        nextKeyInSequnce = entry->key;
+        consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
+    }
+
+    AVLTree<Key, Item> searchTree_;
+    WaiterList<Consumer> consumers_;
+};
+
+}  // namespace detail
+
+/// Takes items in groups and hands them out one by one, the smallest key first of all that are there. It waits for no
+/// key: a smaller one that comes later goes out later. Copies are the same sequencer.
+/// Order    Consumers are served first in, first out, and posted: add() ends before the consumer runs.
+/// Keys     Are compared and copied under a lock: quickly, and without exceptions.
+/// Threads  Every function from any thread.
+template <std::totally_ordered Key, class Item>
+class GroupedItemsSequencer {
+    using State = detail::GroupedState<Key, Item>;
+
+public:
+    using SuppliedType = KeyedItem<Key, Item>;
+    using ConsumableType = std::map<Key, Item>;
+
+    GroupedItemsSequencer() : state_(Shared<State>::make()) {}
+
+    /// `co_await sequencer.add(items)` never suspends. A key that is still there keeps its first item. Throws
+    /// DataCoordinationError if the sequencer is closed.
+    [[nodiscard]] detail::PushAwaiter<State> add(ConsumableType items) const noexcept {
+        return {*state_, std::move(items)};
+    }
+    /// `co_await sequencer.next()` gives the item with the smallest key; nothing once the sequencer is closed and empty.
+    [[nodiscard]] typename State::Consumer next() const noexcept { return typename State::Consumer(*state_); }
+    /// Refuses further items, for good.
+    void close() const noexcept { state_->close(); }
+
+    /// The key that was handed out last, whatever the name says.
+    [[nodiscard]] std::optional<Key> nextKeyInSequnce() const {
+        const ShortLock lock(state_->mutex);
+        return state_->nextKeyInSequnce;
+    }
+    [[nodiscard]] bool isOpen() const noexcept {
+        const ShortLock lock(state_->mutex);
+        return state_->isOpen;
+    }
+
+private:
+    Shared<State> state_;
+};
+
+static_assert(PushPullConduit<GroupedItemsSequencer<int, int>>);
+
+}  // namespace corvex::inline v0

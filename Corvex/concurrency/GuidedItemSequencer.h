@@ -1,0 +1,175 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+#include <Corvex/collections/AVLTree.h>
+#include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/concurrency/PipelineProtocols.h>
+#include <Corvex/concurrency/PullAwaiter.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// While nobody supplies, no consumer waits for an item that is there. Whoever supplies looks again after each call of the
+/// key update block, which runs outside of the lock.
+template <class Key, class Item>
+class GuidedState final : public SharedState {
+public:
+    using Supplied = KeyedItem<Key, Item>;
+    using Consumed = Supplied;
+    using Consumer = PullAwaiter<GuidedState>;
+    using KeyUpdateBlock = std::function<std::optional<Key>(const Key&)>;
+
+    GuidedState(Key initialKey, KeyUpdateBlock keyUpdateBlock) noexcept
+        : keyToSupply_(std::move(initialKey)), keyUpdateBlock_(std::move(keyUpdateBlock)) {}
+
+    bool add(Supplied& entry) {
+        ReleasedWaiters released;
+        ShortLock lock(mutex);
+        if (!isOpen) return false;
+        if (Item* const waiting = pending_.search(entry.key)) {
+            std::swap(*waiting, entry.item);  // what is replaced goes with the producer
+            return true;
+        }
+        pending_.insert(std::move(entry.key), std::move(entry.item));
+        if (!isSupplying_) supply(lock, released);
+        return true;
+    }
+
+    [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
+        ReleasedWaiters released;
+        ShortLock lock(mutex);
+        if (isSupplying_) {
+            consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
+            return true;
+        }
+        auto entry = isOpen ? pending_.take(keyToSupply_) : pending_.takeMinimum();
+        if (!entry && isOpen) {
+            consumer.enqueue(*this, consumers_);
+            return true;
+        }
+        give(consumer, std::move(entry));
+        if (isOpen) {
+            isSupplying_ = true;
+            advance(lock);
+            supply(lock, released);
+        }
+        return false;
+    }
+
+    void close() noexcept {
+        ReleasedWaiters released;
+        const ShortLock lock(mutex);
+        isOpen = false;
+        if (!isSupplying_) drain(released);
+    }
+
+    [[nodiscard]] Key keyToSupply() {
+        const ShortLock lock(mutex);
+        return keyToSupply_;
+    }
+
+    ShortMutex mutex;
+    bool isOpen = true;
+
+private:
+    using Tree = AVLTree<Key, Item>;
+
+    static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
+        if (entry) consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
+    }
+
+    /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
+    void supply(ShortLock& lock, ReleasedWaiters& released) noexcept {
+        isSupplying_ = true;
+        while (!consumers_.isEmpty()) {
+            auto entry = pending_.take(keyToSupply_);
+            if (!entry) break;
+            Consumer& consumer = *consumers_.takeFirst();
+            give(consumer, std::move(entry));
+            lock.unlock();
+            consumer.post();
+            lock.lock();
+            advance(lock);
+        }
+        isSupplying_ = false;
+        if (!isOpen) drain(released);
+    }
+
+    /// Only who supplies changes the key, and so may read it without the lock.
+    void advance(ShortLock& lock) noexcept {
+        lock.unlock();
+        std::optional<Key> following = keyUpdateBlock_(keyToSupply_);
+        lock.lock();
+        if (following) std::swap(keyToSupply_, *following);
+    }
+
+    void drain(ReleasedWaiters& released) noexcept {
+        for (auto* const list : {&consumers_, &lateConsumers_}) {
+            while (Consumer* const consumer = list->takeFirst()) {
+                give(*consumer, pending_.takeMinimum());
+                released.append(*consumer);
+            }
+        }
+    }
+
+    Tree pending_;
+    WaiterList<Consumer> consumers_, lateConsumers_;  ///< The latter came after the closing that is under way.
+    Key keyToSupply_;
+    bool isSupplying_ = false;
+    const KeyUpdateBlock keyUpdateBlock_;
+};
+
+}  // namespace detail
+
+/// Hands out items in the order of a chain of keys, each key giving the next, whatever the order in which they arrive.
+/// Copies are the same sequencer.
+/// Order    Consumers are served first in, first out, and posted: add() ends before the consumer runs.
+/// Keys     Are compared under a lock: quickly, and without exceptions.
+/// Threads  Every function from any thread.
+template <std::totally_ordered Key, class Item>
+class GuidedItemSequencer {
+    using State = detail::GuidedState<Key, Item>;
+
+public:
+    using SuppliedType = KeyedItem<Key, Item>;
+    using ConsumableType = SuppliedType;
+    /// Gives the key that follows one that has been handed out; nothing for none, and then the sequence stands still until
+    /// an item for that same key comes again. Runs on the thread that happens to hand out, one call at a time, and throws
+    /// nothing.
+    using KeyUpdateBlock = typename State::KeyUpdateBlock;
+
+    GuidedItemSequencer(Key initialKey, KeyUpdateBlock keyUpdateBlock)
+        : state_(Shared<State>::make(std::move(initialKey), std::move(keyUpdateBlock))) {}
+
+    /// `co_await sequencer.add(entry)` never suspends. An item that waits under the same key is replaced. Throws
+    /// DataCoordinationError if the sequencer is closed.
+    [[nodiscard]] detail::PushAwaiter<State> add(SuppliedType entry) const noexcept {
+        return {*state_, std::move(entry)};
+    }
+    [[nodiscard]] detail::PushAwaiter<State> add(Item item, Key forKey) const noexcept {
+        return {*state_, SuppliedType(std::move(forKey), std::move(item))};
+    }
+    /// `co_await sequencer.next()` gives the item of the key that is due. Once closed, what is left with ascending keys,
+    /// over all gaps, and then nothing.
+    [[nodiscard]] typename State::Consumer next() const noexcept { return typename State::Consumer(*state_); }
+    /// Refuses further items, for good.
+    void close() const noexcept { state_->close(); }
+
+    /// The key that is due.
+    [[nodiscard]] Key keyToSupply() const { return state_->keyToSupply(); }
+    [[nodiscard]] bool isOpen() const noexcept {
+        const ShortLock lock(state_->mutex);
+        return state_->isOpen;
+    }
+
+private:
+    Shared<State> state_;
+};
+
+static_assert(PushPullConduit<GuidedItemSequencer<int, int>>);
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include <Corvex/concurrency/DataCoordinationError.h>
+#include <Corvex/platform/Waiter.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// A consumer of a conduit whose `State::next(consumer)` says whether it has to wait. Else, or when it is posted, its
+/// payload is the item or, at the end, empty.
+template <class State>
+class PullAwaiter final : public Waiter<State, std::optional<typename State::Supplied>> {
+public:
+    static constexpr const char* operation = "next()";
+
+    explicit PullAwaiter(State& conduit) noexcept : conduit_(conduit) {}
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    template <class Promise>
+    bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+        this->capture(coroutine);
+        return conduit_.next(*this);
+    }
+    std::optional<typename State::Supplied> await_resume() noexcept {
+        this->leave();
+        return std::move(this->payload);
+    }
+
+private:
+    friend State;
+    State& conduit_;
+};
+
+/// A producer of a conduit that takes whatever comes: `State::add(value)` returns false if the conduit is closed.
+template <class State>
+class PushAwaiter {
+public:
+    PushAwaiter(State& conduit, typename State::Consumed value) noexcept
+        : conduit_(conduit), value_(std::move(value)) {}
+    PushAwaiter(const PushAwaiter&) = delete;
+    PushAwaiter& operator=(const PushAwaiter&) = delete;
+    [[nodiscard]] bool await_ready() const noexcept { return true; }
+    void await_suspend(std::coroutine_handle<>) const noexcept {}
+    void await_resume() {
+        if (!conduit_.add(value_)) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);
+    }
+
+private:
+    State& conduit_;
+    typename State::Consumed value_;
+};
+
+}  // namespace detail
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <Corvex/concurrency/AtomicSwitch.h>
+#include <Corvex/platform/SerialQueue.h>
+
+namespace corvex::inline v0 {
+
+/// A switch that serves its callers one after the other, in the order in which they came.
+class QueueBasedAtomicSwitch final : public AtomicSwitch {
+public:
+    QueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS::QoSClass targetQos)
+        : dispatchQueue_(std::move(label), targetQos), isOn_(startingState) {}
+    QueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS qos)
+        : dispatchQueue_(std::move(label), qos), isOn_(startingState) {}
+
+    [[nodiscard]] bool isOn() const override {
+        return dispatchQueue_.sync([this] { return isOn_; });
+    }
+    void setIsOn(bool isOn) override {
+        dispatchQueue_.sync([this, isOn] { isOn_ = isOn; });
+    }
+
+private:
+    mutable SerialQueue dispatchQueue_;
+    bool isOn_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Corvex/concurrency/AtomicSwitch.h>
+#include <Corvex/platform/ShortMutex.h>
+
+namespace corvex::inline v0 {
+
+/// The switch for the shortest and hottest paths: under a lock that serves its callers in no particular order.
+class UnfairLockBasedAtomicSwitch final : public AtomicSwitch {
+public:
+    explicit UnfairLockBasedAtomicSwitch(bool isOn) noexcept : isOn_(isOn) {}
+
+    [[nodiscard]] bool isOn() const override {
+        const ShortLock lock(verificationLock_);
+        return isOn_;
+    }
+    void setIsOn(bool isOn) override {
+        const ShortLock lock(verificationLock_);
+        isOn_ = isOn;
+    }
+
+private:
+    mutable ShortMutex verificationLock_;
+    bool isOn_;
+};
+
+}  // namespace corvex::inline v0

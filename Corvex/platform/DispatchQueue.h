@@ -1,0 +1,144 @@
+#pragma once
+
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include <Corvex/platform/DispatchQoS.h>
+#include <Corvex/platform/SharedState.h>
+#include <Corvex/platform/ShortMutex.h>
+#include <Corvex/platform/WorkQueue.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+class DispatchState;
+
+/// A piece of work in a dispatch queue. A caller that waits for its turn is one whose `run` wakes it.
+struct DispatchItem : WorkNode {
+    DispatchItem(Run function, bool exclusive, bool sync) noexcept
+        : WorkNode(function), isExclusive(exclusive), isSync(sync) {}
+
+    const bool isExclusive, isSync;
+};
+
+/// Work that a queue owns until it has been done.
+class CORVEX_EXPORT AsyncDispatchItem : public DispatchItem {
+public:
+    explicit AsyncDispatchItem(bool exclusive) noexcept;
+    virtual ~AsyncDispatchItem();
+    virtual void perform() noexcept = 0;
+
+private:
+    friend DispatchState;
+    Shared<DispatchState> state_;
+};
+
+template <class Work>
+class DispatchWork final : public AsyncDispatchItem {
+public:
+    DispatchWork(bool exclusive, Work&& work) : AsyncDispatchItem(exclusive), work_(std::move(work)) {}
+    void perform() noexcept override { work_(); }
+
+private:
+    Work work_;
+};
+
+/// What runs and what waits. Exclusive items run alone, others together with their like; they start in their order.
+class CORVEX_EXPORT DispatchState final : public SharedState {
+public:
+    DispatchState(Executor& target, TaskPriority priority) noexcept : target_(target), priority_(priority) {}
+
+    void add(AsyncDispatchItem& item) noexcept;
+    /// Blocks until the caller may run; from the queue's own work, stops the process.
+    void begin(bool isExclusive) noexcept;
+    void end() noexcept;  ///< Of what begin() began.
+
+private:
+    friend AsyncDispatchItem;
+    static void run(WorkNode& node) noexcept;
+    [[nodiscard]] bool admits(bool isExclusive) const noexcept {
+        return isExclusive ? runningCount_ == 0 : !isExclusiveRunning_;
+    }
+    void noteStart(bool isExclusive) noexcept;
+    /// Ends one item and takes from the queue what may run now. Under the lock.
+    void noteEnd(WorkQueue& admitted) noexcept;
+    void start(WorkQueue& admitted) noexcept;
+
+    Executor& target_;
+    const TaskPriority priority_;
+    ShortMutex mutex_;
+    WorkQueue waiting_;
+    std::size_t runningCount_ = 0;
+    bool isExclusiveRunning_ = false;
+};
+
+/// Says that the thread does work of the queue.
+class DispatchOccupation {
+public:
+    explicit DispatchOccupation(const DispatchState& state) noexcept;
+    ~DispatchOccupation();
+    DispatchOccupation(const DispatchOccupation&) = delete;
+    DispatchOccupation& operator=(const DispatchOccupation&) = delete;
+
+    [[nodiscard]] static bool holds(const DispatchState& state) noexcept;
+
+private:
+    const DispatchState& state_;
+    const DispatchOccupation* const outer_;
+};
+
+/// The turn of a caller that runs its work itself.
+class CORVEX_EXPORT DispatchTurn {
+public:
+    DispatchTurn(DispatchState& state, bool isExclusive) noexcept;
+    ~DispatchTurn();
+    DispatchTurn(const DispatchTurn&) = delete;
+    DispatchTurn& operator=(const DispatchTurn&) = delete;
+
+private:
+    DispatchState& state_;
+    const DispatchOccupation occupation_;
+};
+
+}  // namespace detail
+
+/// What serial and concurrent queues have in common: plain functions in order of arrival, which may block.
+/// Threads  Every function from any thread. Asynchronous work runs on threads that are kept for such queues, or on the
+///          executor that the queue was given; synchronous work on its caller's own, when its turn has come.
+/// Errors   What synchronous work throws reaches its caller; what asynchronous work throws stops the process.
+class CORVEX_EXPORT DispatchQueue {
+public:
+    DispatchQueue(const DispatchQueue&) = delete;
+    DispatchQueue& operator=(const DispatchQueue&) = delete;
+
+    /// Names the queue for people.
+    [[nodiscard]] const std::string& label() const noexcept { return label_; }
+    [[nodiscard]] const DispatchQoS& qos() const noexcept { return qos_; }
+
+protected:
+    DispatchQueue(std::string label, DispatchQoS qos);
+    /// Counts as that class where it runs, without a quality of its own.
+    DispatchQueue(std::string label, DispatchQoS::QoSClass target);
+    DispatchQueue(std::string label, Executor& target, DispatchQoS qos);
+    /// Waits until all work is done. Not from the queue's own work.
+    ~DispatchQueue();
+
+    template <class Work>
+    void addAsync(bool isExclusive, Work work) {
+        state_->add(*new detail::DispatchWork<Work>(isExclusive, std::move(work)));
+    }
+    template <class Work>
+    std::invoke_result_t<Work&> runSync(bool isExclusive, Work& work) {
+        const detail::DispatchTurn turn(*state_, isExclusive);
+        return work();
+    }
+
+private:
+    std::string label_;
+    DispatchQoS qos_;
+    Shared<detail::DispatchState> state_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,72 @@
+#include <Corvex/platform/DispatchThreads.h>
+
+#include <system_error>
+#include <thread>
+
+#include <Corvex/platform/Checked.h>
+
+namespace corvex::inline v0::detail {
+namespace {
+
+constexpr unsigned highestThreadCount = 64;
+constexpr std::chrono::seconds idleTime(5);
+
+}  // namespace
+
+DispatchThreads& DispatchThreads::shared() {
+    static auto& threads = *new DispatchThreads;  // never destroyed: work may go on while the process ends
+    return threads;
+}
+
+void DispatchThreads::post(WorkNode& node) noexcept {
+    std::unique_lock lock(mutex_);
+    queue_.append(node);
+    wakeOne(lock);
+}
+
+void DispatchThreads::wakeOne(std::unique_lock<std::mutex>& lock) noexcept {
+    const bool isStarting = sleepingCount_ == 0;
+    if (isWaking_ || (isStarting && threadCount_ == highestThreadCount)) {
+        lock.unlock();
+        return;
+    }
+    isWaking_ = true;
+    if (isStarting) ++threadCount_;
+    lock.unlock();
+    if (!isStarting) {
+        changed_.notify_one();
+        return;
+    }
+    try {
+        std::thread([this] { work(); }).detach();
+    } catch (const std::system_error&) {
+        lock.lock();
+        isWaking_ = false;
+        --threadCount_;
+        require(threadCount_ > 0, "the system gives no thread for the work of dispatch queues");
+        lock.unlock();  // the others do the same work, later
+    }
+}
+
+void DispatchThreads::work() noexcept {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        isWaking_ = false;
+        while (WorkNode* const node = queue_.takeFirst()) {
+            if (queue_.isEmpty()) {
+                lock.unlock();
+            } else {
+                wakeOne(lock);
+            }
+            node->run(*node);
+            lock.lock();
+        }
+        ++sleepingCount_;
+        const bool isOver = changed_.wait_for(lock, idleTime) == std::cv_status::timeout;
+        --sleepingCount_;
+        if (isOver && queue_.isEmpty()) break;
+    }
+    --threadCount_;
+}
+
+}  // namespace corvex::inline v0::detail

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+
+#include <Corvex/platform/WorkQueue.h>
+
+namespace corvex::inline v0 {
+
+/// Nodes by the level of their priority, highest first, those of one level in order of arrival. Not synchronised.
+class LeveledWorkQueue {
+public:
+    [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
+    void append(WorkNode& node) noexcept {
+        const std::size_t level = levelOf(node.priority);
+        levels_[level].append(node);
+        filledLevels_ |= 1U << level;
+    }
+    /// The oldest node of the highest level, none if empty.
+    WorkNode* takeFirst() noexcept {
+        if (filledLevels_ == 0) return nullptr;
+        const auto level = static_cast<unsigned>(std::bit_width(filledLevels_)) - 1;
+        WorkNode* const node = levels_[level].takeFirst();
+        if (levels_[level].isEmpty()) filledLevels_ &= ~(1U << level);
+        return node;
+    }
+
+private:
+    [[nodiscard]] static std::size_t levelOf(TaskPriority priority) noexcept {
+        if (priority >= TaskPriority::userInitiated) return 3;
+        if (priority >= TaskPriority::medium) return 2;
+        return priority >= TaskPriority::utility ? 1 : 0;
+    }
+
+    std::array<WorkQueue, 4> levels_;
+    unsigned filledLevels_ = 0;  ///< Bit n: level n holds work.
+};
+
+}  // namespace corvex::inline v0

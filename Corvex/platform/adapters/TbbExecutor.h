@@ -1,0 +1,38 @@
+#pragma once
+
+#include <oneapi/tbb/task_arena.h>
+
+#include <Corvex/platform/ShortMutex.h>
+#include <Corvex/platform/WorkQueue.h>
+
+namespace corvex::inline v0 {
+
+/// Runs work on the threads of a oneTBB arena, beside its own tasks. Work starts in the order in which it was posted.
+/// The arena outlives this, and this all work posted to it. Costs nothing unless it is included; oneTBB is the host's to
+/// provide.
+class TbbExecutor final : public Executor {
+public:
+    explicit TbbExecutor(oneapi::tbb::task_arena& arena) noexcept : arena_(arena) {}
+
+    void post(WorkNode& node) noexcept override {
+        {
+            const ShortLock lock(mutex_);
+            queue_.append(node);
+        }
+        arena_.enqueue([this] { runOldest(); });  // an arena promises no order, so its tasks only say how many to run
+    }
+
+private:
+    void runOldest() noexcept {
+        ShortLock lock(mutex_);
+        WorkNode& node = *queue_.takeFirst();
+        lock.unlock();
+        ExecutorScope(*this).run(node);
+    }
+
+    oneapi::tbb::task_arena& arena_;
+    ShortMutex mutex_;
+    WorkQueue queue_;
+};
+
+}  // namespace corvex::inline v0

@@ -1,0 +1,189 @@
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <map>
+#include <optional>
+#include <random>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/concurrency/GroupedItemsSequencer.h>
+#include <Corvex/concurrency/GuidedItemSequencer.h>
+#include <Corvex/concurrency/IndeterminateItemSequencer.h>
+#include <Corvex/concurrency/MultiFeedItemSequencer.h>
+#include <Corvex/platform/Log.h>
+#include <Corvex/platform/Sleep.h>
+#include <Corvex/platform/Task.h>
+#include <Corvex/platform/TaskHandle.h>
+#include <Corvex/platform/ThreadPool.h>
+
+namespace corvex {
+namespace {
+
+using Keys = std::vector<int>;
+constexpr int keyCount = 4000;
+
+/// The keys of one of several producers, at most 15 of its own places out of order.
+Keys keysOf(int producer, int producerCount, unsigned seed) {
+    Keys keys;
+    for (int key = producer; key < keyCount; key += producerCount) keys.push_back(key);
+    std::mt19937 random(seed);
+    for (std::size_t i = 0; i < keys.size(); i += 16) {
+        const auto first = keys.begin() + static_cast<std::ptrdiff_t>(i);
+        std::shuffle(first, std::min(first + 16, keys.end()), random);
+    }
+    return keys;
+}
+
+/// What was taken in, by each producer.
+template <class Sequencer, class Add>
+Task<Keys> produce(Sequencer sequencer, Keys keys, Add add) {
+    Keys accepted;
+    try {
+        for (const int key : keys) {
+            co_await add(sequencer, key);
+            accepted.push_back(key);
+            if (key % 512 == 0) co_await sleepFor(std::chrono::microseconds(5));
+        }
+    } catch (const DataCoordinationError&) {
+        EXPECT_FALSE(sequencer.isOpen());
+    }
+    co_return accepted;
+}
+
+/// What came out. Every item is minus its key.
+template <class Sequencer>
+Task<Keys> consume(Sequencer sequencer) {
+    Keys keys;
+    while (const auto entry = co_await sequencer.next()) {
+        if constexpr (requires { entry->key; }) {
+            EXPECT_EQ(entry->item, -entry->key);
+            keys.push_back(entry->key);
+        } else {
+            keys.push_back(-*entry);
+        }
+    }
+    co_return keys;
+}
+
+template <class Sequencer>
+Task<> closeAfter(Sequencer sequencer, std::chrono::microseconds delay) {
+    co_await sleepFor(delay);
+    sequencer.close();
+}
+
+Keys sorted(const std::vector<Keys>& lists) {
+    Keys all;
+    for (const Keys& list : lists) all.insert(all.end(), list.begin(), list.end());
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+std::vector<Keys> results(std::vector<TaskHandle<Keys>>& handles) {
+    std::vector<Keys> lists;
+    lists.reserve(handles.size());
+    for (auto& handle : handles) lists.push_back(std::move(*std::move(handle).waitSync()).value());
+    return lists;
+}
+
+struct StressRow {
+    int producers, consumers;
+    int closingAfter;  ///< Microseconds; -1: when all has been added.
+};
+constexpr StressRow rows[] = {{1, 1, -1}, {4, 1, -1},  {4, 3, -1},  {200, 100, -1},
+                              {4, 3, 0},  {4, 1, 300}, {4, 3, 900}, {100, 50, 2000}};
+
+/// What was taken in comes out once, also around closing; to each consumer in order where order is promised.
+template <class Make, class Add>
+void stress(Make make, Add add, bool isOrdered) {
+    unsigned seed = 1;
+    for (const StressRow& row : rows) {
+        ThreadPool pool(4);
+        const auto sequencer = make();
+        std::vector<TaskHandle<Keys>> producers, consumers;
+        for (int i = 0; i < row.consumers; ++i) consumers.push_back(spawn(consume(sequencer), pool));
+        for (int i = 0; i < row.producers; ++i)
+            producers.push_back(spawn(produce(sequencer, keysOf(i, row.producers, seed++), add), pool));
+        if (row.closingAfter >= 0) spawn(closeAfter(sequencer, std::chrono::microseconds(row.closingAfter)), pool);
+        const std::vector<Keys> accepted = results(producers);
+        if (row.closingAfter < 0) sequencer.close();
+        const std::vector<Keys> delivered = results(consumers);
+        EXPECT_EQ(sorted(delivered), sorted(accepted))
+            << row.producers << " " << row.consumers << " " << row.closingAfter;
+        const bool isInOrder = std::all_of(delivered.begin(), delivered.end(),
+                                           [](const Keys& keys) { return std::is_sorted(keys.begin(), keys.end()); });
+        EXPECT_TRUE(isInOrder || !isOrdered);
+        while (sequencer.isOpen()) std::this_thread::yield();  // the closer may not have run yet
+    }
+}
+
+constexpr auto addOne = [](const auto& sequencer, int key) { return sequencer.add(-key, key); };
+
+TEST(SequencerStress, guided) {
+    stress([] { return GuidedItemSequencer<int, int>(0, [](const int& key) { return std::optional(key + 1); }); },
+           addOne, true);
+}
+
+TEST(SequencerStress, grouped) {
+    stress([] { return GroupedItemsSequencer<int, int>(); },
+           [](const auto& sequencer, int key) {
+               return sequencer.add(std::map<int, int>{{key, -key}});
+           },
+           false);
+}
+
+TEST(SequencerStress, indeterminate) {
+    setLogSink([](LogLevel, std::string_view) {});
+    stress([] { return IndeterminateItemSequencer<int, int>(16); }, addOne, false);
+    setLogSink({});
+}
+
+using MultiFeed = MultiFeedItemSequencer<int, int>;
+
+/// Asks for one index after the other, together with others, until there is nothing.
+Task<Keys> requestAll(MultiFeed sequencer, std::atomic<int>* nextIndex) {
+    Keys keys;
+    for (;;) {
+        const int index = nextIndex->fetch_add(1);
+        if (index >= keyCount) co_return keys;
+        const auto item = co_await sequencer.requestItemsAtIndex(index);
+        if (!item && sequencer.isOpen()) ADD_FAILURE() << "nothing for " << index;
+        if (item) keys.push_back(-*item);
+    }
+}
+
+TEST(SequencerStress, multiFeed) {
+    constexpr int feeds = 4;
+    for (const int closingAfter : {-1, -1, 0, 300, 900, 2000}) {
+        ThreadPool pool(4);
+        const MultiFeed sequencer(3);
+        std::atomic<int> nextIndex{0};
+        std::vector<TaskHandle<Keys>> producers, consumers;
+        for (int i = 0; i < 3; ++i) consumers.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
+        for (int feed = 0; feed < feeds; ++feed) {
+            Keys keys;
+            for (int key = feed; key < keyCount; key += feeds) keys.push_back(key);
+            auto add = [feed](const MultiFeed& target, int key) { return target.enqueueItems(-key, key, feed); };
+            producers.push_back(spawn(produce(sequencer, keys, add), pool));
+        }
+        if (closingAfter >= 0) spawn(closeAfter(sequencer, std::chrono::microseconds(closingAfter)), pool);
+        std::vector<Keys> delivered = results(consumers);
+        sequencer.close();
+        // Closing frees no producer that waits: what has been stored is asked for until all of them have ended.
+        for (auto isDone = false; !isDone;) {
+            isDone =
+                std::all_of(producers.begin(), producers.end(), [](const auto& handle) { return handle.isFinished(); });
+            nextIndex = 0;
+            std::vector<TaskHandle<Keys>> late;
+            late.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
+            delivered.push_back(results(late).front());
+        }
+        EXPECT_EQ(sorted(delivered), sorted(results(producers))) << closingAfter;
+    }
+}
+
+}  // namespace
+}  // namespace corvex

@@ -1,0 +1,174 @@
+#include <atomic>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <Corvex/platform/ConcurrentQueue.h>
+#include <Corvex/platform/SerialQueue.h>
+
+namespace corvex {
+namespace {
+
+/// Work added to a queue on a manual executor: small letters, and capitals as barriers.
+struct ScheduleRow {
+    const char *name, *work;
+    std::size_t startedAtOnce;  ///< How many pieces may run before any has ended.
+};
+
+TEST(ConcurrentQueue, barriersWaitForWhatIsBeforeThemAndHoldBackWhatIsBehind) {
+    struct Gatherer final : Executor {
+        void post(WorkNode& node) noexcept override {
+            posted.append(node);
+            ++count;
+        }
+        void runAll() {
+            while (WorkNode* const node = posted.takeFirst()) ExecutorScope(*this).run(*node);
+        }
+        WorkQueue posted;
+        std::size_t count = 0;
+    };
+    constexpr ScheduleRow rows[] = {
+        {"readers together", "abc", 3},
+        {"a barrier alone", "A", 1},
+        {"a barrier waits for readers", "abCd", 2},
+        {"barriers in their turn", "ABc", 1},
+        {"readers wait for it", "aBcd", 1},
+    };
+    for (const auto& row : rows) {
+        Gatherer executor;
+        std::string trace;
+        ConcurrentQueue queue("test", executor);
+        for (const char* name = row.work; *name; ++name) {
+            auto work = [&trace, own = *name] { trace += own; };
+            if (*name >= 'a') {
+                queue.async(work);
+            } else {
+                queue.asyncBarrier(work);
+            }
+        }
+        EXPECT_EQ(executor.count, row.startedAtOnce) << row.name;
+        executor.runAll();
+        EXPECT_EQ(trace, row.work) << row.name;
+    }
+}
+
+TEST(SerialQueue, keepsTheOrderOfEveryPosterAndEndsAfterItsWork) {
+    constexpr int posterCount = 4, count = 500;
+    std::vector<int> last(posterCount, -1);  // not guarded: the queue is what guards it
+    int disorder = 0;
+    std::atomic<int> seenBehind{0};
+    {
+        SerialQueue queue("test", DispatchQoS::utility);
+        std::vector<std::jthread> posters;
+        for (std::size_t poster = 0; poster < posterCount; ++poster)
+            posters.emplace_back([&, poster] {
+                for (int i = 0; i < count; ++i) {
+                    queue.async([&, poster, i] {
+                        if (last[poster] != i - 1) ++disorder;
+                        last[poster] = i;
+                    });
+                    if (i % 50 == 0 && queue.sync([&] { return last[poster]; }) == i) ++seenBehind;
+                }
+            });
+    }
+    EXPECT_EQ(disorder, 0);
+    EXPECT_EQ(last, std::vector<int>(posterCount, count - 1));
+    EXPECT_EQ(seenBehind.load(), posterCount * count / 50) << "sync comes behind what its caller added";
+}
+
+/// Writers hold both numbers for themselves; readers see them equal.
+TEST(ConcurrentQueue, stress) {
+    constexpr int threadCount = 4, rounds = 300;
+    std::int64_t first = 0, second = 0;
+    std::atomic<int> torn{0}, reads{0};
+    {
+        ConcurrentQueue queue("test", DispatchQoS::QoSClass::userInitiated);
+        auto write = [&] { ++first, ++second; };
+        auto read = [&] {
+            if (first != second) ++torn;
+            ++reads;
+        };
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < threadCount; ++thread)
+            threads.emplace_back([&] {
+                for (int i = 0; i < rounds; ++i) {
+                    queue.async(read);
+                    queue.sync(read);
+                    if (i % 3 == 0) queue.asyncBarrier(write);
+                    if (i % 5 == 0) queue.syncBarrier(write);
+                }
+            });
+    }
+    EXPECT_EQ(torn.load(), 0);
+    EXPECT_EQ(reads.load(), 2 * threadCount * rounds);
+    EXPECT_EQ(first, threadCount * (rounds / 3 + rounds / 5));
+}
+
+/// Each piece waits for the next one, which only a further thread can run; far more of them than processors.
+TEST(ConcurrentQueue, blockedWorkGetsFurtherThreads) {
+    constexpr int count = 20;
+    std::vector<std::atomic<bool>> reached(count + 1);
+    reached[count] = true;
+    ConcurrentQueue queue("test");
+    for (std::size_t i = 0; i < count; ++i)
+        queue.async([&reached, i] {
+            reached[i + 1].wait(false);
+            reached[i] = true;
+            reached[i].notify_all();
+        });
+    reached[0].wait(false);
+    EXPECT_TRUE(reached[1].load());
+}
+
+TEST(SerialQueue, errorsOfSynchronousWorkReachItsCallerAndMoveOnlyWorkPasses) {
+    SerialQueue queue("label", DispatchQoS::background);
+    EXPECT_THROW(queue.sync([] { throw std::runtime_error("refused"); }), std::runtime_error);
+    int sum = 0;
+    queue.async([&sum, owned = std::make_unique<int>(5)] { sum += *owned; });
+    EXPECT_EQ(queue.sync([&sum] { return sum; }), 5);
+    EXPECT_EQ(queue.label(), "label");
+    EXPECT_EQ(queue.qos(), DispatchQoS::background);
+    EXPECT_EQ(SerialQueue("label", DispatchQoS::QoSClass::utility).qos(), DispatchQoS::unspecified);
+}
+
+TEST(SerialQueueDeathTest, workThatWaitsForItsOwnQueueStopsTheProcess) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto wait = [] {
+        SerialQueue queue("test"), other("other");
+        queue.sync([&] { other.sync([&] { queue.sync([] {}); }); });
+    };
+    EXPECT_DEATH(wait(), "waited for the queue");
+}
+
+struct QualityRow {
+    std::int64_t rawValue;
+    std::optional<TaskPriority> priority;
+    DispatchQoS dispatch;
+};
+
+TEST(QualityOfService, equivalences) {
+    constexpr QualityRow rows[] = {
+        {33, TaskPriority::high, DispatchQoS::userInteractive},
+        {25, TaskPriority::userInitiated, DispatchQoS::userInitiated},
+        {17, TaskPriority::utility, DispatchQoS::utility},
+        {9, TaskPriority::background, DispatchQoS::background},
+        {-1, TaskPriority{21}, DispatchQoS::defaultQoS},
+        {0, std::nullopt, DispatchQoS::unspecified},
+        {34, std::nullopt, DispatchQoS::unspecified},
+    };
+    for (const auto& row : rows) {
+        const auto quality = static_cast<QualityOfService>(row.rawValue);
+        EXPECT_EQ(taskPriorityEquivalent(quality), row.priority) << row.rawValue;
+        EXPECT_EQ(dispatchEquivalent(quality), row.dispatch) << row.rawValue;
+        const bool isNamed = row.priority.has_value();
+        EXPECT_EQ(row.dispatch.qualityOfService(), isNamed ? quality : QualityOfService::defaultQuality);
+        EXPECT_EQ((DispatchQoS{row.dispatch.qosClass, -1}).qualityOfService(), QualityOfService::defaultQuality);
+    }
+}
+
+}  // namespace
+}  // namespace corvex
