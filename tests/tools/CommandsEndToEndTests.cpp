@@ -109,7 +109,7 @@ TEST(RefusalEndToEnd, wordsThatCannotBeUsed) {
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-vcodc", "h264"}, "did you mean -vcodec?"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-xyzzyx", "-plughplugh"}, "'-plughplugh'"},
         {{"transcode", "-in", "a.mov", "-out", "b.mov", "-vbr", "-5"}, "'-5' is no value of -vbr"},
-        {{"transcode", "-in", "a.mov", "-out", "b.mov", "-tc_burn"}, "'-tc_burn' is not carried out"},
+        {{"transcode", "-in", "a.mov", "-out", "b.mov", "-arri_cs", "x"}, "'-arri_cs' is not carried out"},
         {{"-isTranscoder", "-in", "a.mov", "-out", "b.mov", "-parentPid", "x"}, "-parentPid 'x'"},
     };
     for (const Row& row : rows) expectRefusal(corvex(row.words), 2, row.problem);
