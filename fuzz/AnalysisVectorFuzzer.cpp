@@ -26,14 +26,13 @@ Words rebuilt(const MediaAnalysisRequest& request) {
                       .commandLineArguments();
     if (const auto& images = request.images) {
         const std::optional<std::string> lut = images->lutFile.empty() ? std::nullopt : std::optional(images->lutFile);
-        const auto options =
-            images->imageHeight
-                ? MediaAnalysisCLIArgumentFactory::buildImageOptions(images->snapshotLocations, images->maxImageWidth,
-                                                                     *images->imageHeight, images->compressionFactor,
-                                                                     images->allowFinderImages, lut)
-                : MediaAnalysisCLIArgumentFactory::buildImageOptions(images->snapshotLocations, images->maxImageWidth,
-                                                                     images->compressionFactor,
-                                                                     images->allowFinderImages, lut);
+        const auto options = images->imageHeight
+                                 ? MediaAnalysisCLIArgumentFactory::buildImageOptions(
+                                       images->snapshotLocations, images->maxImageWidth, *images->imageHeight,
+                                       images->compressionFactor, images->allowFinderImages, lut)
+                                 : MediaAnalysisCLIArgumentFactory::buildImageOptions(
+                                       images->snapshotLocations, images->maxImageWidth, images->compressionFactor,
+                                       images->allowFinderImages, lut);
         for (std::string& word : options.commandLineArguments()) words.push_back(std::move(word));
     }
     return words;

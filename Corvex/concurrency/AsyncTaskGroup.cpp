@@ -1,6 +1,7 @@
 #include <Corvex/concurrency/AsyncTaskGroup.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 void GroupState::enter() noexcept {
     const ShortLock lock(mutex);
@@ -23,4 +24,5 @@ bool GroupState::enqueue(GroupWaiter& waiter) noexcept {
     return true;
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -6,7 +6,8 @@
 #include <Corvex/platform/Log.h>
 #include <Corvex/platform/Sleep.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 TimeoutRace::Timer::Timer(TimeoutRace& owner) noexcept
     : TimerNode([](WorkNode& node) noexcept { static_cast<Timer&>(node).race.timerFinished(); }), race(owner) {}
@@ -91,4 +92,5 @@ void TimeoutRace::finish() {
     if (winner == Winner::cancellation) throw CancellationError();
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -7,7 +7,8 @@
 #include <Corvex/concurrency/TaskTimeoutLog.h>
 #include <Corvex/platform/Task.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 /// What a number of seconds is in nanoseconds; beyond what those can count, as many as they can.
 [[nodiscard]] constexpr std::chrono::nanoseconds saturatedSeconds(std::uint64_t seconds) noexcept {
@@ -90,4 +91,5 @@ private:
     Callback parentLink_;  ///< The parent's cancellation reaches both. Disarmed first.
 };
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

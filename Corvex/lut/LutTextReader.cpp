@@ -1,6 +1,7 @@
 #include <Corvex/lut/LutTextReader.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include <Corvex/platform/Text.h>
@@ -25,8 +26,19 @@ struct Newline {
     std::size_t position, length;  ///< The text's length and 0 where there is none.
 };
 
+/// Whether one of eight bytes is from 8 to 15, as the newlines of ASCII are, or from 128 on.
+bool mayHoldNewline(const char* at) noexcept {
+    constexpr std::uint64_t ones = 0x0101010101010101U, highBits = 0x80 * ones;
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    const std::uint64_t others = (word & 0xF8 * ones) ^ 0x08 * ones;  // zero where a byte is from 8 to 15
+    return ((((others - ones) & ~others) | word) & highBits) != 0;
+}
+
 Newline findNewline(std::string_view text, std::size_t from) noexcept {
     for (std::size_t at = from; at < text.size(); ++at) {
+        while (at + 8 <= text.size() && !mayHoldNewline(text.data() + at)) at += 8;
+        if (at == text.size()) break;
         if (const std::size_t length = newlineLength(text, at)) return {at, length};
     }
     return {text.size(), 0};

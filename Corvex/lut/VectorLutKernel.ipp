@@ -403,6 +403,14 @@ struct Limits {
     bool areNeeded;
 };
 
+/// Colours as whole numbers in the low 16 bits; what is above means nothing.
+template <class D, class V>
+HWY_INLINE hn::Vec<hn::RebindToSigned<D>> toCodes(D d, const Limits& limits, V colors) {
+    if (limits.areNeeded) colors = hn::Min(hn::Max(colors, hn::Zero(d)), hn::Set(d, limits.outputLimit));
+    // Numbers at 2^23 have no fraction left, and what is below it stands in their low bits.
+    return hn::BitCast(hn::RebindToSigned<D>(), hn::Add(colors, hn::Set(d, 8388608.0F)));
+}
+
 template <class Narrow, class V>
 HWY_INLINE hn::Vec<Narrow> toSamples(const Limits& limits, V colors) {
     if constexpr (std::is_same_v<hn::TFromD<Narrow>, float>) {
@@ -410,10 +418,32 @@ HWY_INLINE hn::Vec<Narrow> toSamples(const Limits& limits, V colors) {
     } else {
         const hn::Rebind<float, Narrow> d;
         const hn::RebindToSigned<decltype(d)> di;
-        if (limits.areNeeded) colors = hn::Min(hn::Max(colors, hn::Zero(d)), hn::Set(d, limits.outputLimit));
-        // Numbers at 2^23 have no fraction left, and what is below it stands in their low bits.
-        const auto whole = hn::BitCast(di, hn::Add(colors, hn::Set(d, 8388608.0F)));
-        return hn::DemoteTo(Narrow(), hn::And(whole, hn::Set(di, 0xFFFF)));
+        return hn::DemoteTo(Narrow(), hn::And(toCodes(d, limits, colors), hn::Set(di, 0xFFFF)));
+    }
+}
+
+/// Two pixels as samples of a destination, each for itself.
+template <class Sample>
+struct Pixels {
+    hn::Vec<hn::Rebind<Sample, hn::Half<Floats>>> first, second;
+};
+
+template <class Sample>
+HWY_INLINE Pixels<Sample> toPixels(const Limits& limits, FloatVector colors) {
+    if constexpr (sizeof(Sample) == 2) {
+        // Within its half of the vector each pixel moves to the front at once.
+        alignas(16) constexpr std::uint8_t lowBytes[] = {0, 1, 4, 5, 8, 9, 12, 13, 0, 1, 4, 5, 8, 9, 12, 13};
+        const hn::Repartition<std::uint8_t, Floats> bytes;
+        const hn::Repartition<Sample, Floats> all;
+        const hn::Half<decltype(all)> half;
+        const auto codes = hn::BitCast(bytes, toCodes(Floats(), limits, colors));
+        const auto samples = hn::BitCast(all, hn::TableLookupBytes(codes, hn::LoadDup128(bytes, lowBytes)));
+        const hn::Half<decltype(half)> pixel;
+        return {hn::LowerHalf(pixel, hn::LowerHalf(half, samples)), hn::LowerHalf(pixel, hn::UpperHalf(half, samples))};
+    } else {
+        const hn::Rebind<Sample, hn::Half<Floats>> half;
+        const auto samples = toSamples<hn::Rebind<Sample, Floats>>(limits, colors);
+        return {hn::LowerHalf(half, samples), hn::UpperHalf(half, samples)};
     }
 }
 
@@ -447,24 +477,23 @@ struct PutWithAlpha {
 /// take a detour.
 template <class Sample>
 struct PutInterleaved {
-    using Pair = hn::Rebind<Sample, Floats>;
     Limits limits;
     Sample* first;
     std::size_t count;
 
     HWY_INLINE void operator()(std::size_t i, FloatVector colors) const {
-        const Pair d;
-        const hn::Half<Pair> half;
-        const auto samples = toSamples<Pair>(limits, colors);
+        const hn::Rebind<Sample, hn::Half<Floats>> d;
+        const Pixels<Sample> pixels = toPixels<Sample>(limits, colors);
         Sample* const at = first + i * 3;
         if (i + 2 < count) {
-            hn::StoreU(hn::LowerHalf(half, samples), half, at);
-            hn::StoreU(hn::UpperHalf(half, samples), half, at + 3);
+            hn::StoreU(pixels.first, d, at);
+            hn::StoreU(pixels.second, d, at + 3);
         } else {
-            alignas(32) Sample last[groupSize];
-            hn::Store(samples, d, last);
+            alignas(16) Sample last[LutPlan::entryWidth];
+            hn::Store(pixels.first, d, last);
             std::memcpy(at, last, 3 * sizeof(Sample));
-            if (i + 1 < count) std::memcpy(at + 3, last + LutPlan::entryWidth, 3 * sizeof(Sample));
+            hn::Store(pixels.second, d, last);
+            if (i + 1 < count) std::memcpy(at + 3, last, 3 * sizeof(Sample));
         }
     }
 };

@@ -5,7 +5,8 @@
 
 #include <Corvex/platform/Checked.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 namespace {
 
 constexpr unsigned highestThreadCount = 64;
@@ -69,4 +70,5 @@ void DispatchThreads::work() noexcept {
     --threadCount_;
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -5,7 +5,8 @@
 
 #include <Corvex/platform/LeveledWorkQueue.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 /// The threads on which dispatch queues run their work unless they are given an executor. Their work may block, so there
 /// are as many as it takes, up to a limit: one is added when work waits and no other thread is free, and ends when it has
@@ -29,4 +30,5 @@ private:
     bool isWaking_ = false;  ///< A thread has been woken or started and has not looked at the queue yet.
 };
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -4,7 +4,8 @@
 
 #include <Corvex/platform/ShortMutex.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 constinit thread_local FrameCache::State FrameCache::state{};
 
@@ -79,4 +80,5 @@ void FrameCache::releaseSome(std::size_t sizeClass) noexcept {
     store.batches[sizeClass] = ::new (static_cast<void*>(first)) Store::Batch{{rest}, store.batches[sizeClass]};
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -7,7 +7,8 @@
 
 #include <Corvex/platform/Export.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define CORVEX_CACHES_FRAMES 0  // sanitizers are to see every frame come and go
@@ -76,4 +77,5 @@ private:
     [[gnu::tls_model("initial-exec")]] static constinit CORVEX_EXPORT thread_local State state;
 };
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -1,6 +1,7 @@
 #include <Corvex/platform/TaskGroup.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 TaskGroupBase::Link::Link(TaskGroupBase& group) noexcept
     : CancellationCallback(
@@ -84,4 +85,5 @@ TaskGroupBase::Finished TaskGroupBase::takeFinished() noexcept {
     return {static_cast<TaskPromiseBase*>(child), child || isUnlisted};
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -1,6 +1,7 @@
 #include <Corvex/platform/TaskHandle.h>
 
-namespace corvex::inline v0::detail {
+namespace corvex::inline v0 {
+namespace detail {
 
 TaskBlockBase::~TaskBlockBase() = default;
 
@@ -27,4 +28,5 @@ void TaskBlockBase::publish() noexcept {
     isFinished_.notify_all();
 }
 
-}  // namespace corvex::inline v0::detail
+}  // namespace detail
+}  // namespace corvex::inline v0

@@ -4,7 +4,6 @@
 #include <map>
 #include <optional>
 #include <random>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -75,6 +74,12 @@ Task<> closeAfter(Sequencer sequencer, std::chrono::microseconds delay) {
     sequencer.close();
 }
 
+/// Refers to no task where the delay is negative.
+template <class Sequencer>
+TaskHandle<> startClosing(Sequencer sequencer, int delay, ThreadPool& pool) {
+    return delay < 0 ? TaskHandle<>() : spawn(closeAfter(sequencer, std::chrono::microseconds(delay)), pool);
+}
+
 Keys sorted(const std::vector<Keys>& lists) {
     Keys all;
     for (const Keys& list : lists) all.insert(all.end(), list.begin(), list.end());
@@ -107,7 +112,7 @@ void stress(Make make, Add add, bool isOrdered) {
         for (int i = 0; i < row.consumers; ++i) consumers.push_back(spawn(consume(sequencer), pool));
         for (int i = 0; i < row.producers; ++i)
             producers.push_back(spawn(produce(sequencer, keysOf(i, row.producers, seed++), add), pool));
-        if (row.closingAfter >= 0) spawn(closeAfter(sequencer, std::chrono::microseconds(row.closingAfter)), pool);
+        const TaskHandle<> closer = startClosing(sequencer, row.closingAfter, pool);
         const std::vector<Keys> accepted = results(producers);
         if (row.closingAfter < 0) sequencer.close();
         const std::vector<Keys> delivered = results(consumers);
@@ -116,7 +121,7 @@ void stress(Make make, Add add, bool isOrdered) {
         const bool isInOrder = std::all_of(delivered.begin(), delivered.end(),
                                            [](const Keys& keys) { return std::is_sorted(keys.begin(), keys.end()); });
         EXPECT_TRUE(isInOrder || !isOrdered);
-        while (sequencer.isOpen()) std::this_thread::yield();  // the closer may not have run yet
+        (void)closer.waitSync();  // a pool must outlive what sleeps on it
     }
 }
 
@@ -169,7 +174,7 @@ TEST(SequencerStress, multiFeed) {
             auto add = [feed](const MultiFeed& target, int key) { return target.enqueueItems(-key, key, feed); };
             producers.push_back(spawn(produce(sequencer, keys, add), pool));
         }
-        if (closingAfter >= 0) spawn(closeAfter(sequencer, std::chrono::microseconds(closingAfter)), pool);
+        const TaskHandle<> closer = startClosing(sequencer, closingAfter, pool);
         std::vector<Keys> delivered = results(consumers);
         sequencer.close();
         // Closing frees no producer that waits: what has been stored is asked for until all of them have ended.
@@ -182,6 +187,7 @@ TEST(SequencerStress, multiFeed) {
             delivered.push_back(results(late).front());
         }
         EXPECT_EQ(sorted(delivered), sorted(results(producers))) << closingAfter;
+        (void)closer.waitSync();
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 #ifndef ASIO_STANDALONE
 #define ASIO_STANDALONE 1
 #endif
@@ -11,18 +13,27 @@
 namespace corvex::inline v0 {
 
 /// Runs work on an executor of standalone Asio: an io_context, a strand or a thread_pool. On a strand it is serial.
-/// Asio counts only work that is posted, not coroutines that sleep or wait: keep a work guard while tasks run.
+/// Asio counts only work that is posted, not coroutines that sleep or wait: keep a work guard while tasks run. Destroy
+/// this before what it posts to: it waits for posts that are still on their way out when their work has already run.
 /// Costs nothing unless it is included; Asio is the host's to provide.
 class AsioExecutor final : public Executor {
 public:
     explicit AsioExecutor(asio::any_io_executor executor) noexcept : executor_(std::move(executor)) {}
 
+    ~AsioExecutor() override {
+        while (const int count = posting_.load(std::memory_order_acquire))
+            posting_.wait(count, std::memory_order_acquire);
+    }
+
     void post(WorkNode& node) noexcept override {
+        posting_.fetch_add(1, std::memory_order_relaxed);
         asio::post(executor_, [this, &node] { ExecutorScope(*this).run(node); });
+        if (posting_.fetch_sub(1, std::memory_order_release) == 1) posting_.notify_all();
     }
 
 private:
     asio::any_io_executor executor_;
+    std::atomic<int> posting_{0};
 };
 
 }  // namespace corvex::inline v0

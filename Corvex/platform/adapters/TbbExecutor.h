@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 #include <oneapi/tbb/task_arena.h>
 
 #include <Corvex/platform/ShortMutex.h>
@@ -8,18 +10,25 @@
 namespace corvex::inline v0 {
 
 /// Runs work on the threads of a oneTBB arena, beside its own tasks. Work starts in the order in which it was posted.
-/// The arena outlives this, and this all work posted to it. Costs nothing unless it is included; oneTBB is the host's to
-/// provide.
+/// The arena outlives this, and this all work posted to it; its end waits for posts that are still on their way out when
+/// their work has already run. Costs nothing unless it is included; oneTBB is the host's to provide.
 class TbbExecutor final : public Executor {
 public:
     explicit TbbExecutor(oneapi::tbb::task_arena& arena) noexcept : arena_(arena) {}
 
+    ~TbbExecutor() override {
+        while (const int count = posting_.load(std::memory_order_acquire))
+            posting_.wait(count, std::memory_order_acquire);
+    }
+
     void post(WorkNode& node) noexcept override {
+        posting_.fetch_add(1, std::memory_order_relaxed);
         {
             const ShortLock lock(mutex_);
             queue_.append(node);
         }
         arena_.enqueue([this] { runOldest(); });  // an arena promises no order, so its tasks only say how many to run
+        if (posting_.fetch_sub(1, std::memory_order_release) == 1) posting_.notify_all();
     }
 
 private:
@@ -33,6 +42,7 @@ private:
     oneapi::tbb::task_arena& arena_;
     ShortMutex mutex_;
     WorkQueue queue_;
+    std::atomic<int> posting_{0};
 };
 
 }  // namespace corvex::inline v0
