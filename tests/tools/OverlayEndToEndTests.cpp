@@ -53,14 +53,22 @@ TEST(OverlayEndToEnd, burnsTheLabelOfEveryPicture) {
         std::vector<const char*> labels;
     };
     const Row rows[] = {
-        {"30000/1001", "00:00:59;28", {30000, 1001}, OAVAnchorBottomCenter,
+        {"30000/1001",
+         "00:00:59;28",
+         {30000, 1001},
+         OAVAnchorBottomCenter,
          {"00:00:59;28", "00:00:59;29", "00:01:00;02", "00:01:00;03"}},
-        {"60000/1001", "00:00:59;58", {60000, 1001}, OAVAnchorTopLeft,
+        {"60000/1001",
+         "00:00:59;58",
+         {60000, 1001},
+         OAVAnchorTopLeft,
          {"00:00:59;58", "00:00:59;59", "00:01:00;04", "00:01:00;05"}},
-        {"24000/1001", "23:59:59:22", {24000, 1001}, OAVAnchorTopRight,
+        {"24000/1001",
+         "23:59:59:22",
+         {24000, 1001},
+         OAVAnchorTopRight,
          {"23:59:59:22", "23:59:59:23", "00:00:00:00", "00:00:00:01"}},
-        {"25", "00:09:59:23", {25, 1}, OAVAnchorCenter,
-         {"00:09:59:23", "00:09:59:24", "00:10:00:00", "00:10:00:01"}},
+        {"25", "00:09:59:23", {25, 1}, OAVAnchorCenter, {"00:09:59:23", "00:09:59:24", "00:10:00:00", "00:10:00:01"}},
     };
     const TemporaryDirectory directory;
     for (const Row& row : rows) {
@@ -111,8 +119,9 @@ TEST(OverlayEndToEnd, laysWatermarksOverThePictureAlone) {
     ffmpeg({"-f", "lavfi", "-i", "color=gray:size=320x180:rate=25", "-frames:v", "2", "-c:v", "mpeg4", source});
     ffmpeg({"-f", "lavfi", "-i", "color=red:size=32x16", "-frames:v", "1", mark});
     const CommandResult result =
-        corvex({"transcode", "-in", source, "-vcodec", "prores4444", "-out", marked, "-wmf_path", mark, "-wmf_scale", "2",
-                "-wmf_anchor", "br", "-wmt_burn", "-wmt_text", "Dailies", "-wmt_anchor", "tl", "-wmt_box_rgb", "0 0 1"});
+        corvex({"transcode", "-in",     source,        "-vcodec", "prores4444",   "-out", marked,
+                "-wmf_path", mark,      "-wmf_scale",  "2",       "-wmf_anchor",  "br",   "-wmt_burn",
+                "-wmt_text", "Dailies", "-wmt_anchor", "tl",      "-wmt_box_rgb", "0 0 1"});
     ASSERT_EQ(result.exitStatus, 0) << result.error;
     const Picture picture(marked);
     const auto isNear = [&](int x, int y, Pixel color) {

@@ -147,12 +147,12 @@ TEST(OverlayPlace, keepsToTheSafeTitleAreaWhereThereIsRoom) {
         int width, height, x, y;
     };
     const Row rows[] = {
-        {OAVAnchorTopLeft, 200, 100, 96, 54},         {OAVAnchorTopCenter, 200, 100, 860, 54},
-        {OAVAnchorTopRight, 200, 100, 1624, 54},      {OAVAnchorCenterLeft, 200, 100, 96, 490},
-        {OAVAnchorCenter, 200, 100, 860, 490},        {OAVAnchorCenterRight, 200, 100, 1624, 490},
-        {OAVAnchorBottomLeft, 200, 100, 96, 926},     {OAVAnchorBottomCenter, 200, 100, 860, 926},
-        {OAVAnchorBottomRight, 200, 100, 1624, 926},  {OAVAnchorBottomRight, 1920, 1080, 0, 0},
-        {OAVAnchorTopLeft, 1900, 1078, 10, 0},        {OAVAnchorCenter, 201, 99, 858, 490},
+        {OAVAnchorTopLeft, 200, 100, 96, 54},        {OAVAnchorTopCenter, 200, 100, 860, 54},
+        {OAVAnchorTopRight, 200, 100, 1624, 54},     {OAVAnchorCenterLeft, 200, 100, 96, 490},
+        {OAVAnchorCenter, 200, 100, 860, 490},       {OAVAnchorCenterRight, 200, 100, 1624, 490},
+        {OAVAnchorBottomLeft, 200, 100, 96, 926},    {OAVAnchorBottomCenter, 200, 100, 860, 926},
+        {OAVAnchorBottomRight, 200, 100, 1624, 926}, {OAVAnchorBottomRight, 1920, 1080, 0, 0},
+        {OAVAnchorTopLeft, 1900, 1078, 10, 0},       {OAVAnchorCenter, 201, 99, 858, 490},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.anchor.rawValue()) + " " + std::to_string(row.width));
@@ -171,11 +171,11 @@ TEST(TimecodeCount, givesEveryPictureItsLabel) {
     };
     constexpr MediaRational ntsc(30000, 1001), doubleNtsc(60000, 1001);
     constexpr Row rows[] = {
-        {"00:00:59;28", ntsc, 1, 0, "00:00:59;28"},           {"00:00:59;28", ntsc, 1, 1, "00:00:59;29"},
-        {"00:00:59;28", ntsc, 1, 2, "00:01:00;02"},           {"00:09:59;29", ntsc, 1, 1, "00:10:00;00"},
-        {"00:00:59;58", doubleNtsc, 1, 2, "00:01:00;04"},     {"00:00:59;28", ntsc, 2, 3, "00:00:59;29"},
-        {"00:00:59;28", ntsc, 2, 4, "00:01:00;02"},           {"23:59:59;29", ntsc, 1, 1, "00:00:00;00"},
-        {"23:59:59:23", {24000, 1001}, 1, 1, "00:00:00:00"},  {"01:00:00:00", {25, 1}, 1, 15000, "01:10:00:00"},
+        {"00:00:59;28", ntsc, 1, 0, "00:00:59;28"},          {"00:00:59;28", ntsc, 1, 1, "00:00:59;29"},
+        {"00:00:59;28", ntsc, 1, 2, "00:01:00;02"},          {"00:09:59;29", ntsc, 1, 1, "00:10:00;00"},
+        {"00:00:59;58", doubleNtsc, 1, 2, "00:01:00;04"},    {"00:00:59;28", ntsc, 2, 3, "00:00:59;29"},
+        {"00:00:59;28", ntsc, 2, 4, "00:01:00;02"},          {"23:59:59;29", ntsc, 1, 1, "00:00:00;00"},
+        {"23:59:59:23", {24000, 1001}, 1, 1, "00:00:00:00"}, {"01:00:00:00", {25, 1}, 1, 15000, "01:10:00:00"},
         {"00:00:00:00", {120, 1}, 1, 119, "00:00:00:119"},
     };
     for (const Row& row : rows) {

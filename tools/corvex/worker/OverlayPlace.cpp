@@ -23,7 +23,7 @@ OverlayPlace OverlayPlace::make(const OAVTranscodeArgumentOverlayAnchorValue& an
     const Side horizontal = isOneOf(OAVAnchorTopLeft, OAVAnchorCenterLeft, OAVAnchorBottomLeft)      ? Side::low
                             : isOneOf(OAVAnchorTopRight, OAVAnchorCenterRight, OAVAnchorBottomRight) ? Side::high
                                                                                                      : Side::middle;
-    const Side vertical = isOneOf(OAVAnchorTopLeft, OAVAnchorTopCenter, OAVAnchorTopRight)          ? Side::low
+    const Side vertical = isOneOf(OAVAnchorTopLeft, OAVAnchorTopCenter, OAVAnchorTopRight)            ? Side::low
                           : isOneOf(OAVAnchorBottomLeft, OAVAnchorBottomCenter, OAVAnchorBottomRight) ? Side::high
                                                                                                       : Side::middle;
     return {along(horizontal, width, pictureWidth, stepX), along(vertical, height, pictureHeight, stepY)};

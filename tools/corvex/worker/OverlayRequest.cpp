@@ -19,9 +19,8 @@ Anchor anchorOf(const Arguments& arguments, const auto& flag, const Anchor& usua
     const auto text = arguments.argumentFlagValue(flag.cliFlag());
     if (!text) return usual;
     const auto known = Anchor::allCases();
-    const auto found = std::find_if(known.begin(), known.end(), [&](const Anchor& anchor) {
-        return anchor.rawValue() == *text;
-    });
+    const auto found =
+        std::find_if(known.begin(), known.end(), [&](const Anchor& anchor) { return anchor.rawValue() == *text; });
     if (found == known.end()) failExpecting(flag.cliFlag(), *text, "one of " + listOf(known));
     return *found;
 }

@@ -25,9 +25,8 @@ PictureOverlays::PictureOverlays(const OverlayRequest& request, const PictureSta
                            std::to_string(pictureWidth) + "x" + std::to_string(pictureHeight) + " of the picture; " +
                            remedy + " makes it smaller");
         }
-        const OverlayPlace at =
-            OverlayPlace::make(anchor, stamp.width(), stamp.height(), pictureWidth, pictureHeight,
-                               stamp.horizontalStep(), stamp.verticalStep());
+        const OverlayPlace at = OverlayPlace::make(anchor, stamp.width(), stamp.height(), pictureWidth, pictureHeight,
+                                                   stamp.horizontalStep(), stamp.verticalStep());
         marks_.push_back({std::move(stamp), at});
     };
     if (request.image) {
@@ -41,8 +40,8 @@ PictureOverlays::PictureOverlays(const OverlayRequest& request, const PictureSta
               "-wmt_size");
     }
     if (request.timecode && timecodes) {
-        timecode_.emplace(*timecodes, request.timecode->anchor, withSize(request.timecode->style, pictureHeight), target,
-                          pictureWidth, pictureHeight);
+        timecode_.emplace(*timecodes, request.timecode->anchor, withSize(request.timecode->style, pictureHeight),
+                          target, pictureWidth, pictureHeight);
     }
 }
 

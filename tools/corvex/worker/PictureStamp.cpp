@@ -90,7 +90,8 @@ PictureStamp::Plane PictureStamp::makePlane(const OverlayImage& image, int compo
             // Colours count by how much they cover, or a transparent pixel's would bleed into its neighbours.
             double covered = 0, sum = 0;
             for (int row = y << plane.shiftY; row < std::min((y + 1) << plane.shiftY, image.height); ++row) {
-                for (int column = x << plane.shiftX; column < std::min((x + 1) << plane.shiftX, image.width); ++column) {
+                for (int column = x << plane.shiftX; column < std::min((x + 1) << plane.shiftX, image.width);
+                     ++column) {
                     const auto& pixel = image.at(column, row);
                     covered += pixel[3];
                     sum += pixel[3] * (weights[0] * pixel[0] + weights[1] * pixel[1] + weights[2] * pixel[2]) / one;
@@ -135,9 +136,9 @@ void PictureStamp::cover(AVFrame& frame, int x, int y) const {
     for (int row = std::max(0, -y); row < std::min(luma.height, frame.height - y); ++row) {
         Sample* alpha = rowOf<Sample>(frame, alphaIndex_, y + row);
         for (int column = std::max(0, -x); column < std::min(luma.width, frame.width - x); ++column) {
-            const std::uint32_t coverage = luma.coverage[static_cast<std::size_t>(row) *
-                                                             static_cast<std::size_t>(luma.width) +
-                                                         static_cast<std::size_t>(column)];
+            const std::uint32_t coverage =
+                luma.coverage[static_cast<std::size_t>(row) * static_cast<std::size_t>(luma.width) +
+                              static_cast<std::size_t>(column)];
             Sample& target = alpha[x + column];
             target = static_cast<Sample>((target * (whole - coverage) + opaque * coverage + whole / 2) / whole);
         }

@@ -94,7 +94,8 @@ TimecodeComponents TimecodeRequest::start(const MediaInput& first, AVRational ra
     if (state == DropFrameState::unknown) state = dropsFrames(rate) ? DropFrameState::drop : DropFrameState::nonDrop;
     if (bypassesNtscDrop) state = DropFrameState::nonDrop;
     if (state == DropFrameState::drop && !dropsFrames(rate)) {
-        throw JobError("a timecode of " + textOf(rate) + " frames a second cannot drop frames; expected 29.97 or a multiple, or -tc_non_drop");
+        throw JobError("a timecode of " + textOf(rate) +
+                       " frames a second cannot drop frames; expected 29.97 or a multiple, or -tc_non_drop");
     }
     start->dropFrameState = state;
     return *start;

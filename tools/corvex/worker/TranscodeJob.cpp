@@ -134,9 +134,8 @@ pid_t takeCustodialFlags(const Arguments& arguments) {
 void requireKnownFlagsCarriedOut(const Arguments& arguments) {
     for (const auto& [key, value] : arguments.flagValueLookup()) {
         if (isCarriedOut(key) || isNumberedFlag(key)) continue;
-        const auto* reason =
-            std::find_if(std::begin(reasons), std::end(reasons),
-                         [&, &flag = key](const auto& row) { return flag.starts_with(row.first); });
+        const auto* reason = std::find_if(std::begin(reasons), std::end(reasons),
+                                          [&, &flag = key](const auto& row) { return flag.starts_with(row.first); });
         // Any word that holds a flag's name counts as known, so a slip of the finger may come this far.
         const auto meant = suggestedFlag(key);
         throw UsageError("the flag " + inQuotes(key) + " is not carried out by this worker" +

@@ -30,8 +30,8 @@ struct VideoRequest {
     std::optional<LookUpTable> table;
     OverlayRequest overlays;
     std::optional<TimecodeRequest> burntTimecode;  ///< What the timecode among the overlays counts.
-    std::optional<std::uint64_t> frameCapacity;  ///< Pictures in flight.
-    std::optional<std::int64_t> frameMemory;     ///< Bytes of pictures in flight.
+    std::optional<std::uint64_t> frameCapacity;    ///< Pictures in flight.
+    std::optional<std::int64_t> frameMemory;       ///< Bytes of pictures in flight.
     std::map<std::string, std::string> decodeOptions;
 
     /// None when no video is wanted. Throws UsageError or JobError naming the flag at fault.

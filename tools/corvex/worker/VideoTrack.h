@@ -95,7 +95,7 @@ private:
 
     std::optional<PictureGraph> graph_;
     GraphInput graphInput_;
-    std::optional<PicturePipeline> work_;  ///< None where pictures are only scaled.
+    std::optional<PicturePipeline> work_;              ///< None where pictures are only scaled.
     std::shared_ptr<const PictureOverlays> overlays_;  ///< None where nothing is drawn.
     FramePointer filtered_;
     PacketPointer packet_;
