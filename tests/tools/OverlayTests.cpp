@@ -185,7 +185,7 @@ TEST(TimecodeCount, givesEveryPictureItsLabel) {
 }
 
 TEST(TextImage, drawsWhatTheFontsHaveAndRefusesTheRest) {
-    const OverlayImage image = textImage("Ä é", {.size = 40, .font = Color::sRGB(1, 0, 0)});
+    const OverlayImage image = textImage("Ä é", {.size = 40, .font = Color::sRGB(1, 0, 0), .box = {}});
     bool isRedOrClear = true;
     int drawn = 0;
     for (const auto& pixel : image.pixels) {
@@ -194,7 +194,7 @@ TEST(TextImage, drawsWhatTheFontsHaveAndRefusesTheRest) {
     }
     EXPECT_TRUE(isRedOrClear);
     EXPECT_GT(drawn, 50);
-    EXPECT_THROW((void)textImage("\U0010FFFD", {.size = 40}), JobError);
+    EXPECT_THROW((void)textImage("\U0010FFFD", {.size = 40, .font = {}, .box = {}}), JobError);
 }
 
 TEST(OverlayImage, isReadWithItsAlphaAndScaledWithoutBleeding) {
