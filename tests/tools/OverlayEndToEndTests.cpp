@@ -152,14 +152,14 @@ TEST(OverlayEndToEnd, refusesWhatCannotBeDrawn) {
         {"-tc_burn -tc_rate 24", "-tc_rate"},
         {"-wmt_burn", "-wmt_text"},
         {"-wmt_text a", "-wmt_burn beside it"},
-        {"-wmt_burn -wmt_text a_long_text_that_does_not_fit", "-wmt_size"},
+        {"-wmt_burn -wmt_size 20 -wmt_text does_not_fit", "-wmt_size"},
         {"-wmf_scale 2", "-wmf_path beside it"},
         {"-wmf_path /nowhere/mark.png", "no such file"},
         {"-arri_cs rec709", "look engine"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.words);
-        Words words{"transcode", "-in", source, "-vcodec", "mpeg4", "-out", directory.path("out.mov")};
+        Words words{"transcode", "-in", source, "-vcodec", "mp4", "-out", directory.path("out.mov")};
         for (const std::string& word : wordsOf(row.words)) words.push_back(word);
         const CommandResult result = corvex(words);
         EXPECT_NE(result.exitStatus, 0);

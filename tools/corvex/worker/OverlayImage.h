@@ -19,8 +19,8 @@ struct OverlayImage {
           height(imageHeight),
           pixels(static_cast<std::size_t>(imageWidth) * static_cast<std::size_t>(imageHeight)) {}
 
-    /// Reads an image file (PNG, TIFF, JPEG, …) and brings it to `scale` times its size. Throws JobError that names the
-    /// file.
+    /// Reads an image file (PNG, TIFF or DPX) and brings it to `scale` times its size. Throws JobError that names the
+    /// file. A LibraryMessages must live.
     [[nodiscard]] static OverlayImage read(const std::string& path, double scale);
 
     [[nodiscard]] const Pixel& at(int x, int y) const {

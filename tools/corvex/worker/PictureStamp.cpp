@@ -52,8 +52,11 @@ PictureStamp::PictureStamp(const OverlayImage& image, const Target& target) {
     constexpr std::uint64_t unfit = AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_HWACCEL |
                                     AV_PIX_FMT_FLAG_FLOAT | AV_PIX_FMT_FLAG_BITSTREAM;
     const bool isBigEndian = format != nullptr && (format->flags & AV_PIX_FMT_FLAG_BE) != 0;
+    const auto isPlane = [](const AVComponentDescriptor& component) {
+        return component.shift == 0 && component.offset == 0 && component.step == (component.depth > 8 ? 2 : 1);
+    };
     if (format == nullptr || (format->flags & AV_PIX_FMT_FLAG_PLANAR) == 0 || (format->flags & unfit) != 0 ||
-        format->nb_components < 3 || format->comp[0].shift != 0 ||
+        format->nb_components < 3 || !std::all_of(format->comp, format->comp + format->nb_components, isPlane) ||
         (format->comp[0].depth > 8 && isBigEndian != (std::endian::native == std::endian::big))) {
         throw JobError(std::string("cannot draw in pictures of the format '") +
                        (format == nullptr ? "none" : format->name) + "'");
