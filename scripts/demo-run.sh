@@ -1,6 +1,7 @@
 #!/bin/sh
-# demo-run.sh [DIRECTORY]: transcodes a made-up clip with two presets, and once more through a made-up look-up table, and
-# prints what came out of it. Leaves the clip, the table and the results in DIRECTORY (default build/demo).
+# demo-run.sh [DIRECTORY]: transcodes a made-up clip with two presets, and once more through a made-up look-up table with
+# the timecode burnt in, and prints what came out of it. Leaves the clip, the table, the results and a contact sheet in
+# DIRECTORY (default build/demo).
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 tool=$root/build/release/bin/corvex
@@ -75,6 +76,10 @@ transcode() {
 }
 transcode orvane_cloud -preset orvane_cloud
 transcode orvane_4444xq -preset orvane_4444xq
-transcode look -preset orvane_cloud -clut "$look"
+transcode look -preset orvane_cloud -clut "$look" -tc_burn
+ffmpeg -v error -nostdin -y -i "$clip" -i "$out/look.mov" -filter_complex \
+    '[0:v]fps=1/3,scale=640:-2[source];[1:v]fps=1/3,scale=640:-2[result];[source][result]hstack,tile=1x3' \
+    -frames:v 1 "$out/sheet.png"
+echo "Source and result side by side: $out/sheet.png"
 echo
 cat "$table"

@@ -2,7 +2,7 @@
 # compare.sh [TOOL [ROUNDS [DIRECTORY]]]: whole jobs of the tool beside Debian's ffmpeg program with the same encoders and
 # settings. The two take turns; printed are medians of wall and processor time, and ratios of the medians and of the
 # fastest runs (below 1: the tool is faster). The processor time of the tool is that of host and worker together.
-# JOBS="cloud h265" in the environment chooses among the jobs.
+# JOBS="cloud daily" in the environment chooses among the jobs.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 tool=${1:-$root/build/release/bin/corvex}
@@ -20,8 +20,8 @@ makeClip() {
     mv "$directory/part.mov" "$directory/clip$1.mov"
 }
 
-read -r -a names <<<"${JOBS:-cloud 4444xq h265 dnxhrhq}"
-declare -A seconds=([cloud]=12 [4444xq]=3 [h265]=3 [dnxhrhq]=12)  # the slow encoders have enough in less
+read -r -a names <<<"${JOBS:-cloud 4444xq h265 dnxhrhq daily}"
+declare -A seconds=([cloud]=12 [4444xq]=3 [h265]=3 [dnxhrhq]=12 [daily]=60)  # the slow encoders have enough in less
 declare -A ours theirs
 ours[cloud]="-preset orvane_cloud"
 theirs[cloud]="-c:v libx264 -b:v 3M -vf scale=960:540:flags=bicubic,format=yuv420p -c:a aac -ar 48000 -movflags +faststart"
@@ -31,6 +31,16 @@ ours[h265]="-vcodec h265 -acodec lpcm"
 theirs[h265]="-c:v libx265 -tag:v hvc1 -x265-params log-level=none -pix_fmt yuv420p -c:a pcm_s16le"
 ours[dnxhrhq]="-vcodec dnxhrhq -acodec lpcm"
 theirs[dnxhrhq]="-c:v dnxhd -profile:v dnxhr_hq -pix_fmt yuv422p -c:a pcm_s16le"
+
+# A proxy with a look and its timecode in the picture.
+look=$directory/look33.cube
+awk 'BEGIN {
+    n = 33; print "LUT_3D_SIZE", n
+    for (b = 0; b < n; ++b) for (g = 0; g < n; ++g) for (r = 0; r < n; ++r)
+        printf "%.6f %.6f %.6f\n", (r / 32) ^ 0.9, (g / 32) ^ 1.1, 0.95 * b / 32 + 0.05 * r / 32
+}' >"$look"
+ours[daily]="${ours[cloud]} -clut $look -tc_burn -tc_custom 01:00:00:00 -tc_burn_size 27"
+theirs[daily]="${theirs[cloud]/,format=/,lut3d=file=$look:interp=trilinear,drawtext=fontfile=/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf:timecode=01\\\\:00\\\\:00\\\\:00:rate=25:fontsize=27:fontcolor=white:box=1:boxcolor=black:x=(w-tw)/2:y=h-th-27,format=}"
 
 # measure FILE COMMAND...: appends "wall processor" in seconds.
 TIMEFORMAT='%R %U %S'
