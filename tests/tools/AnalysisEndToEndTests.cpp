@@ -66,13 +66,15 @@ protected:
 };
 
 TEST_F(AnalysisEndToEnd, describesFilesInTheTermsOfTheVocabulary) {
-    const std::string prores = made_.path("prores.mov"), mxf = made_.path("x.mxf"), dnx = made_.path("dnx.mov");
+    const std::string prores = made_.path("prores.mov"), mxf = made_.path("x.mxf"), dnx = made_.path("dnx.mov"),
+                      dpx = made_.path("still.dpx");
     ffmpeg({"-f", "lavfi", "-i", "testsrc2=size=320x180:rate=30000/1001:duration=0.2", "-c:v", "prores_ks",
             "-profile:v", "4444", "-pix_fmt", "yuv444p10le", "-vf",
             "setparams=color_primaries=bt709:color_trc=bt709:colorspace=bt709", "-timecode", "00:01:00;02", prores});
     ffmpeg(
         {"-i", clip("plain"), "-c:v", "mpeg2video", "-q:v", "2", "-c:a", "pcm_s16le", "-timecode", "10:00:00:00", mxf});
     ffmpeg({"-i", clip("plain"), "-an", "-c:v", "dnxhd", "-profile:v", "dnxhr_lb", "-pix_fmt", "yuv422p", dnx});
+    ffmpeg({"-i", clip("plain"), "-frames:v", "1", "-pix_fmt", "gbrp10le", dpx});
     struct Row {
         std::string path;
         const char *container, *codec, *rate, *code, *replacement, *lossless, *timecode;
@@ -89,6 +91,7 @@ TEST_F(AnalysisEndToEnd, describesFilesInTheTermsOfTheVocabulary) {
         {prores, "QuickTime", "ProRes 4444", "fps29_97", nullptr, nullptr, nullptr, "00:01:00;02"},
         {mxf, "MXF", "MP2", "fps25", "lpcm", "lpcm", "lpcm", "10:00:00:00"},
         {dnx, "QuickTime", "Avid DNxHR", "fps25", nullptr, nullptr, nullptr, nullptr},
+        {dpx, "DPX", nullptr, "fps25", nullptr, nullptr, nullptr, nullptr},
     };
     Words paths;
     for (const Row& row : rows) paths.push_back(row.path);
