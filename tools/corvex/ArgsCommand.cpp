@@ -89,11 +89,11 @@ void printText(const TranscodeCliArguments& arguments) {
 }  // namespace
 
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action) {
-    struct Choices {
+    struct ArgsChoices {
         bool ordered = false;
         bool json = false;
     };
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<ArgsChoices>();
     CLI::App* command = app.add_subcommand("args", "Show what an argument vector means to the transcode worker");
     command->add_flag("--ordered", choices->ordered, "Keep the order of the words when rendering");
     command->add_flag("--json", choices->json, "Print one JSON object");

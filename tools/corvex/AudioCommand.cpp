@@ -25,7 +25,7 @@ Json formatJson(OrvaneAudioFormat format) {
             {"support", std::string(rawValue(avEncodingSupportLevel(format)))}};
 }
 
-ExitStatus list(bool isJson) {
+ExitStatus listFormats(bool isJson) {
     Json formats = Json::array();
     for (const auto format : allCases<OrvaneAudioFormat>) formats.push_back(formatJson(format));
     if (isJson) {
@@ -68,17 +68,17 @@ ExitStatus replacement(const std::string& text, bool isLossless, bool isJson) {
 }  // namespace
 
 void addAudioCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    struct Choices {
+    struct AudioChoices {
         std::string code;
         bool lossless = false;
         bool json = false;
     };
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<AudioChoices>();
     CLI::App* command = app.add_subcommand("audio", "Audio formats that can be written, and their choice");
     command->require_subcommand(1);
     CLI::App* all = command->add_subcommand("list", "The formats, with their codes and the values of -acodec");
     all->add_flag("--json", choices->json, "Print one JSON array");
-    all->callback([choices, &action] { action = [choices] { return list(choices->json); }; });
+    all->callback([choices, &action] { action = [choices] { return listFormats(choices->json); }; });
     CLI::App* one = command->add_subcommand("replacement", "The format that stands in for a source's");
     one->add_option("CODE", choices->code, "The source's code: four characters, as ac-3, or 0x and eight digits")
         ->required();

@@ -110,7 +110,7 @@ std::string shown(const Json& value) {
     return value.is_string() ? value.get<std::string>() : value.dump();
 }
 
-ExitStatus list(bool isJson) {
+ExitStatus listColorSpaces(bool isJson) {
     Json json;
     forEachKind([&json](const auto& kind) {
         using Enumeration = typename std::remove_cvref_t<decltype(kind)>::Enumeration;
@@ -186,16 +186,16 @@ ExitStatus show(const std::string& name, bool isJson) {
 }  // namespace
 
 void addColorCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    struct Choices {
+    struct ColorChoices {
         std::string name;
         bool json = false;
     };
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<ColorChoices>();
     CLI::App* command = app.add_subcommand("color", "Colour spaces, primaries, transfer functions, matrices, ranges");
     command->require_subcommand(1);
     CLI::App* all = command->add_subcommand("list", "The whole vocabulary");
     all->add_flag("--json", choices->json, "Print one JSON object");
-    all->callback([choices, &action] { action = [choices] { return list(choices->json); }; });
+    all->callback([choices, &action] { action = [choices] { return listColorSpaces(choices->json); }; });
     CLI::App* one = command->add_subcommand("show", "What a name stands for, in every enumeration that has it");
     one->add_option("NAME", choices->name, "A case, a name or a value of the command line, in upper or lower case")
         ->required();

@@ -27,7 +27,7 @@
 namespace corvex::tool {
 namespace {
 
-struct Choices {
+struct LutChoices {
     std::vector<std::string> files;
     std::string file;
     std::vector<std::string> color;
@@ -56,7 +56,7 @@ Json resultJson(const ParsedLutFile& file) {
     return json;
 }
 
-ExitStatus info(const Choices& choices) {
+ExitStatus describeTables(const LutChoices& choices) {
     Json all = Json::array();
     ExitStatus status = ExitStatus::success;
     for (const std::string& path : choices.files) {
@@ -174,7 +174,7 @@ Json colorJson(const RGB<T>& color) {
 }
 
 template <class T>
-ExitStatus printSample(const Choices& choices, const RGB<T>& input, const RGB<T>& output) {
+ExitStatus printSample(const LutChoices& choices, const RGB<T>& input, const RGB<T>& output) {
     if (choices.json) {
         Json json{{"path", choices.file}, {"input", colorJson(input)}};
         if (choices.inputDepth) {
@@ -189,7 +189,7 @@ ExitStatus printSample(const Choices& choices, const RGB<T>& input, const RGB<T>
     return ExitStatus::success;
 }
 
-ExitStatus sampleCodes(const Choices& choices, const RGBSampleConverter& converter) {
+ExitStatus sampleCodes(const LutChoices& choices, const RGBSampleConverter& converter) {
     const std::int64_t inputDepth = *choices.inputDepth;
     const std::int64_t outputDepth = choices.outputDepth.value_or(inputDepth);
     const auto parse = [](std::string_view word) { return parseInteger<std::uint64_t>(word, SignRule::plusOnly); };
@@ -203,7 +203,7 @@ ExitStatus sampleCodes(const Choices& choices, const RGBSampleConverter& convert
     return printSample(choices, input, converter.sample(input, inputDepth, outputDepth, AnswerDepth::output));
 }
 
-ExitStatus sample(const Choices& choices) {
+ExitStatus sample(const LutChoices& choices) {
     const auto file = readTable(choices.file);
     const RGBSampleConverter& converter = file->converter();
     if (choices.inputDepth) return sampleCodes(choices, converter);
@@ -245,16 +245,17 @@ void addCheck(CLI::App& command, Action& action) {
 }  // namespace
 
 void addLutCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<LutChoices>();
     CLI::App* command = app.add_subcommand("lut", "Look-up table files: what they are, what they answer");
     command->require_subcommand(1);
-    const auto add = [&](const char* name, const char* purpose, const char* json, ExitStatus (*run)(const Choices&)) {
+    const auto add = [&](const char* name, const char* purpose, const char* json,
+                         ExitStatus (*run)(const LutChoices&)) {
         CLI::App* added = command->add_subcommand(name, purpose);
         added->add_flag("--json", choices->json, json);
         added->callback([choices, run, &action] { action = [choices, run] { return run(*choices); }; });
         return added;
     };
-    CLI::App* teller = add("info", "What files are as look-up tables", "Print one JSON array", info);
+    CLI::App* teller = add("info", "What files are as look-up tables", "Print one JSON array", describeTables);
     teller->add_option("FILE", choices->files, "Text files of any dialect")->required();
     teller->footer("Exit status 1 when one of them is no LUT.\nExample:\n  corvex lut info --json look.cube");
 

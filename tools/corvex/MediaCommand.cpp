@@ -20,7 +20,7 @@
 namespace corvex::tool {
 namespace {
 
-struct Choices {
+struct MediaChoices {
     std::string folder;
     std::optional<std::string> extensions;
     bool deep = false;
@@ -102,7 +102,7 @@ std::vector<std::string> wantedExtensions(const std::optional<std::string>& list
 /// Looks for media files and prints each as it is found. Folders are no media files, whatever their names.
 class Search {
 public:
-    explicit Search(const Choices& choices) : choices_(choices), wanted_(wantedExtensions(choices.extensions)) {}
+    explicit Search(const MediaChoices& choices) : choices_(choices), wanted_(wantedExtensions(choices.extensions)) {}
 
     ExitStatus run() {
         ProcessInfoSleepManager awake;  // a search of a whole volume may take its time
@@ -152,7 +152,7 @@ private:
         printError("skipped " + inQuotes(path.string()) + ": " + why);
     }
 
-    const Choices& choices_;
+    const MediaChoices& choices_;
     std::vector<std::string> wanted_;
     bool isComplete_ = true;
 };
@@ -160,7 +160,7 @@ private:
 }  // namespace
 
 void addMediaCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<MediaChoices>();
     CLI::App* command = app.add_subcommand("media", "Containers, extensions, makers; finding media files");
     command->require_subcommand(1);
     const auto addList = [&](const char* name, const char* about, ExitStatus (*list)(bool)) {

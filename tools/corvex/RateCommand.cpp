@@ -14,7 +14,7 @@
 namespace corvex::tool {
 namespace {
 
-struct Choices {
+struct RateChoices {
     std::string text;
     std::string tolerance = "0.01";
     bool json = false;
@@ -26,7 +26,7 @@ double parseDecimal(const std::string& text, const char* what) {
     return *value;
 }
 
-ExitStatus list(const Choices& choices) {
+ExitStatus listRates(const RateChoices& choices) {
     Json rates = Json::array();
     Json offered = Json::array();
     for (const auto rate : allCases<CommonVideoFrameRate>) rates.push_back(rateJson(VideoFrameRate(rate)));
@@ -41,14 +41,14 @@ ExitStatus list(const Choices& choices) {
     for (const auto rate : allCases<CommonVideoFrameRate>) {
         fmt::print("  {:<12}{:<14}{}\n", rawValue(rate), rateText(rational(rate)), description(rate));
     }
-    fmt::print("Choices for a transcode\n");
+    fmt::print("RateChoices for a transcode\n");
     for (const FrameRate& rate : FrameRate::allCases()) {
         fmt::print("  {:<12}{}\n", defaultText(rate.rawValue()), rate.pickerDescription());
     }
     return ExitStatus::success;
 }
 
-ExitStatus closest(const Choices& choices) {
+ExitStatus closest(const RateChoices& choices) {
     const double value = parseDecimal(choices.text, "a rate to compare with");
     const double tolerance = parseDecimal(choices.tolerance, "the tolerance");
     if (!(value > 0)) throw UsageError("a frame rate must be above 0, not " + inQuotes(choices.text));
@@ -63,7 +63,7 @@ ExitStatus closest(const Choices& choices) {
     throw JobError(fmt::format("no common rate lies within {} of {}", choices.tolerance, choices.text));
 }
 
-ExitStatus info(const Choices& choices) {
+ExitStatus describeRate(const RateChoices& choices) {
     const VideoFrameRate rate = parseRate(choices.text);
     const MediaRational& pair = rate.rational();
     const bool dropsFrames = pair.isNTSCDropFrameCompliant();
@@ -90,22 +90,22 @@ ExitStatus info(const Choices& choices) {
 }  // namespace
 
 void addRateCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<RateChoices>();
     CLI::App* command = app.add_subcommand("rate", "Frame rates by name, by value and in every form");
     command->require_subcommand(1);
-    const auto add = [&](const char* name, const char* purpose, ExitStatus (*run)(const Choices&)) {
+    const auto add = [&](const char* name, const char* purpose, ExitStatus (*run)(const RateChoices&)) {
         CLI::App* added = command->add_subcommand(name, purpose);
         added->add_flag("--json", choices->json, "Print one JSON object");
         added->callback([choices, run, &action] { action = [choices, run] { return run(*choices); }; });
         return added;
     };
-    add("list", "The 36 common rates and what a transcode offers", list);
+    add("list", "The 36 common rates and what a transcode offers", listRates);
     CLI::App* nearest = add("closest", "The common rate nearest to a number of frames per second", closest);
     nearest->add_option("VALUE", choices->text, "Frames per second")->required();
     nearest->add_option("--tolerance", choices->tolerance, "How far off it may be, in frames per second")
         ->capture_default_str();
     nearest->footer("Exit status 1 when none is near enough.\nExample:\n  corvex rate closest 29.97 --tolerance 0.01");
-    CLI::App* facts = add("info", "What a rate means for timecode", info);
+    CLI::App* facts = add("info", "What a rate means for timecode", describeRate);
     facts->add_option("RATE", choices->text, "As 29.97, 30000/1001 or fps29_97")->required();
 }
 

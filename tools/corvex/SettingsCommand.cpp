@@ -87,12 +87,12 @@ std::optional<Value> parsed(const std::string& text, std::string_view type) {
     return text;
 }
 
-struct Choices {
+struct SettingsChoices {
     std::string key, value, type;
     bool json = false;
 };
 
-struct Row {
+struct SettingRow {
     std::string key;
     Value value;
     std::optional<Value> stored;
@@ -100,12 +100,12 @@ struct Row {
 };
 
 /// The known preferences, then whatever else is stored.
-std::vector<Row> rowsOf(const UserDefaults& store) {
+std::vector<SettingRow> rowsOf(const UserDefaults& store) {
     const TranscodeSettings settings(store);
     auto stored = store.values();
-    std::vector<Row> rows;
+    std::vector<SettingRow> rows;
     for (const Preference& preference : preferences) {
-        Row row{preference.key(), preference.effective(settings), std::nullopt, &preference};
+        SettingRow row{preference.key(), preference.effective(settings), std::nullopt, &preference};
         if (auto node = stored.extract(row.key)) row.stored = std::move(node.mapped());
         rows.push_back(std::move(row));
     }
@@ -113,12 +113,12 @@ std::vector<Row> rowsOf(const UserDefaults& store) {
     return rows;
 }
 
-ExitStatus list(const Choices& choices) {
+ExitStatus listSettings(const SettingsChoices& choices) {
     const UserDefaults store = UserDefaults::standard();
     const auto rows = rowsOf(store);
     if (choices.json) {
         Json settings = Json::array();
-        for (const Row& row : rows) {
+        for (const SettingRow& row : rows) {
             settings.push_back({{"key", row.key},
                                 {"type", typeNames[row.value.index()]},
                                 {"value", jsonOf(row.value)},
@@ -128,7 +128,7 @@ ExitStatus list(const Choices& choices) {
         return ExitStatus::success;
     }
     fmt::print("{}\n", store.file().string());
-    for (const Row& row : rows) {
+    for (const SettingRow& row : rows) {
         const char* about = row.preference == nullptr ? "" : row.preference->about;
         const bool isIgnored = row.stored && row.stored->index() != row.value.index();
         const std::string origin = !row.stored ? "default"
@@ -140,7 +140,7 @@ ExitStatus list(const Choices& choices) {
     return ExitStatus::success;
 }
 
-ExitStatus get(const Choices& choices) {
+ExitStatus get(const SettingsChoices& choices) {
     const UserDefaults store = UserDefaults::standard();
     const Preference* preference = preferenceOf(choices.key);
     const auto value = preference == nullptr ? store.value(choices.key)
@@ -154,7 +154,7 @@ ExitStatus get(const Choices& choices) {
     return ExitStatus::success;
 }
 
-ExitStatus set(const Choices& choices) {
+ExitStatus set(const SettingsChoices& choices) {
     UserDefaults store = UserDefaults::standard();
     const Preference* preference = preferenceOf(choices.key);
     std::string type = choices.type;
@@ -179,7 +179,7 @@ ExitStatus set(const Choices& choices) {
     return ExitStatus::success;
 }
 
-ExitStatus unset(const Choices& choices) {
+ExitStatus unset(const SettingsChoices& choices) {
     UserDefaults store = UserDefaults::standard();
     const bool isRemoved = store.remove(keyOf(choices.key));
     if (!isRemoved && preferenceOf(choices.key) == nullptr) {
@@ -191,10 +191,10 @@ ExitStatus unset(const Choices& choices) {
 }  // namespace
 
 void addSettingsCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<SettingsChoices>();
     CLI::App* command = app.add_subcommand("settings", "The user's transcode preferences");
     command->require_subcommand(1);
-    const auto add = [&](const char* name, const char* about, ExitStatus (*run)(const Choices&)) {
+    const auto add = [&](const char* name, const char* about, ExitStatus (*run)(const SettingsChoices&)) {
         CLI::App* sub = command->add_subcommand(name, about);
         sub->callback([choices, &action, run] { action = [choices, run] { return run(*choices); }; });
         return sub;
@@ -202,7 +202,7 @@ void addSettingsCommand(CLI::App& app, const Invocation& /*invocation*/, Action&
     const auto addKey = [&](CLI::App* sub) {
         sub->add_option("KEY", choices->key, "A key of 'settings list', or its accessor's name")->required();
     };
-    CLI::App* all = add("list", "What is set, and what is not with its default", list);
+    CLI::App* all = add("list", "What is set, and what is not with its default", listSettings);
     all->add_flag("--json", choices->json, "Print one JSON object");
     CLI::App* one = add("get", "The value that counts: what is stored, or the default", get);
     addKey(one);

@@ -13,7 +13,7 @@
 namespace corvex::tool {
 namespace {
 
-struct Choices {
+struct TimecodeChoices {
     std::string text;
     std::string count;
     std::string rate;
@@ -37,7 +37,7 @@ std::int64_t parseFrames(const std::string& text) {
 }
 
 /// The frame of a label whose number, and that of the label `count` frames on, fit into 64 bits.
-TimecodeFrame frameOf(const Choices& choices, std::int64_t count = 0) {
+TimecodeFrame frameOf(const TimecodeChoices& choices, std::int64_t count = 0) {
     const TimecodeComponents components = parseTimecode(choices.text);
     const VideoFrameRate rate = parseRate(choices.rate);
     const TimecodeFrame frame(components, rate.rational());
@@ -55,9 +55,9 @@ TimecodeFrame frameOf(const Choices& choices, std::int64_t count = 0) {
     return frame;
 }
 
-Json frameJson(const Choices& choices) { return {{"rate", rateJson(parseRate(choices.rate))}}; }
+Json frameJson(const TimecodeChoices& choices) { return {{"rate", rateJson(parseRate(choices.rate))}}; }
 
-ExitStatus parse(const Choices& choices) {
+ExitStatus parse(const TimecodeChoices& choices) {
     const auto components =
         choices.isLenient ? TimecodeComponents::sanitizedTimecode(choices.text) : parseTimecode(choices.text);
     if (choices.json) {
@@ -68,7 +68,7 @@ ExitStatus parse(const Choices& choices) {
     return ExitStatus::success;
 }
 
-ExitStatus number(const Choices& choices) {
+ExitStatus number(const TimecodeChoices& choices) {
     const TimecodeFrame frame = frameOf(choices);
     if (choices.json) {
         Json json = frameJson(choices);
@@ -82,7 +82,7 @@ ExitStatus number(const Choices& choices) {
     return ExitStatus::success;
 }
 
-void printLabel(const Choices& choices, const TimecodeComponents& label) {
+void printLabel(const TimecodeChoices& choices, const TimecodeComponents& label) {
     if (choices.json) {
         Json json = frameJson(choices);
         json["timecode"] = label.timecodeString();
@@ -93,7 +93,7 @@ void printLabel(const Choices& choices, const TimecodeComponents& label) {
     }
 }
 
-ExitStatus at(const Choices& choices) {
+ExitStatus at(const TimecodeChoices& choices) {
     const std::int64_t frame = parseFrames(choices.text);
     const MediaRational rate = parseRate(choices.rate).rational();
     if (choices.isDrop && !rate.isNTSCDropFrameCompliant()) {
@@ -104,7 +104,7 @@ ExitStatus at(const Choices& choices) {
     return ExitStatus::success;
 }
 
-ExitStatus add(const Choices& choices) {
+ExitStatus add(const TimecodeChoices& choices) {
     const std::int64_t count = parseFrames(choices.count);
     printLabel(choices, frameOf(choices, count).addingFrames(count).components());
     return ExitStatus::success;
@@ -113,10 +113,10 @@ ExitStatus add(const Choices& choices) {
 }  // namespace
 
 void addTimecodeCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
-    auto choices = std::make_shared<Choices>();
+    auto choices = std::make_shared<TimecodeChoices>();
     CLI::App* command = app.add_subcommand("timecode", "Timecode labels to frame numbers and back");
     command->require_subcommand(1);
-    const auto addCommand = [&](const char* name, const char* purpose, ExitStatus (*run)(const Choices&)) {
+    const auto addCommand = [&](const char* name, const char* purpose, ExitStatus (*run)(const TimecodeChoices&)) {
         CLI::App* added = command->add_subcommand(name, purpose);
         added->add_flag("--json", choices->json, "Print one JSON object");
         added->callback([choices, run, &action] { action = [choices, run] { return run(*choices); }; });

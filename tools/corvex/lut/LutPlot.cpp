@@ -8,7 +8,7 @@ namespace corvex::tool {
 namespace {
 
 using Layout = LutPlotLayout;
-using Color = std::array<std::uint8_t, 3>;
+using Pixel = std::array<std::uint8_t, 3>;
 
 std::uint8_t codeOf(double part) noexcept {
     return static_cast<std::uint8_t>(std::lround(std::clamp(part, 0.0, 1.0) * 255));
@@ -23,7 +23,7 @@ public:
     void set(int x, int y, std::size_t channel, std::uint8_t value) {
         *pixels_.sample(channel, static_cast<std::size_t>(y), static_cast<std::size_t>(x)) = std::byte{value};
     }
-    void fill(int left, int top, int width, int height, const Color& color) {
+    void fill(int left, int top, int width, int height, const Pixel& color) {
         for (int y = top; y < top + height; ++y) {
             for (int x = left; x < left + width; ++x) {
                 for (std::size_t channel = 0; channel < 3; ++channel) set(x, y, channel, color[channel]);
@@ -42,7 +42,7 @@ private:
 };
 
 void Plot::drawGrid() {
-    constexpr Color ground{24, 24, 24}, line{64, 64, 64};
+    constexpr Pixel ground{24, 24, 24}, line{64, 64, 64};
     fill(0, 0, image_.width(), image_.height(), ground);
     constexpr int parts = 4;
     for (int i = 0; i <= parts; ++i) {

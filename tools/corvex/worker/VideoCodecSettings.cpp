@@ -20,7 +20,7 @@ constexpr PictureFormats only422At10{noAlpha, AV_PIX_FMT_YUV422P10};
 constexpr PictureFormats only444At10{noAlpha, AV_PIX_FMT_YUV444P10};
 constexpr PictureFormats motionJpeg{AV_PIX_FMT_YUVJ422P};
 
-constexpr VideoCodecSettings settings[] = {
+constexpr VideoCodecSettings videoCodecs[] = {
     {OAVDnxhdCodec, "dnxhd", "dnxhd", chroma422To10, noAlpha, RateChoice::classes, false, nullptr},
     {OAVDnxhrLBCodec, "dnxhd", "dnxhr_lb", dnxhr8, noAlpha, RateChoice::fixed, false, nullptr},
     {OAVDnxhrSQCodec, "dnxhd", "dnxhr_sq", dnxhr8, noAlpha, RateChoice::fixed, false, nullptr},
@@ -38,7 +38,7 @@ constexpr VideoCodecSettings settings[] = {
     {OAVProRes422LT, "prores_ks", "lt", only422At10, noAlpha, RateChoice::fixed, false, nullptr},
     {OAVProRes422Proxy, "prores_ks", "proxy", only422At10, noAlpha, RateChoice::fixed, false, nullptr},
 };
-static_assert(std::size(settings) == OAVTranscodeArgumentVideoCodecValue::allCases().size());
+static_assert(std::size(videoCodecs) == OAVTranscodeArgumentVideoCodecValue::allCases().size());
 
 // ITU-T H.264 annex A, H.265 annex A; names as the encoders take them.
 constexpr CodecProfile profiles[] = {
@@ -69,13 +69,13 @@ std::string namesOfAll() {
 
 }  // namespace
 
-std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept { return settings; }
+std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept { return videoCodecs; }
 
 const VideoCodecSettings& videoCodecSettings(const OAVTranscodeArgumentVideoCodecValue& codec) {
-    const auto found =
-        std::find_if(std::begin(settings), std::end(settings), [&](const auto& row) { return row.codec == codec; });
+    const auto found = std::find_if(std::begin(videoCodecs), std::end(videoCodecs),
+                                    [&](const auto& row) { return row.codec == codec; });
     const std::string name(codec.rawValue());
-    if (found == std::end(settings)) throw UsageError("-vcodec '" + name + "': expected one of " + namesOfAll());
+    if (found == std::end(videoCodecs)) throw UsageError("-vcodec '" + name + "': expected one of " + namesOfAll());
     if (!canEncode(*found)) {
         throw JobError("-vcodec " + name + ": the media libraries of this machine lack its encoder '" + found->encoder +
                        "'");
