@@ -166,6 +166,12 @@ ColorRequest colorRequestOf(const Arguments& arguments) {
 
 }  // namespace
 
+ColorConversion VideoRequest::colorConversion(int format, int height, const ColorTags& source,
+                                              AVColorRange codecRange) const {
+    const auto make = table ? ColorConversion::makeAroundTable : ColorConversion::make;
+    return make(format, height, source, color, codecRange);
+}
+
 std::optional<VideoRequest> VideoRequest::make(const Arguments& arguments,
                                                const OAVTranscodeArgumentFileFormatValue& format) {
     // Presets bring video and audio options along, so -vn and -an (and -acopy) quietly outrank those.
