@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <set>
 #include <vector>
 
@@ -48,11 +49,14 @@ public:
     [[nodiscard]] std::string read(const AVFrame& picture) const {
         std::string label;
         for (int i = 0; i < 11; ++i) {
-            std::size_t nearest = 0;
-            for (std::size_t k = 1; k < drawings_.size(); ++k) {
-                if (distance(picture, i, drawings_[k]) < distance(picture, i, drawings_[nearest])) nearest = k;
+            int least = std::numeric_limits<int>::max();
+            char nearest = ' ';
+            for (std::size_t k = 0; k < drawings_.size(); ++k) {
+                const int found = distance(picture, i, drawings_[k]);
+                if (found < least) nearest = characters[k];
+                least = std::min(least, found);
             }
-            label += characters[nearest];
+            label += nearest;
         }
         return label;
     }
