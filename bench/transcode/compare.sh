@@ -1,7 +1,8 @@
 #!/bin/bash
 # compare.sh [TOOL [ROUNDS [DIRECTORY]]]: whole jobs of the tool beside Debian's ffmpeg program with the same encoders and
-# settings. The two take turns; printed are medians of wall and processor time, and ratios of the medians and of the
-# fastest runs (below 1: the tool is faster). The processor time of the tool is that of host and worker together.
+# settings. The two take turns; printed are medians of wall and processor time, ratios of the medians and of the fastest
+# runs (below 1: the tool is faster), and the highest peak of resident memory. The processor time of the tool is that of
+# host and worker together, its peak that of the worker.
 # JOBS="cloud daily" in the environment chooses among the jobs.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -10,15 +11,7 @@ rounds=${2:-5}
 directory=${3:-$root/build/bench-transcode}
 mkdir -p "$directory"
 
-# makeClip SECONDS: full HD, moving; stereo sound.
-makeClip() {
-    [ -s "$directory/clip$1.mov" ] && return
-    ffmpeg -v error -nostdin -y \
-        -f lavfi -i "testsrc2=size=1920x1080:rate=25:duration=$1" \
-        -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=$1" \
-        -c:v libx264 -preset veryfast -crf 12 -pix_fmt yuv420p -g 25 -c:a pcm_s16le -ac 2 "$directory/part.mov"
-    mv "$directory/part.mov" "$directory/clip$1.mov"
-}
+. "$root/bench/transcode/material.sh"
 
 read -r -a names <<<"${JOBS:-cloud 4444xq h265 dnxhrhq daily}"
 declare -A seconds=([cloud]=12 [4444xq]=3 [h265]=3 [dnxhrhq]=12 [daily]=60)  # the slow encoders have enough in less
@@ -33,39 +26,36 @@ ours[dnxhrhq]="-vcodec dnxhrhq -acodec lpcm"
 theirs[dnxhrhq]="-c:v dnxhd -profile:v dnxhr_hq -pix_fmt yuv422p -c:a pcm_s16le"
 
 # A proxy with a look and its timecode in the picture.
-look=$directory/look33.cube
-awk 'BEGIN {
-    n = 33; print "LUT_3D_SIZE", n
-    for (b = 0; b < n; ++b) for (g = 0; g < n; ++g) for (r = 0; r < n; ++r)
-        printf "%.6f %.6f %.6f\n", (r / 32) ^ 0.9, (g / 32) ^ 1.1, 0.95 * b / 32 + 0.05 * r / 32
-}' >"$look"
+look=$(makeLook 33)
 ours[daily]="${ours[cloud]} -clut $look -tc_burn -tc_custom 01:00:00:00 -tc_burn_size 27"
 theirs[daily]="${theirs[cloud]/,format=/,lut3d=file=$look:interp=trilinear,drawtext=fontfile=/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf:timecode=01\\\\:00\\\\:00\\\\:00:rate=25:fontsize=27:fontcolor=white:box=1:boxcolor=black:x=(w-tw)/2:y=h-th-27,format=}"
 
-# measure FILE COMMAND...: appends "wall processor" in seconds.
-TIMEFORMAT='%R %U %S'
+# measure FILE COMMAND...: appends "wall processor kilobytes", times in seconds.
 measure() {
     local file=$1
     shift
-    { time "$@" >"$directory/output.txt" 2>&1; } 2>"$directory/time.txt" || {
+    /usr/bin/time -o "$directory/time.txt" -f '%e %U %S %M' "$@" >"$directory/output.txt" 2>&1 || {
         cat "$directory/output.txt" >&2
         exit 1
     }
-    awk '{ print $1, $2 + $3 }' "$directory/time.txt" >>"$file"
+    awk '{ print $1, $2 + $3, $4 }' "$directory/time.txt" >>"$file"
 }
-# pick COLUMN WHICH FILE: the median or the least of a column.
+# pick COLUMN WHICH FILE: the median, the least or the most of a column.
 pick() {
     cut -d ' ' -f "$1" "$3" | sort -n | awk -v which="$2" '{ value[NR] = $1 }
-        END { print which == "least" ? value[1] : (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2 }'
+        END {
+            middle = (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2
+            print which == "least" ? value[1] : which == "most" ? value[NR] : middle
+        }'
 }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
+peak() { awk -v kilobytes="$(pick 3 most "$1")" 'BEGIN { printf "%.0f MB", kilobytes / 1024 }'; }
 
-format='%-10s %10s %10s %8s %8s %10s %10s %8s %10s\n'
-printf "$format" job wall ffmpeg ratio fastest processor ffmpeg ratio bytes
+format='%-10s %10s %10s %8s %8s %10s %10s %8s %8s %8s %8s\n'
+printf "$format" job wall ffmpeg ratio fastest processor ffmpeg ratio peak ffmpeg bytes
 for name in "${names[@]}"; do
     rm -f "$directory/$name".{ours,theirs}
-    makeClip "${seconds[$name]}"
-    clip=$directory/clip${seconds[$name]}.mov
+    clip=$(makeClip "${seconds[$name]}")
     for ((round = 0; round < rounds; ++round)); do
         # shellcheck disable=SC2086  # the settings are words
         measure "$directory/$name.ours" "$tool" transcode -in "$clip" -out "$directory/ours.mov" -overwrite ${ours[$name]}
@@ -76,5 +66,6 @@ for name in "${names[@]}"; do
     c1=$(pick 2 median "$directory/$name.ours") c2=$(pick 2 median "$directory/$name.theirs")
     l1=$(pick 1 least "$directory/$name.ours") l2=$(pick 1 least "$directory/$name.theirs")
     printf "$format" "$name" "$w1 s" "$w2 s" "$(ratio "$w1" "$w2")" "$(ratio "$l1" "$l2")" "$c1 s" "$c2 s" \
-        "$(ratio "$c1" "$c2")" "$(ratio "$(wc -c <"$directory/ours.mov")" "$(wc -c <"$directory/theirs.mov")")"
+        "$(ratio "$c1" "$c2")" "$(peak "$directory/$name.ours")" "$(peak "$directory/$name.theirs")" \
+        "$(ratio "$(wc -c <"$directory/ours.mov")" "$(wc -c <"$directory/theirs.mov")")"
 done

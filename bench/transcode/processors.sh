@@ -13,18 +13,15 @@ mkdir -p "$directory"
         -c:v rawvideo -pix_fmt uyvy422 "$directory/part.mov"
     mv "$directory/part.mov" "$directory/raw.mov"
 }
-awk 'BEGIN {
-    n = 65; print "LUT_3D_SIZE", n
-    for (b = 0; b < n; ++b) for (g = 0; g < n; ++g) for (r = 0; r < n; ++r)
-        printf "%.6f %.6f %.6f\n", (r / 64) ^ 0.9, (g / 64) ^ 1.1, 0.95 * b / 64 + 0.05 * r / 64
-}' >"$directory/look.cube"
+. "$root/bench/transcode/material.sh"
+look=$(makeLook 65)
 
 rm -f "$directory/processors.0" "$directory/processors.0,1"
 TIMEFORMAT=%R
 for ((round = 0; round < rounds; ++round)); do
     for processors in 0 0,1; do
         { time taskset -c "$processors" "$tool" transcode -in "$directory/raw.mov" -out "$directory/$processors.mov" \
-            -overwrite -vcodec mjpeg -clut "$directory/look.cube" >"$directory/output.txt" 2>&1; } \
+            -overwrite -vcodec mjpeg -clut "$look" >"$directory/output.txt" 2>&1; } \
             2>>"$directory/processors.$processors" || {
             cat "$directory/output.txt" >&2
             exit 1

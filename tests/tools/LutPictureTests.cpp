@@ -14,7 +14,7 @@
 #include <Corvex/lut/ParsedLutFactory.h>
 #include <tests/tools/Command.h>
 #include <tests/tools/Media.h>
-#include <tools/corvex/lut/StillImage.h>
+#include <tools/corvex/image/StillImage.h>
 
 namespace corvex::tool::test::lutPictureTests {
 namespace {

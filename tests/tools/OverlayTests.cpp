@@ -14,6 +14,7 @@ namespace corvex::tool::overlayTests {
 namespace {
 
 using test::TemporaryDirectory;
+using test::Words;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -237,7 +238,27 @@ TEST(OverlayRequest, findsAPathWhoseCaseWasLost) {
         }
     };
     EXPECT_THAT(messageFor("marks/two/bug.png"), HasSubstr("Bug.png"));
-    EXPECT_THAT(messageFor("marks/three/bug.png"), HasSubstr("no such file"));
+    EXPECT_THAT(messageFor("marks/three/bug.png"), ::testing::AllOf(HasSubstr("-wmf_path"), HasSubstr("no such file")));
+}
+
+TEST(PictureOverlays, whatDoesNotFitNamesItsFlag) {
+    const LibraryMessages messages;
+    const TemporaryDirectory directory;
+    const std::string file = directory.path("mark.png");
+    test::runOrFail({"ffmpeg", "-v", "error", "-f", "lavfi", "-i", "color=red:size=32x32", "-frames:v", "1", file});
+    const TimecodeCount count(TimecodeFrame(*TimecodeComponents::fromTimecode("00:00:00:00"), {25, 1}), 1);
+    for (const Words& words :
+         {Words{"-wmf_scale", "4", "-wmf_path", file}, Words{"-wmt_size", "40", "-wmt_burn", "-wmt_text", "Dailies"},
+          Words{"-tc_burn_size", "40", "-tc_burn"}}) {
+        const auto request = OverlayRequest::make(TranscodeCliArguments(words));
+        const PictureStamp::Target target{AV_PIX_FMT_YUV420P, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG};
+        try {
+            const PictureOverlays overlays(request, target, 100, 100, count);
+            ADD_FAILURE() << words.front() << ": was taken";
+        } catch (const JobError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(words.front()));
+        }
+    }
 }
 
 }  // namespace

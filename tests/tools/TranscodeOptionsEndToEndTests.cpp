@@ -207,6 +207,7 @@ TEST_F(TranscodeOptionsEndToEnd, whatCannotBeHadIsOneClearLine) {
                         {"-additional_decode_options speed=9", 1, "'speed'"},
                         {"-tc_track -tc_drop", 1, "drop"},
                         {"-tc_track -tc_rate 24", 1, "-tc_rate"},
+                        {"-tc_burn -tc_rate 24", 1, "-tc_rate"},
                         {"-tc_track -tc_creation", 1, "-tc_creation"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.words);

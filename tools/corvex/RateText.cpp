@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <limits>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string_view>
 
 #include <Corvex/platform/NumberText.h>
@@ -50,6 +49,8 @@ VideoFrameRate parseRate(const std::string& text) {
     const bool isNtsc = nearest && rational(*nearest).timeScale() == MediaTiming::ntscTimeScale;
     return isNtsc ? VideoFrameRate(*nearest) : VideoFrameRate(rate.reduced());
 }
+
+std::optional<CommonVideoFrameRate> roundedCommonRate(double value) noexcept { return closestFrameRate(value, 0.006); }
 
 std::string rateText(const MediaRational& rate) {
     return rate.timeScale() == 1 ? fmt::format("{}", rate.timeValue())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include <Corvex/platform/Json.h>
@@ -12,6 +13,9 @@ namespace corvex::tool {
 /// 1001 is that rate: 29.97, 23.98. Throws UsageError for any other text, and for a rate that is not above 0 or rounds to
 /// more than 32 bits.
 [[nodiscard]] VideoFrameRate parseRate(const std::string& text);
+
+/// The common rate that a number of two or three decimal digits rounds: 29.97 and 29.970 are both 30000/1001.
+[[nodiscard]] std::optional<CommonVideoFrameRate> roundedCommonRate(double value) noexcept;
 
 /// "30000/1001", "25".
 [[nodiscard]] std::string rateText(const MediaRational& rate);

@@ -16,6 +16,7 @@ extern "C" {
 #include <Corvex/media/OrvaneAudioFormat.h>
 #include <Corvex/timing/TimecodeFrame.h>
 #include <Corvex/timing/VideoFrameRate.h>
+#include <tools/corvex/RateText.h>
 #include <tools/corvex/analysis/MediaTerms.h>
 #include <tools/corvex/worker/AudioChoice.h>
 #include <tools/corvex/worker/TimecodeRequest.h>
@@ -39,9 +40,6 @@ ColorResult colorOf(const AVCodecParameters& parameters) {
     return color;
 }
 
-/// Rates that a container has rounded count as the common rate that they round.
-constexpr double rateTolerance = 0.006;
-
 std::optional<RateResult> rateOf(AVRational rate, bool isConstant) {
     if (rate.num <= 0 || rate.den <= 0) return std::nullopt;
     const VideoFrameRate exact(MediaRational(rate.num, rate.den));
@@ -50,7 +48,7 @@ std::optional<RateResult> rateOf(AVRational rate, bool isConstant) {
     result.timeScale = rate.den;
     result.value = exact.doubleValue();
     auto common = exact.commonValue();
-    if (!common) common = closestFrameRate(exact.doubleValue(), rateTolerance);
+    if (!common) common = roundedCommonRate(exact.doubleValue());
     if (common) result.common = rawValue(*common);
     result.isConstant = isConstant;
     return result;

@@ -1,8 +1,8 @@
 #include <tools/corvex/lut/LutApply.h>
 
 #include <Corvex/lut/LutApplier.h>
+#include <tools/corvex/image/StillImage.h>
 #include <tools/corvex/lut/LutFacts.h>
-#include <tools/corvex/lut/StillImage.h>
 #include <tools/corvex/worker/LookUpTable.h>
 #include <tools/corvex/worker/OutputFile.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <tools/corvex/image/StillImage.h>
 #include <tools/corvex/lut/LutFacts.h>
-#include <tools/corvex/lut/StillImage.h>
 
 namespace corvex::tool {
 

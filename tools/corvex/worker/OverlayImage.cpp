@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#include <tools/corvex/lut/StillImage.h>
+#include <tools/corvex/image/StillImage.h>
 #include <tools/corvex/worker/PictureGraph.h>
 
 namespace corvex::tool {

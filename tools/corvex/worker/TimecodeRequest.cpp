@@ -1,14 +1,12 @@
 #include <tools/corvex/worker/TimecodeRequest.h>
 
-#include <Corvex/timing/CommonVideoFrameRate.h>
+#include <tools/corvex/RateText.h>
 #include <tools/corvex/worker/RequestText.h>
 
 namespace corvex::tool {
 namespace {
 
 using Arguments = TranscodeCliArguments;
-
-constexpr double rateTolerance = 0.006;
 
 /// Hours, minutes and seconds of "2026-11-21T09:30:00.000000Z" as a label of frame 0.
 std::optional<TimecodeComponents> creationTime(const MediaInput& input) {
@@ -64,7 +62,7 @@ std::optional<TimecodeRequest> TimecodeRequest::make(const Arguments& arguments)
     request.bypassesNtscDrop = arguments.bypassNTSCDrop();
     if (const auto text = arguments.argumentFlagValue(OAVTimecodeFrameRateFlag.cliFlag())) {
         const auto rate = arguments.timecodeFrameRate();
-        const auto common = rate ? closestFrameRate(static_cast<double>(*rate), rateTolerance) : std::nullopt;
+        const auto common = rate ? roundedCommonRate(static_cast<double>(*rate)) : std::nullopt;
         if (!common) failExpecting("-tc_rate", *text, "a standard frame rate, as 29.97; corvex rate list shows them");
         const auto& row = caseOf(*common);
         request.frameRate = AVRational{static_cast<int>(row.timeValue), static_cast<int>(row.timeScale)};

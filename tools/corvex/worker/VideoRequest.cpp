@@ -6,7 +6,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/color/GammaColorSpaceSignal.h>
-#include <Corvex/timing/CommonVideoFrameRate.h>
+#include <tools/corvex/RateText.h>
 #include <tools/corvex/worker/RequestText.h>
 
 namespace corvex::tool {
@@ -17,8 +17,6 @@ using Arguments = TranscodeCliArguments;
 constexpr int largestSide = 16384;
 constexpr float largestMegabits = 10'000;
 constexpr float largestFrameRate = 1000;
-/// Rates are given with two or three digits: 29.97 is 30000/1001, and so is 29.970.
-constexpr double rateTolerance = 0.006;
 constexpr std::int64_t mostFrames = std::numeric_limits<std::int64_t>::max();
 
 void requireSide(std::string_view flag, std::string_view text, double side) {
@@ -99,7 +97,7 @@ std::optional<AVRational> frameRateOf(const Arguments& arguments) {
     if (!rate || *rate <= 0 || *rate > largestFrameRate) {
         failExpecting("-vr", *text, "frames per second, above 0 and up to 1000");
     }
-    if (const auto common = closestFrameRate(static_cast<double>(*rate), rateTolerance)) {
+    if (const auto common = roundedCommonRate(static_cast<double>(*rate))) {
         const auto& row = caseOf(*common);
         return AVRational{static_cast<int>(row.timeValue), static_cast<int>(row.timeScale)};
     }
@@ -165,6 +163,12 @@ ColorRequest colorRequestOf(const Arguments& arguments) {
 }
 
 }  // namespace
+
+ColorConversion VideoRequest::colorConversion(int format, int height, const ColorTags& source,
+                                              AVColorRange codecRange) const {
+    const auto make = table ? ColorConversion::makeAroundTable : ColorConversion::make;
+    return make(format, height, source, color, codecRange);
+}
 
 std::optional<VideoRequest> VideoRequest::make(const Arguments& arguments,
                                                const OAVTranscodeArgumentFileFormatValue& format) {

@@ -34,6 +34,10 @@ struct VideoRequest {
     std::optional<std::int64_t> frameMemory;       ///< Bytes of pictures in flight.
     std::map<std::string, std::string> decodeOptions;
 
+    /// How the colours of source pictures become those of the output; parameters as those of ColorConversion.
+    [[nodiscard]] ColorConversion colorConversion(int format, int height, const ColorTags& source,
+                                                  AVColorRange codecRange) const;
+
     /// None when no video is wanted. Throws UsageError or JobError naming the flag at fault.
     [[nodiscard]] static std::optional<VideoRequest> make(const TranscodeCliArguments& arguments,
                                                           const OAVTranscodeArgumentFileFormatValue& format);

@@ -28,17 +28,13 @@ constexpr double vc3MegabitsPerFrame = 4.8;
 /// Quantiser of encoders that have no quality mode of their own: visually close to the source.
 constexpr int fixedQuantizer = 3;
 
-ColorTags tagsOf(const AVFrame& frame) {
-    return {frame.color_primaries, frame.color_trc, frame.colorspace, frame.color_range};
-}
-
 /// The range that a codec's pictures have unless another is asked for.
 AVColorRange usualRange(AVCodecID codec) { return codec == AV_CODEC_ID_MJPEG ? AVCOL_RANGE_JPEG : AVCOL_RANGE_MPEG; }
 
 }  // namespace
 
 VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, VideoTiming timing, MediaOutput& output)
-    : request_(request), timing_(timing), output_(output), filtered_(makeFrame()), packet_(makePacket()) {
+    : request_(request), timing_(timing), output_(output), packet_(makePacket()) {
     if (request_.frameRate) timing_ = {*request_.frameRate, true};
     timeBase_ = timing_.hasConstantRate ? av_inv_q(timing_.frameRate) : fineTimeBase;
     frameTicks_ = std::max<std::int64_t>(1, av_rescale_q(1, av_inv_q(timing_.frameRate), timeBase_));
@@ -51,22 +47,30 @@ VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, Vid
     }
     const FrameGeometry geometry = FrameGeometry::make(first.picture(), request_.frame);
     openEncoder(first, geometry.output, geometry.pixelAspect);
-    prepareOverlays(first);
+    prepareStages(first);
     stream_ = output_.addStream(*encoder_, request_.codec->tag);
 }
 
-void VideoTrack::prepareOverlays(const MediaInput& first) {
-    if (request_.overlays.isEmpty()) return;
-    constexpr int highestOfStandardDefinition = 576;
-    AVColorSpace matrix = encoder_->colorspace;
-    if (matrix == AVCOL_SPC_UNSPECIFIED) {
-        matrix = encoder_->height <= highestOfStandardDefinition ? AVCOL_SPC_SMPTE170M : AVCOL_SPC_BT709;
+void VideoTrack::prepareStages(const MediaInput& first) {
+    std::shared_ptr<const PictureOverlays> overlays;
+    if (!request_.overlays.isEmpty()) {
+        constexpr int highestOfStandardDefinition = 576;
+        AVColorSpace matrix = encoder_->colorspace;
+        if (matrix == AVCOL_SPC_UNSPECIFIED) {
+            matrix = encoder_->height <= highestOfStandardDefinition ? AVCOL_SPC_SMPTE170M : AVCOL_SPC_BT709;
+        }
+        std::optional<TimecodeCount> timecodes;
+        if (request_.burntTimecode) timecodes = request_.burntTimecode->count(first, timing_.frameRate);
+        overlays = std::make_shared<const PictureOverlays>(
+            request_.overlays, PictureStamp::Target{encoder_->pix_fmt, matrix, encoder_->color_range}, encoder_->width,
+            encoder_->height, timecodes);
     }
-    std::optional<TimecodeCount> timecodes;
-    if (request_.burntTimecode) timecodes = request_.burntTimecode->count(first, timing_.frameRate);
-    overlays_ = std::make_shared<const PictureOverlays>(
-        request_.overlays, PictureStamp::Target{encoder_->pix_fmt, matrix, encoder_->color_range}, encoder_->width,
-        encoder_->height, timecodes);
+    stages_.emplace(
+        request_,
+        PictureStages::Output{encoder_->pix_fmt, {encoder_->width, encoder_->height}, usualRange(encoder_->codec_id)},
+        std::move(overlays), picturesAtWork_,
+        [this](AVFrame& frame, AVRational timeBase) { return place(frame, timeBase); },
+        [this](AVFrame& frame) { encodeFrame(frame); });
 }
 
 void VideoTrack::limitFramesInFlight() {
@@ -85,7 +89,7 @@ void VideoTrack::limitFramesInFlight() {
         frames = std::min(frames, static_cast<std::uint64_t>(fitting));
     }
     const auto processors = static_cast<std::uint64_t>(std::max(1, av_cpu_count()));
-    if (worksOnPictures()) {
+    if (request_.table || !request_.overlays.isEmpty()) {
         // One for each thread to work on and one that waits for it.
         picturesAtWork_ = static_cast<std::size_t>(std::clamp<std::uint64_t>(frames / 2, 1, 2 * processors));
         frames -= picturesAtWork_;
@@ -162,8 +166,10 @@ void VideoTrack::openEncoder(const MediaInput& first, PixelSize size, PixelAspec
     encoder_->pix_fmt = keepsAlpha ? request_.codec->alphaFormat : *formats.format(request_.bitDepth);
     encoder_->sample_aspect_ratio = {pixelAspect.numerator, pixelAspect.denominator};
     const ColorTags tags =
-        colorConversion(source.format, source.height,
-                        {source.color_primaries, source.color_trc, source.color_space, source.color_range})
+        request_
+            .colorConversion(source.format, source.height,
+                             {source.color_primaries, source.color_trc, source.color_space, source.color_range},
+                             usualRange(codec->id))
             .tags;
     encoder_->color_range = tags.range;
     encoder_->colorspace = tags.matrix;
@@ -220,24 +226,22 @@ void VideoTrack::openWithRateClass() {
 
 void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std::int64_t start) {
     decoder_.emplace(input, stream, threads_, request_.decodeOptions);
-    source_ = input.picture();
+    stages_->beginFile(input.picture(), stream.time_base);
     inputPath_ = input.path();
     inputTimeBase_ = stream.time_base;
     inputStart_ = input.startOf(stream);
     outputStart_ = std::max(nextTime_, av_rescale_q(start, microseconds, timeBase_));
     framesBeforeFile_ = frameCount_;
-    graph_.reset();
 }
 
 void VideoTrack::consume(const AVPacket& packet) {
     if (isFull()) return;
-    decoder_->decode(&packet, [&](AVFrame& frame) { filter(&frame); });
+    decoder_->decode(&packet, [&](AVFrame& frame) { take(frame); });
 }
 
 void VideoTrack::endFile() {
-    decoder_->decode(nullptr, [&](AVFrame& frame) { filter(&frame); });
-    if (graph_) filter(nullptr);
-    graph_.reset();
+    decoder_->decode(nullptr, [&](AVFrame& frame) { take(frame); });
+    stages_->flush();
     if (frameCount_ == framesBeforeFile_) throw JobError("'" + inputPath_ + "': no picture could be decoded");
 }
 
@@ -252,109 +256,25 @@ std::optional<std::int64_t> VideoTrack::knownLimit() const noexcept {
     return av_rescale_q(*request_.maxFrames, timeBase_, microseconds);
 }
 
-ColorConversion VideoTrack::colorConversion(int format, int height, const ColorTags& tags) const {
-    const auto make = request_.table ? ColorConversion::makeAroundTable : ColorConversion::make;
-    return make(format, height, tags, request_.color, usualRange(encoder_->codec_id));
+void VideoTrack::take(AVFrame& frame) {
+    frame.pts = frame.best_effort_timestamp;
+    if (frame.pts != AV_NOPTS_VALUE) frame.pts -= inputStart_;
+    const std::int64_t length =
+        frame.pkt_duration > 0 ? frame.pkt_duration : av_rescale_q(1, av_inv_q(timing_.frameRate), inputTimeBase_);
+    stages_->push(frame, length);
 }
 
-void VideoTrack::buildGraph(const AVFrame& frame) {
-    graphInput_ = {frame.width, frame.height, frame.format, frame.sample_aspect_ratio, frame.color_range};
-    // A picture may change its size within a file; the turn and the pixel aspect are the container's word.
-    source_.size = {frame.width, frame.height};
-    const FrameGeometry geometry =
-        FrameGeometry::makeForOutput(source_, request_.frame, {encoder_->width, encoder_->height});
-
-    const ColorConversion color = colorConversion(frame.format, frame.height, tagsOf(frame));
-    std::string text;
-    if (request_.frameRate) {
-        text = "fps=" + std::to_string(request_.frameRate->num) + "/" + std::to_string(request_.frameRate->den) + ",";
-    }
-    text += geometry.filterText(color.scaleOptions);
-    if (!color.filter.empty()) text += "," + color.filter;
-    // Work on pictures takes them as they are and gives them the encoder's format.
-    const int workInput = PictureWork::inputFormat(frame.format);
-    text += std::string(",format=pix_fmts=") +
-            av_get_pix_fmt_name(request_.table ? static_cast<AVPixelFormat>(workInput) : encoder_->pix_fmt);
-
-    const PictureGraph::Input input{frame.width,
-                                    frame.height,
-                                    frame.format,
-                                    inputTimeBase_,
-                                    {source_.pixelAspect.numerator, source_.pixelAspect.denominator}};
-    graph_.emplace(input, text);
-    if (!worksOnPictures()) return;
-    std::optional<PictureWork::Settings> colors;
-    if (request_.table) {
-        const PictureGraph::Input scaled{encoder_->width, encoder_->height, workInput, graph_->timeBase(), {0, 1}};
-        colors.emplace(PictureWork::Settings{scaled, color.source, color.tags, encoder_->pix_fmt, request_.table});
-    }
-    startWork(colors);
-}
-
-void VideoTrack::startWork(const std::optional<PictureWork::Settings>& settings) {
-    const auto processors = static_cast<std::size_t>(std::max(1, av_cpu_count()));
-    std::vector<PicturePipeline::Work> works;
-    for (std::size_t i = 0; i < std::min(processors, picturesAtWork_); ++i) {
-        const auto colors = settings ? std::make_shared<PictureWork>(*settings) : nullptr;
-        works.emplace_back([colors, overlays = overlays_, first = frameCount_](AVFrame& picture, std::uint64_t number) {
-            if (colors) colors->apply(picture);
-            if (overlays) overlays->apply(picture, first + static_cast<std::int64_t>(number));
-        });
-    }
-    work_.emplace(std::move(works), picturesAtWork_);
-}
-
-void VideoTrack::filter(AVFrame* frame) {
-    if (frame != nullptr) {
-        frame->pts = frame->best_effort_timestamp;
-        if (frame->pts != AV_NOPTS_VALUE) frame->pts -= inputStart_;
-        const GraphInput now{frame->width, frame->height, frame->format, frame->sample_aspect_ratio,
-                             frame->color_range};
-        if (graph_ && now != graphInput_) {
-            filter(nullptr);
-            graph_.reset();
-        }
-        if (!graph_) buildGraph(*frame);
-        const AVRational frameLength = av_inv_q(timing_.frameRate);
-        const std::int64_t length =
-            frame->pkt_duration > 0 ? frame->pkt_duration : av_rescale_q(1, frameLength, inputTimeBase_);
-        if (frame->pts != AV_NOPTS_VALUE) inputEnd_ = frame->pts + length;
-        graph_->push(*frame);
-    } else {
-        // Where the last picture ends: a change of rate may repeat it up to there.
-        graph_->close(inputEnd_);
-    }
-    while (graph_->pull(*filtered_)) {
-        if (!isFull()) {
-            place(*filtered_);
-            if (!work_) {
-                encodeFrame(*filtered_);
-            } else {
-                if (work_->isFull()) finishOldest();
-                work_->push(*filtered_);
-            }
-        }
-        av_frame_unref(filtered_.get());
-    }
-    while (frame == nullptr && work_ && !work_->isEmpty()) finishOldest();
-}
-
-void VideoTrack::finishOldest() {
-    const FramePointer done = work_->take();
-    encodeFrame(*done);
-}
-
-/// Says when the picture is shown.
-void VideoTrack::place(AVFrame& frame) {
+/// Says when the picture is shown, if the output may have it.
+bool VideoTrack::place(AVFrame& frame, AVRational timeBase) {
+    if (isFull()) return false;
     std::int64_t time = nextTime_;
-    if (frame.pts != AV_NOPTS_VALUE) {
-        time = outputStart_ + av_rescale_q(frame.pts, graph_->timeBase(), timeBase_);
-    }
+    if (frame.pts != AV_NOPTS_VALUE) time = outputStart_ + av_rescale_q(frame.pts, timeBase, timeBase_);
     // Never two pictures at one time, and never a picture less: one that comes too early moves to the next free tick.
     frame.pts = frameCount_ == 0 ? std::max<std::int64_t>(time, 0) : std::max(time, lastTime_ + 1);
     lastTime_ = frame.pts;
     nextTime_ = frame.pts + frameTicks_;
     ++frameCount_;
+    return true;
 }
 
 void VideoTrack::encodeFrame(AVFrame& frame) {

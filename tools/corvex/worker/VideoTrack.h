@@ -4,9 +4,7 @@
 
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/MediaOutput.h>
-#include <tools/corvex/worker/PictureOverlays.h>
-#include <tools/corvex/worker/PicturePipeline.h>
-#include <tools/corvex/worker/PictureWork.h>
+#include <tools/corvex/worker/PictureStages.h>
 #include <tools/corvex/worker/Track.h>
 #include <tools/corvex/worker/VideoRequest.h>
 
@@ -43,30 +41,14 @@ public:
     [[nodiscard]] AVRational frameRate() const noexcept { return timing_.frameRate; }
 
 private:
-    /// What a filter graph was made for; a frame that differs needs another one.
-    struct GraphInput {
-        int width = 0, height = 0, format = -1;
-        AVRational pixelAspect{0, 1};
-        AVColorRange range = AVCOL_RANGE_UNSPECIFIED;
-        friend bool operator==(const GraphInput& a, const GraphInput& b) noexcept {
-            return a.width == b.width && a.height == b.height && a.format == b.format && a.range == b.range &&
-                   av_cmp_q(a.pixelAspect, b.pixelAspect) == 0;
-        }
-    };
-
     void openEncoder(const MediaInput& first, PixelSize size, PixelAspect pixelAspect);
     void limitFramesInFlight();
-    void prepareOverlays(const MediaInput& first);
+    void prepareStages(const MediaInput& first);
     void setKeyFrameDistance(AVCodecContext& encoder) const;
     void openWithRateClass();
     [[nodiscard]] CodecContextPointer makeEncoder(std::optional<std::int64_t> bitsPerSecond) const;
-    [[nodiscard]] ColorConversion colorConversion(int format, int height, const ColorTags& tags) const;
-    void buildGraph(const AVFrame& frame);
-    [[nodiscard]] bool worksOnPictures() const noexcept { return request_.table || !request_.overlays.isEmpty(); }
-    void startWork(const std::optional<PictureWork::Settings>& settings);
-    void filter(AVFrame* frame);
-    void place(AVFrame& frame);
-    void finishOldest();
+    void take(AVFrame& frame);
+    [[nodiscard]] bool place(AVFrame& frame, AVRational timeBase);
     void encodeFrame(AVFrame& frame);
     void write(AVPacket& packet);
 
@@ -82,10 +64,8 @@ private:
     int stream_ = -1;
 
     std::optional<Decoder> decoder_;
-    SourcePicture source_;
     AVRational inputTimeBase_{};
     std::int64_t inputStart_ = 0;   ///< In the input's time base.
-    std::int64_t inputEnd_ = 0;     ///< Of the last frame, counted from the file's start, in the input's time base.
     std::int64_t outputStart_ = 0;  ///< Of the current file, in the encoder's time base.
     std::int64_t lastTime_ = 0;     ///< Of the last frame, in the same.
     std::int64_t nextTime_ = 0;     ///< Where the last frame ends at the nominal rate, in the same.
@@ -93,12 +73,8 @@ private:
     std::int64_t framesBeforeFile_ = 0;
     std::string inputPath_;
 
-    std::optional<PictureGraph> graph_;
-    GraphInput graphInput_;
-    std::optional<PicturePipeline> work_;              ///< None where pictures are only scaled.
-    std::shared_ptr<const PictureOverlays> overlays_;  ///< None where nothing is drawn.
-    FramePointer filtered_;
     PacketPointer packet_;
+    std::optional<PictureStages> stages_;  ///< Last: what works in it ends before the encoder goes.
 };
 
 }  // namespace corvex::tool

@@ -1,4 +1,4 @@
-#include <tools/corvex/lut/StillImage.h>
+#include <tools/corvex/image/StillImage.h>
 
 #include <algorithm>
 #include <array>
