@@ -26,5 +26,7 @@ fuzz:
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format-16 -i
 
-install: build
-	cmake --install build/release --prefix $(PREFIX)
+install:
+	./scripts/install-packages.sh build
+	./scripts/build.sh release -DCORVEX_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	cmake --install build/release
