@@ -2,7 +2,7 @@
 FUZZ_TIME ?= 60
 PREFIX ?= /usr/local
 
-.PHONY: build demo test bench fuzz format install
+.PHONY: build demo test bench fuzz format install packages
 
 build:
 	./scripts/install-packages.sh build
@@ -25,6 +25,10 @@ fuzz:
 
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format-16 -i
+
+packages:
+	./scripts/install-packages.sh build check
+	./scripts/make-packages.sh
 
 install:
 	./scripts/install-packages.sh build

@@ -2,7 +2,8 @@
 # check-packages.sh [--update]: makes the Debian packages, has lintian look at them, compares what they install with
 # debian/installed-files.txt (--update writes that list instead), and installs them into a Debian that has nothing else:
 # there examples/consumer is built against them and the tool transcodes a clip.
-# Root: the clean system is a directory under build/, entered with chroot. Nothing is mounted.
+# Root: the clean system is a directory under build/, entered with chroot. Only /proc is ever mounted there, in a mount
+# namespace that ends with the programs in it.
 set -eu
 cd "$(dirname "$0")/.."
 ./scripts/make-packages.sh
@@ -56,6 +57,7 @@ echo "Took $(($(date +%s) - began)) s"
 echo "Using them there"
 cp -r examples/consumer "$root/consumer"
 ffmpeg -v error -nostdin -f lavfi -i testsrc2=size=320x180:rate=25:duration=1 -c:v libx264 "$root/clip.mov"
+printf 'LUT_3D_SIZE 2\n0 0 0\n0.9 0 0\n0 0.9 0\n0.9 0.9 0\n0 0 0.9\n0.9 0 0.9\n0 0.9 0.9\n0.9 0.9 0.9\n' >"$root/look.cube"
 cat >"$root/use.sh" <<'END'
 set -eu
 export LC_ALL=C.UTF-8
@@ -68,8 +70,17 @@ c++ -std=c++20 -o /consumer/pipelineByHand /consumer/pipeline.cpp $(pkg-config -
 /consumer/byHand -in /media/A001C003.mov >/dev/null
 /consumer/pipelineByHand >/dev/null
 corvex --version
-corvex transcode -in /clip.mov -out /proxy.mov -preset orvane_cloud
-test -s /proxy.mov
+corvex lut sample /look.cube 0.25 0.5 0.75
+if [ -e /proc/self/exe ]; then
+    corvex transcode -in /clip.mov -out /proxy.mov -preset orvane_cloud -clut /look.cube
+    test -s /proxy.mov
+fi
 END
-chroot "$root" sh /use.sh
+inside='mount -t proc proc "$1/proc" && exec chroot "$1" "$2" "$3"'
+if unshare --mount sh -c "$inside" sh "$root" true 2>/dev/null; then
+    unshare --mount sh -c "$inside" sh "$root" sh /use.sh
+else
+    echo "Nothing can be mounted here: without /proc, the tool does not transcode"
+    chroot "$root" sh /use.sh
+fi
 remove_root

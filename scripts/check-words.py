@@ -17,7 +17,7 @@ RULES = [
     (r"\b[Pp]arts? \d+\.\d|\bof [Pp]art \d|\b[Ss]pecificatio[n],? [Pp]art", "name the source itself, as \"ITU-R BT.709\""),
     (r"\b[Ii]ssue #?\d|\b[Mm]ileston[e]|\b[Ff]ounde[r]\b|\b[Tt]he brie[f]\b", "how the work is organised is told elsewhere"),
     (r"^(<{7}|>{7}|\|{7}) |^={7}$", "a merge that was not finished"),
-    (r"(?<![\w.])/work/|/tmp/w[t]\b|(?<![\w.])/root/", "a place of one machine"),
+    (r"(?<![\w.])/wor[k]/|/tmp/w[t]\b|(?<![\w.])/roo[t]/", "a place of one machine"),
     (r"\b(fixup|squash)[!]", "a commit that was not put in its place"),
     (r"[ \t]+$", "white space at the end of the line"),
 ]
