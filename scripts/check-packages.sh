@@ -41,6 +41,8 @@ echo "Installing them into a clean system"
 . /etc/os-release
 apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' 'Origin: Debian' |
     sort -u >build/release/sources.list
+[ -s build/release/sources.list ] ||
+    echo "deb http://deb.debian.org/debian $VERSION_CODENAME main" >build/release/sources.list
 log=build/release/clean-root.log
 began=$(date +%s)
 mmdebstrap --mode=root --variant=apt --skip=chroot/mount,cleanup --include=g++,cmake,ninja-build,pkg-config \
