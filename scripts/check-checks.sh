@@ -57,10 +57,10 @@ expect 1 'the translation of a text that is gone' ./scripts/check-generated.sh
 sed -i '/libhwy-dev/d' debian/control
 expect 1 'a build dependency that the packages lack' ./scripts/check-generated.sh
 
-# library FILE SONAME TEXT: a small shared library.
+# library FILE SONAME TEXT [SHOWN]: a small shared library.
 library() {
-    printf 'CORVEX_0.1 { global: *; };' >"$work/map"
-    echo "$3" | g++ -shared -fPIC "-Wl,-soname,$2" "-Wl,--version-script=$work/map" -x c++ -o "$work/$1" -
+    echo "CORVEX_0.1 { global: ${4-*;} };" >"$work/map"
+    echo "$3" | g++ -std=c++20 -shared -fPIC "-Wl,-soname,$2" "-Wl,--version-script=$work/map" -x c++ -o "$work/$1" -
 }
 library libcorvex.so libcorvex.so.0.1 'namespace corvex::inline v0 { int right() { return 1; } }'
 expect 0 'a library as it should be' ./scripts/check-symbols.py "$work/libcorvex.so"
@@ -69,6 +69,9 @@ expect 1 'a symbol outside the namespace' ./scripts/check-symbols.py "$work/libc
 library libcorvex.so libcorvex.so.0.1 '#include <any>
 namespace corvex::inline v0 { std::any right() { return std::any(1); } }'
 expect 1 'an instance of the standard library'"'"'s' ./scripts/check-symbols.py "$work/libcorvex.so"
+library libcorvex.so libcorvex.so.0.1 '#include <atomic>
+namespace corvex::inline v0 { void right(std::atomic<int>& value) { value.wait(0); } }' '_ZN6corvex*; local: *;'
+expect 1 'state of the process that is hidden' ./scripts/check-symbols.py "$work/libcorvex.so"
 library libcorvex.so libcorvex.so.0 'namespace corvex::inline v0 { int right() { return 1; } }'
 expect 1 'another soname' ./scripts/check-symbols.py "$work/libcorvex.so"
 

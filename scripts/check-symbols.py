@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """check-symbols.py LIBRARY...: looks at what the shared libraries show to their users.
 
-Names: only those of the namespace corvex::v0, with type information, thunks and guards; std::hash of such types; and what
-the generator of messages adds for ours. All carry the version of the library's binary interface, which is also that of
+Names: only those of the namespace corvex::v0, with type information, thunks and guards; std::hash of such types; what the
+generator of messages adds for ours; and statics of the standard library's inline functions, which must not be hidden: they
+are state that the whole process shares. All carry the version of the library's binary interface, which is also that of
 its soname: libcorvex.so.0.1 shows names at CORVEX_0.1, as CMakeLists.txt states the version.
 """
 import os
@@ -13,6 +14,7 @@ import sys
 OURS = re.compile(
     # Names, type information, thunks, guards, statics of functions. Messages know no inline namespace: corvex::Cloud_*.
     r"_Z(T[VIST]|Th[n\d]+_|GV)?Z?N[KO]*6corvex(2v0|\d+_?Cloud_)"
+    r"|_Z(GV)?ZNK?St"
     r"|_ZNK?St4hashIN6corvex2v0"
     r"|_ZN6google8protobuf5Arena18CreateMaybeMessageIN6corvex\d+Cloud_|\w*_proto_2fcorvex_")
 
@@ -31,6 +33,10 @@ def violations(library, interface):
     wanted = f"{os.path.basename(library)}.{interface}"
     if not soname or soname.group(1) != wanted:
         yield f"its soname is {soname.group(1) if soname else 'missing'}, not {wanted}"
+    for line in run("nm", library).splitlines():
+        kind, name = line.split()[-2:]
+        if kind in "bd" and re.match(r"_ZZNK?St", name):
+            yield f"hides {run('c++filt', name).strip()}, which the process must share"
     node = f"CORVEX_{interface}"
     for line in run("nm", "-D", "--defined-only", "--with-symbol-versions", library).splitlines():
         kind, name = line.split()[-2:]
