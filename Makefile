@@ -2,7 +2,7 @@
 FUZZ_TIME ?= 60
 PREFIX ?= /usr/local
 
-.PHONY: build demo test bench fuzz format install
+.PHONY: build demo test bench fuzz format install packages
 
 build:
 	./scripts/install-packages.sh build
@@ -26,5 +26,11 @@ fuzz:
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format-16 -i
 
-install: build
-	cmake --install build/release --prefix $(PREFIX)
+packages:
+	./scripts/install-packages.sh build check
+	./scripts/make-packages.sh
+
+install:
+	./scripts/install-packages.sh build
+	./scripts/build.sh release -DCORVEX_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	cmake --install build/release

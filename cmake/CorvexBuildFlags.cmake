@@ -29,4 +29,24 @@ function(corvex_build_flags target)
     # No contraction: a fused multiply-add rounds once instead of twice, and results must not depend on the machine.
     target_compile_options(${target} PRIVATE ${_corvexWarnings} -ffp-contract=off)
     set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        # Tables of addresses become read-only before main(): a fault elsewhere cannot bend calls.
+        target_link_options(${target} PRIVATE LINKER:-z,relro,-z,now)
+    endif()
+endfunction()
+
+# corvex_library_interface(TARGET): how a library presents itself to the linker. While the major version is 0, a minor
+# version may break binary compatibility, so it is part of the soname and of the version of all symbols. The linker hides
+# what the compiler cannot: instances of the standard library's templates, which its headers make visible.
+function(corvex_library_interface target)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+        POSITION_INDEPENDENT_CODE ON)
+    if(BUILD_SHARED_LIBS AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        set(_map "${PROJECT_BINARY_DIR}/exports.map")
+        configure_file("${PROJECT_SOURCE_DIR}/cmake/exports.map.in" "${_map}" @ONLY)
+        target_link_options(${target} PRIVATE "LINKER:--version-script=${_map}")
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${_map}")
+    endif()
 endfunction()

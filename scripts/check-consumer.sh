@@ -37,6 +37,11 @@ export PKG_CONFIG_PATH="$libraries/pkgconfig"
 c++ -std=c++20 -o "$work/consumer" examples/consumer/main.cpp $(pkg-config $option --cflags --libs corvex)
 expect env "LD_LIBRARY_PATH=$libraries" "$work/consumer"
 
+# A component that is not there is named.
+echo 'find_package(Corvex REQUIRED COMPONENTS colour)' >"$work/missing.cmake"
+! cmake "-DCorvex_DIR=$libraries/cmake/Corvex" -P "$work/missing.cmake" 2>"$work/missing.log" &&
+    grep -q "there is no component 'colour'" "$work/missing.log" || { cat "$work/missing.log" >&2; exit 1; }
+
 if [ -x "$prefix/bin/corvex" ]; then
     "$prefix/bin/corvex" --version
 fi

@@ -16,7 +16,7 @@ namespace corvex::inline v0 {
 
 namespace {
 
-constexpr const char* domain = "corvex";
+constexpr const char* domain = CORVEX_TEXT_DOMAIN;
 
 /// Binds the domain once. UTF-8 whatever the character set of the locale, as everywhere in the library.
 void bind(const char* directory) {

@@ -13,9 +13,9 @@ namespace corvex::inline v0 {
 /// The translation of an English text, or the text itself where there is none. Any thread.
 [[nodiscard]] CORVEX_EXPORT std::string localizedText(const char* english);
 
-/// Where the catalogues are looked for from now on, as DIRECTORY/de/LC_MESSAGES/corvex.mo. At first, where the library
-/// was installed. Catalogues that were read before stay in use. For a host's start-up: call it before other threads
-/// ask for texts.
+/// Where the catalogues are looked for from now on, as DIRECTORY/de/LC_MESSAGES/corvex0.1.mo (major and minor version).
+/// At first, where the library was installed. Catalogues that were read before stay in use. For a host's start-up: call
+/// it before other threads ask for texts.
 CORVEX_EXPORT void setLocalizationDirectory(const std::filesystem::path& directory);
 
 /// For a program's start-up: takes the language from the environment, and the catalogues from share/locale beside the

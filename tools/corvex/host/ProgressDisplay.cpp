@@ -45,8 +45,9 @@ void printText(std::string_view text) {
     }
 }
 
+/// From 0 to some years, whatever the worker wrote.
 std::string timeText(double seconds) {
-    const auto whole = static_cast<long>(seconds);
+    const auto whole = static_cast<long>(std::clamp(seconds, 0.0, 1e9));
     return whole < 3600 ? fmt::format("{}:{:02}", whole / 60, whole % 60)
                         : fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
 }
@@ -83,16 +84,15 @@ void ProgressDisplay::takeLine(std::string_view line) {
     const std::string& state = pairs->find("state")->second;
     if (state == "failed") return;  // the worker's own line says why
     const double percent = numberOf(*pairs, "percent");
-    const auto frame = static_cast<long>(numberOf(*pairs, "frame"));
-    const auto total = static_cast<long>(numberOf(*pairs, "total"));
+    const double frame = numberOf(*pairs, "frame"), total = numberOf(*pairs, "total");
     std::string text;
     if (isTerminal_) {
         constexpr int barWidth = 30;
-        const int filled = std::clamp(static_cast<int>(percent / 100 * barWidth), 0, barWidth);
+        const int filled = static_cast<int>(std::clamp(percent / 100, 0.0, 1.0) * barWidth);
         text += fmt::format("[{:#<{}}{:.<{}}] ", "", filled, "", barWidth - filled);
     }
     text += fmt::format("{:5.1f} %", percent);
-    if (total > 0) text += fmt::format("  {}/{} frames  {:.1f} fps", frame, total, numberOf(*pairs, "fps"));
+    if (total > 0) text += fmt::format("  {:.0f}/{:.0f} frames  {:.1f} fps", frame, total, numberOf(*pairs, "fps"));
     const std::string rates = rateText(*pairs);
     if (!isTerminal_ || text.size() + rates.size() + longestRest <= terminalWidth()) text += rates;
     const double left = numberOf(*pairs, "eta");

@@ -1,0 +1,58 @@
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <nlohmann/json.hpp>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/cli/transcode/TranscodeVideoOptionsTemplate.h>
+#include <Corvex/color/OrvaneVideoColorSpace.h>
+#include <Corvex/exported/ORVMediaFileContainer.h>
+#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/timing/CommonVideoFrameRate.h>
+#include <Corvex/timing/DeprecatedVideoFrameRate.h>
+#include <Corvex/timing/MediaRational.h>
+#include <Corvex/timing/NumericRational.h>
+#include <Corvex/timing/TimecodeComponents.h>
+
+namespace {
+
+using namespace corvex;
+
+/// Decodes a value; what it is coded as again must be read as the same.
+template <class Value>
+void check(const Json& json) {
+    std::optional<Value> value;
+    try {
+        value = json.get<Value>();
+    } catch (const DecodingError&) {  // says what is wrong
+        return;
+    }
+    require(Json::parse(jsonText(Json(*value))).get<Value>() == *value, "a value is not read as it was coded");
+}
+
+}  // namespace
+
+/// Values that other programs have coded, in JSON of any kind.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
+    if (json.is_discarded()) return 0;
+    check<NumericRational>(json);
+    check<MediaRational>(json);
+    check<TimecodeComponents>(json);
+    check<DropFrameState>(json);
+    check<DeprecatedVideoFrameRate>(json);
+    check<CommonVideoFrameRate>(json);
+    check<OrvaneVideoColorSpace>(json);
+    check<TranscodeVideoOptionsTemplate>(json);
+    check<ORVMediaFileContainer>(json);
+    check<TranscodeCliArguments>(json);
+    return 0;
+}

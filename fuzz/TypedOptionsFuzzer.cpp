@@ -1,0 +1,42 @@
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Text.h>
+#include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/ToolError.h>
+#include <tools/corvex/TypedOptions.h>
+#include <tools/corvex/worker/TranscodeJob.h>
+
+using namespace corvex;
+
+/// The words of a job, which a newline ends, through every typed option, and made into what the worker would do.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::vector<std::string> words{"-in", "in.mov", "-out", "out.mov"};
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
+    forEachPiece({reinterpret_cast<const char*>(data), size}, std::string_view("\n\0", 2),
+                 [&](std::string_view word) { words.emplace_back(word); });
+    const TranscodeCliArguments arguments(words);
+    const auto options = tool::typedOptions(arguments);
+    for (const auto& option : options.readable) {
+        require(!option.text().empty() || jsonText(option.value) == "\"\"", "an option that says nothing");
+    }
+    for (const auto& option : options.unreadable) require(!option.problem.empty(), "no reason is given");
+    if (const auto unknown = arguments.unknownFlags()) static_cast<void>(tool::suggestedFlag(unknown->front()));
+    try {
+        const auto job = tool::TranscodeJob::make(arguments);
+        require(!job.inputs.empty() && !job.output.empty(), "a job without files");
+    } catch (const tool::UsageError& error) {
+        require(*error.what() != '\0', "no reason is given");
+    } catch (const tool::JobError& error) {
+        require(*error.what() != '\0', "no reason is given");
+    }
+    return 0;
+}
