@@ -2,7 +2,7 @@
 FUZZ_TIME ?= 60
 PREFIX ?= /usr/local
 
-.PHONY: build demo test bench fuzz format install
+.PHONY: build demo test bench fuzz format install reference
 
 build:
 	./scripts/install-packages.sh build
@@ -28,3 +28,7 @@ format:
 
 install: build
 	cmake --install build/release --prefix $(PREFIX)
+
+reference:
+	./scripts/install-packages.sh check
+	./scripts/reference.py

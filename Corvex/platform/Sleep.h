@@ -30,7 +30,7 @@ template <class Count, class Period>
 /// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before.
 class CORVEX_EXPORT SleepAwaiter : public TimerNode {
 public:
-    explicit SleepAwaiter(TimePoint time) noexcept;
+    explicit SleepAwaiter(TimePoint time) noexcept;  ///< Until a time, or for a while.
     explicit SleepAwaiter(std::chrono::nanoseconds duration) noexcept;
     ~SleepAwaiter();
 

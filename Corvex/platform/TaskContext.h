@@ -18,7 +18,7 @@ struct TaskContext {
 
 namespace detail {
 inline constexpr TaskContext rootContext;
-}
+}  // namespace detail
 
 /// A coroutine type may offer its context to what it awaits; any other counts as never cancelled, of medium priority.
 template <class Promise>
@@ -75,6 +75,7 @@ public:
     void post() noexcept { executor_->post(*this); }
 
 protected:
+    /// The same with what it would find out.
     void captureOn(Executor& executor, std::coroutine_handle<> coroutine, TaskPriority coroutinePriority) noexcept {
         coroutine_ = coroutine;
         priority = coroutinePriority;

@@ -12,6 +12,7 @@ namespace corvex::inline v0 {
 template <std::totally_ordered T>
 class ClosedRange {
 public:
+    /// An upper bound below the lower one stops the process.
     constexpr ClosedRange(T lower, T upper) : lower_(lower), upper_(upper) {
         require(lower <= upper, "a range must not end before it begins");
     }

@@ -25,6 +25,7 @@ struct DecomposedTimecode {
     friend constexpr bool operator==(const DecomposedTimecode&, const DecomposedTimecode&) noexcept = default;
 };
 
+/// What the strict reading gives.
 struct ProperTimecode {
     TimecodeFields fields;
     DropFrameState dropFrameState;
