@@ -35,6 +35,9 @@ OBVIOUS = [(re.compile(QUALIFIERS + form), said) for form, said in (
     (r"[\w:<>]+ (begin|end|size|empty|hash)\(\) const( noexcept)?( override)?( = 0)?( \{|;)", "As of any such type."),
     (r"(const )?[\w:]+\*? what\(\) const noexcept override", "The message: what was wrong and with what."),
     (r"(const )?[\w:<>]+[&*]? \w+\([^()]*\)( const)?( noexcept)? (override|final)( \{|;)", "As the base class says."),
+    (r"auto caseTable<", "The rows of the enumeration."),
+    (r"std::array all\w+\{", "The known ones in their fixed order."),
+    (r"extern template ", "Compiled once, in the library."),
     (r"using [\w:<>, ]+;", "As in the base class."),
     (r"using \w+ = .*;", "A name for the type."),
     (r"friend (class |struct )?[\w:<>, ]+;", "May see inside."),
@@ -144,7 +147,7 @@ def with_the_obvious(text):
             body_ends = line[:len(line) - len(line.lstrip())] + "}"
         is_documented = False
         template_at = None
-    text = "\n".join(lines).replace("namespace corvex::inline v0 {", "namespace corvex {")
+    text = "\n".join(lines).replace("namespace corvex::inline v0 {", "/** The library. */ namespace corvex {")
     text = re.sub(r"^namespace detail \{", r"/** @cond */ \g<0>", text, flags=re.M)
     text = re.sub(r"^\}  // namespace detail", r"\g<0> /** @endcond */", text, flags=re.M)
     return re.sub(r"^(/\*\* .*? \*/ )?(template <.*>\nstruct std::hash|inline [\w ]+ detail::)(.|\n)*?\n\};?$",

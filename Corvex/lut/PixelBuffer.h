@@ -38,6 +38,7 @@ static_assert(isComplete<SampleFormat>(caseTable<SampleFormat>));
     return format == SampleFormat::float32 ? 1.0 : static_cast<double>((1U << bitDepth(format)) - 1U);
 }
 
+/// The channels of a pixel, in this order.
 enum class ChannelLayout : std::uint8_t { rgb, rgba };
 
 /// Pixels in somebody's memory: red, green, blue and perhaps alpha, interleaved or as planes. A view: copies share the

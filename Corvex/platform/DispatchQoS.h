@@ -67,6 +67,7 @@ constexpr QualityOfService DispatchQoS::qualityOfService() const noexcept {
     return unspecified;
 }
 
+/// The class of that quality.
 [[nodiscard]] constexpr DispatchQoS dispatchEquivalent(QualityOfService quality) noexcept {
     return {dispatchEquivalentClass(quality), 0};
 }

@@ -26,6 +26,7 @@ concept HasTaskContext = requires(const Promise& promise) {
     { promise.taskContext() } noexcept -> std::same_as<const TaskContext&>;
 };
 
+/// That of its promise, or the one of coroutines that have none.
 template <class Promise>
 [[nodiscard]] const TaskContext& contextOf(std::coroutine_handle<Promise> coroutine) noexcept {
     if constexpr (HasTaskContext<Promise>) {
@@ -103,6 +104,7 @@ public:
 private:
     Executor& target_;
 };
+/// `co_await resumeOn(executor)` goes on there.
 [[nodiscard]] inline HopAwaiter resumeOn(Executor& executor) noexcept { return HopAwaiter(executor); }
 
 }  // namespace corvex::inline v0

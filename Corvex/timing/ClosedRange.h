@@ -38,6 +38,7 @@ template <std::totally_ordered T>
 [[nodiscard]] constexpr std::int64_t clippedTo(std::int64_t value, const ClosedRange<std::int64_t>& range) noexcept {
     return clamped(value, range);
 }
+/// Moves the value to the nearest bound where it lies outside.
 constexpr void clipTo(std::int64_t& value, const ClosedRange<std::int64_t>& range) noexcept {
     value = clamped(value, range);
 }
