@@ -2,7 +2,7 @@
 FUZZ_TIME ?= 60
 PREFIX ?= /usr/local
 
-.PHONY: build demo test bench fuzz format install packages
+.PHONY: build demo test bench fuzz format install packages reference
 
 build:
 	./scripts/install-packages.sh build
@@ -34,3 +34,7 @@ install:
 	./scripts/install-packages.sh build
 	./scripts/build.sh release -DCORVEX_TESTS=OFF -DCMAKE_INSTALL_PREFIX=$(PREFIX)
 	cmake --install build/release
+
+reference:
+	./scripts/install-packages.sh check
+	./scripts/reference.py

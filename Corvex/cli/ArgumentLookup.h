@@ -28,14 +28,16 @@ public:
     ArgumentLookup() = default;
     /// In any order; of entries with the same flag the last counts.
     explicit ArgumentLookup(std::vector<Entry> entries);
-    ArgumentLookup(std::initializer_list<Entry> entries);
+    ArgumentLookup(std::initializer_list<Entry> entries);  ///< As insertAll() does.
 
     [[nodiscard]] const_iterator begin() const noexcept { return entries_.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return entries_.end(); }
     [[nodiscard]] std::size_t size() const noexcept { return entries_.size(); }
     [[nodiscard]] bool empty() const noexcept { return entries_.empty(); }
 
+    /// Letter for letter; end() where it is absent.
     [[nodiscard]] const_iterator find(std::string_view flag) const noexcept;
+    /// Letter for letter.
     [[nodiscard]] bool contains(std::string_view flag) const noexcept { return find(flag) != end(); }
     /// The first entry whose flag is not below this one.
     [[nodiscard]] const_iterator lower_bound(std::string_view flag) const noexcept;
@@ -44,7 +46,7 @@ public:
     bool insert_or_assign(std::string_view flag, std::string value);
     /// As one insertion for each, in their order.
     void insertAll(std::vector<Entry> entries);
-    void erase(std::string_view flag);
+    void erase(std::string_view flag);  ///< Does nothing where it is absent.
     /// Removes every entry for which `predicate(entry)` is true.
     template <class Predicate>
     void eraseIf(Predicate predicate) {

@@ -25,6 +25,7 @@ template <CLIFlagEnumeration Enumeration>
     return caseOf(flag).cliFlag;
 }
 
+/// Whether a value follows the flag.
 template <CLIFlagEnumeration Enumeration>
 [[nodiscard]] constexpr bool acceptsArguments(Enumeration flag) noexcept {
     return caseOf(flag).acceptsArguments;

@@ -17,6 +17,7 @@ public:
     static const CLISanitizationOptions trimWhiteSpace;  ///< Bit 2: white space and newlines at both ends.
 
     [[nodiscard]] constexpr unsigned rawValue() const noexcept { return rawValue_; }
+    /// Whether all of `options` are among these.
     [[nodiscard]] constexpr bool contains(CLISanitizationOptions options) const noexcept {
         return (rawValue_ & options.rawValue_) == options.rawValue_;
     }

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] std::string_view listPrefix() const noexcept { return "["; }
     [[nodiscard]] std::string_view listValueSeparator() const noexcept { return " "; }
 
+    /// Every flag followed by its value, also when that is empty.
     [[nodiscard]] std::vector<std::string> commandLineArguments() const {
         return renderArguments(self().argumentLookup());
     }

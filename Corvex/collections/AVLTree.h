@@ -76,6 +76,7 @@ public:
 
     /// Deletes the entry with the smallest key, or with that key, and hands it out; nothing when there is none.
     [[nodiscard]] std::optional<Entry> takeMinimum() { return takeOut(first_); }
+    /// As takeMinimum(), by key.
     [[nodiscard]] std::optional<Entry> take(const Key& key) {
         return takeOut(first_ && first_->key_ == key ? first_ : find(root_, key));
     }
@@ -104,10 +105,12 @@ public:
         walk(
             node, ignore, [&](NodeType& entry) { return visit(entry), true; }, ignore);
     }
+    /// As doInOrder(): node, left, right.
     template <class NodeType, class Visitor>
     static void doInPreOrder(NodeType* node, Visitor&& visit) {
         walk(node, visit, proceed, ignore);
     }
+    /// As doInOrder(): left, right, node.
     template <class NodeType, class Visitor>
     static void doInPostOrder(NodeType* node, Visitor&& visit) {
         walk(node, ignore, proceed, visit);
@@ -133,6 +136,7 @@ public:
         doInOrder(node, [&](const Node& entry) { text += (text.empty() ? "" : " ") + plainText(entry.key_); });
         return text;
     }
+    /// The same: node, left, right.
     [[nodiscard]] static std::string preorder(const Node* node) {
         std::string text;
         doInPreOrder(node, [&](const Node& entry) { text += (text.empty() ? "" : " ") + plainText(entry.key_); });

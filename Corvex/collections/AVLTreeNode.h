@@ -60,6 +60,7 @@ public:
         return node;
     }
     [[nodiscard]] AVLTreeNode* minimum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).minimum()); }
+    /// The node with the largest key of the subtree.
     [[nodiscard]] const AVLTreeNode* maximum() const noexcept {
         const AVLTreeNode* node = this;
         while (node->children_[right]) node = node->children_[right];

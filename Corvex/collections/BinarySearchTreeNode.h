@@ -31,6 +31,7 @@ public:
     [[nodiscard]] const BinarySearchTreeNode* left() const noexcept { return left_.get(); }
     [[nodiscard]] const BinarySearchTreeNode* right() const noexcept { return right_.get(); }
 
+    /// Into the subtree below this node.
     void insert(Value value) {
         BinarySearchTreeNode* node = this;
         for (;;) {
@@ -43,6 +44,7 @@ public:
         }
     }
 
+    /// In the subtree below this node.
     [[nodiscard]] bool contains(const Value& value) const { return find(value) != nullptr; }
 
     /// Calls `visit(const Value&)` for each value of the subtree in order.
@@ -63,11 +65,13 @@ public:
         const BinarySearchTreeNode* const node = find(value);
         return valuesBelow(node ? node->left() : nullptr);
     }
+    /// As leftSubtreeValues(), of the other side.
     [[nodiscard]] std::vector<Value> rightSubtreeValues(const Value& value) const {
         const BinarySearchTreeNode* const node = find(value);
         return valuesBelow(node ? node->right() : nullptr);
     }
 
+    /// The node with the smallest value of the subtree.
     [[nodiscard]] const BinarySearchTreeNode* minNode() const noexcept {
         const BinarySearchTreeNode* node = this;
         while (node->left_) node = node->left_.get();

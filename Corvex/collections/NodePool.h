@@ -20,6 +20,7 @@ public:
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
 
+    /// A node in memory of the pool. What it throws is only std::bad_alloc.
     template <class... Arguments>
     [[nodiscard]] Node* make(Arguments&&... arguments) {
         static_assert(std::is_nothrow_constructible_v<Node, Arguments...>, "the slot would be lost");
@@ -28,6 +29,7 @@ public:
         return ::new (static_cast<void*>(slot->bytes)) Node(std::forward<Arguments>(arguments)...);
     }
 
+    /// Keeps the memory for the next node.
     void destroy(Node* node) noexcept {
         std::destroy_at(node);
         free_ = ::new (static_cast<void*>(node)) Slot{free_};

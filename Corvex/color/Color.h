@@ -28,9 +28,11 @@ public:
                       model == ColorModel::genericGray ? red : blue, alpha},
           model_(model),
           hasComponents_(true) {}
+    /// Components from 0 to 1, not checked.
     [[nodiscard]] static constexpr Color gray(double white, double alpha = 1) noexcept {
         return {ColorModel::genericGray, white, white, white, alpha};
     }
+    /// Components from 0 to 1, not checked.
     [[nodiscard]] static constexpr Color sRGB(double red, double green, double blue, double alpha = 1) noexcept {
         return {ColorModel::sRGB, red, green, blue, alpha};
     }

@@ -30,6 +30,7 @@ template <class Enumeration>
 concept ColorEnumerationWithCliValues =
     ColorEnumeration<Enumeration> && requires(Enumeration value) { caseOf(value).cliEquivalent; };
 
+/// The case as the enumeration spells it.
 template <ColorEnumeration Enumeration>
 [[nodiscard]] constexpr std::string_view caseName(Enumeration value) noexcept {
     return caseOf(value).caseName;

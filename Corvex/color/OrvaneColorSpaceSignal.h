@@ -13,8 +13,11 @@ namespace corvex::inline v0 {
 class CORVEX_EXPORT OrvaneColorSpaceSignal {
 public:
     virtual ~OrvaneColorSpaceSignal();
+    /// None where they are not known.
     [[nodiscard]] virtual std::optional<OrvaneVideoColorPrimaries> primaries() const noexcept = 0;
+    /// None where it is not known.
     [[nodiscard]] virtual std::optional<OrvanePixelTransferFunction> transferFunction() const noexcept = 0;
+    /// None where it is not known.
     [[nodiscard]] virtual std::optional<OrvaneVideoColorMatrix> matrix() const noexcept = 0;
 
 protected:

@@ -43,6 +43,7 @@ static_assert(isComplete<OrvanePixelTransferFunction>(caseTable<OrvanePixelTrans
 [[nodiscard]] constexpr OAVTranscodeVideoArgumentFlag videoFlag(OrvanePixelTransferFunction) noexcept {
     return OAVVideoColorTransferFunctionFlag;
 }
+/// "-c_transfer", whatever the value.
 [[nodiscard]] constexpr std::string_view cliFlag(OrvanePixelTransferFunction) noexcept {
     return OAVVideoColorTransferFunctionFlag.rawValue();
 }

@@ -31,6 +31,7 @@ static_assert(isComplete<OrvaneVideoColorMatrix>(caseTable<OrvaneVideoColorMatri
 [[nodiscard]] constexpr OAVTranscodeVideoArgumentFlag videoFlag(OrvaneVideoColorMatrix) noexcept {
     return OAVVideoColorMatrixFlag;
 }
+/// "-c_matrix", whatever the value.
 [[nodiscard]] constexpr std::string_view cliFlag(OrvaneVideoColorMatrix) noexcept {
     return OAVVideoColorMatrixFlag.rawValue();
 }

@@ -60,6 +60,7 @@ inline constexpr auto caseTable<OrvaneVideoColorSpace> = std::to_array<VideoColo
 // clang-format on
 static_assert(isComplete<OrvaneVideoColorSpace>(caseTable<OrvaneVideoColorSpace>));
 
+/// None where it has none of its own.
 [[nodiscard]] constexpr std::optional<OrvaneVideoColorPrimaries> defaultColorPrimaries(
     OrvaneVideoColorSpace space) noexcept {
     return caseOf(space).defaultColorPrimaries;
@@ -78,6 +79,7 @@ static_assert(isComplete<OrvaneVideoColorSpace>(caseTable<OrvaneVideoColorSpace>
 [[nodiscard]] constexpr OAVTranscodeVideoArgumentFlag videoFlag(OrvaneVideoColorSpace) noexcept {
     return OAVVideoColorSpaceFlag;
 }
+/// "-c_space", whatever the value.
 [[nodiscard]] constexpr std::string_view cliFlag(OrvaneVideoColorSpace) noexcept {
     return OAVVideoColorSpaceFlag.rawValue();
 }

@@ -33,19 +33,19 @@ public:
 
     /// The raw values as objects, or none.
     [[nodiscard]] std::optional<Number> wrappedPrimaries() const noexcept;
-    [[nodiscard]] std::optional<Number> wrappedTransferFunction() const noexcept;
-    [[nodiscard]] std::optional<Number> wrappedMatrix() const noexcept;
+    [[nodiscard]] std::optional<Number> wrappedTransferFunction() const noexcept;  ///< As wrappedPrimaries().
+    [[nodiscard]] std::optional<Number> wrappedMatrix() const noexcept;            ///< As wrappedPrimaries().
 
     // Shared instances, made on first use and kept until the process ends.
-    [[nodiscard]] static const StandardColorSpaceSignal& rec2020();
-    [[nodiscard]] static const StandardColorSpaceSignal& rec2020HLG();
-    [[nodiscard]] static const StandardColorSpaceSignal& rec2020PQ();
-    [[nodiscard]] static const StandardColorSpaceSignal& rec709();
-    [[nodiscard]] static const StandardColorSpaceSignal& rec601Smpte();
-    [[nodiscard]] static const StandardColorSpaceSignal& rec601EBU();
-    [[nodiscard]] static const StandardColorSpaceSignal& sRGB();
-    [[nodiscard]] static const StandardColorSpaceSignal& p3D65RGB();
-    [[nodiscard]] static const StandardColorSpaceSignal& p3D65Video();
+    [[nodiscard]] static const StandardColorSpaceSignal& rec2020();      ///< ITU-R BT.2020.
+    [[nodiscard]] static const StandardColorSpaceSignal& rec2020HLG();   ///< ITU-R BT.2100, HLG.
+    [[nodiscard]] static const StandardColorSpaceSignal& rec2020PQ();    ///< ITU-R BT.2100, PQ.
+    [[nodiscard]] static const StandardColorSpaceSignal& rec709();       ///< ITU-R BT.709.
+    [[nodiscard]] static const StandardColorSpaceSignal& rec601Smpte();  ///< ITU-R BT.601, 525 lines.
+    [[nodiscard]] static const StandardColorSpaceSignal& rec601EBU();    ///< ITU-R BT.601, 625 lines.
+    [[nodiscard]] static const StandardColorSpaceSignal& sRGB();         ///< IEC 61966-2-1.
+    [[nodiscard]] static const StandardColorSpaceSignal& p3D65RGB();     ///< SMPTE EG 432-1 primaries, as R'G'B'.
+    [[nodiscard]] static const StandardColorSpaceSignal& p3D65Video();   ///< SMPTE EG 432-1 primaries, as Y'CbCr.
 
     [[nodiscard]] std::string description() const override;
     [[nodiscard]] bool isEqual(const Object& other) const override;

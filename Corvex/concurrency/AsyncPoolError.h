@@ -12,7 +12,7 @@ class CORVEX_EXPORT AsyncPoolError : public Error {
 public:
     enum class Case : std::uint8_t { emptyPool };
 
-    explicit AsyncPoolError(Case which);
+    explicit AsyncPoolError(Case which);  ///< The message is that of the case.
     ~AsyncPoolError() override;
     AsyncPoolError(const AsyncPoolError&) = default;
     AsyncPoolError& operator=(const AsyncPoolError&) = default;

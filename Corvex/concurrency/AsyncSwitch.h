@@ -13,9 +13,10 @@ public:
     explicit AsyncSwitch(bool isOn) : state_(Shared<State>::make(isOn)) {}
 
     [[nodiscard]] bool isOn() const noexcept { return (state_->flips.load(std::memory_order_acquire) & 1U) != 0; }
+    /// The other state, in one step.
     void toggle() const noexcept { state_->flips.fetch_xor(1U, std::memory_order_acq_rel); }
-    void switchOn() const noexcept { state_->flips.store(1U, std::memory_order_release); }
-    void switchOff() const noexcept { state_->flips.store(0U, std::memory_order_release); }
+    void switchOn() const noexcept { state_->flips.store(1U, std::memory_order_release); }   ///< Whatever it was.
+    void switchOff() const noexcept { state_->flips.store(0U, std::memory_order_release); }  ///< Whatever it was.
 
 private:
     struct State final : SharedState {

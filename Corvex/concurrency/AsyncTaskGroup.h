@@ -52,8 +52,8 @@ class CORVEX_EXPORT AsyncTaskGroup {
 public:
     AsyncTaskGroup() : state_(Shared<detail::GroupState>::make()) {}
 
-    void enter() const noexcept { state_->enter(); }
-    void leave() const noexcept { state_->leave(); }
+    void enter() const noexcept { state_->enter(); }  ///< One more; never waits.
+    void leave() const noexcept { state_->leave(); }  ///< One less; the last one posts those that wait.
     /// `co_await group.wait()`; does not suspend while the count is 0.
     [[nodiscard]] detail::GroupWaiter wait() const noexcept { return detail::GroupWaiter(*state_); }
 

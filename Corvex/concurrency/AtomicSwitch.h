@@ -11,8 +11,8 @@ public:
     AtomicSwitch(const AtomicSwitch&) = delete;
     AtomicSwitch& operator=(const AtomicSwitch&) = delete;
 
-    [[nodiscard]] virtual bool isOn() const = 0;
-    virtual void setIsOn(bool isOn) = 0;
+    [[nodiscard]] virtual bool isOn() const = 0;  ///< As the last setIsOn() that has taken effect left it.
+    virtual void setIsOn(bool isOn) = 0;          ///< Whether readers see it at once is the kind's own.
     /// Reads, has `change(bool&)` change what was read, and writes that. Not one step: what another thread writes between
     /// the two is overwritten.
     template <class Change>

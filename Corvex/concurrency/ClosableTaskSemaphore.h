@@ -73,7 +73,7 @@ public:
     [[nodiscard]] std::int64_t limit() const noexcept { return state_->limit; }
     /// The slots that are taken; 0 once it is closed.
     [[nodiscard]] std::int64_t activeTasks() const noexcept;
-    [[nodiscard]] bool closed() const noexcept;
+    [[nodiscard]] bool closed() const noexcept;  ///< Since close().
 
 private:
     Shared<detail::ClosableSemaphoreState> state_;

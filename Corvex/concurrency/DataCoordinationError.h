@@ -11,7 +11,7 @@ class CORVEX_EXPORT DataCoordinationError : public Error {
 public:
     enum class Case : std::uint8_t { addToClosedConduitError, improperDataType };
 
-    explicit DataCoordinationError(Case which);
+    explicit DataCoordinationError(Case which);  ///< The message is that of the case.
     ~DataCoordinationError() override;
     DataCoordinationError(const DataCoordinationError&) = default;
     DataCoordinationError& operator=(const DataCoordinationError&) = default;

@@ -108,6 +108,7 @@ public:
         const ShortLock lock(state_->mutex);
         return state_->nextKeyInSequnce;
     }
+    /// Until close().
     [[nodiscard]] bool isOpen() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->isOpen;

@@ -150,6 +150,7 @@ public:
     [[nodiscard]] detail::PushAwaiter<State> add(SuppliedType entry) const noexcept {
         return {*state_, std::move(entry)};
     }
+    /// The same, with the key behind the item.
     [[nodiscard]] detail::PushAwaiter<State> add(Item item, Key forKey) const noexcept {
         return {*state_, SuppliedType(std::move(forKey), std::move(item))};
     }
@@ -161,6 +162,7 @@ public:
 
     /// The key that is due.
     [[nodiscard]] Key keyToSupply() const { return state_->keyToSupply(); }
+    /// Until close().
     [[nodiscard]] bool isOpen() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->isOpen;

@@ -176,10 +176,12 @@ public:
         const ShortLock lock(state_->mutex);
         return state_->supplied;
     }
+    /// None while nothing has been handed out.
     [[nodiscard]] std::optional<Key> highestSuppliedKey() const {
         const ShortLock lock(state_->mutex);
         return state_->highestSuppliedKey;
     }
+    /// Until close().
     [[nodiscard]] bool isOpen() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->isOpen;

@@ -32,6 +32,7 @@ public:
         ~Storage() {
             if (items_) std::allocator<Item>().deallocate(items_, size_);
         }
+        /// Wraps around; a slot may be empty.
         [[nodiscard]] Item* at(std::size_t index) const noexcept { return items_ + (index & (size_ - 1)); }
         [[nodiscard]] std::size_t size() const noexcept { return size_; }
 
@@ -64,7 +65,9 @@ public:
         std::swap(storage_, storage);
     }
 
+    /// Needs a free slot.
     void append(Item&& item) noexcept { std::construct_at(storage_.at(first_ + count_++), std::move(item)); }
+    /// Needs an item.
     Item takeFirst() noexcept {
         --count_;
         return take(storage_.at(first_++));

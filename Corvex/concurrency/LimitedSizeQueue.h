@@ -19,12 +19,14 @@ public:
     /// 0 counts as 1.
     explicit LimitedSizeQueue(std::uint64_t capacity) : capacity_(std::max<std::uint64_t>(capacity, 1)) {}
 
+    /// Drops the oldest where the queue is full.
     void push(Item item) {
         dispatch_.async([this, item = std::move(item)]() mutable {
             if (queue_.size() >= capacity_) queue_.pop_front();
             queue_.push_back(std::move(item));
         });
     }
+    /// Drops what was pushed before.
     void clear() {
         dispatch_.async([this] { std::deque<Item>().swap(queue_); });
     }
@@ -34,6 +36,7 @@ public:
     [[nodiscard]] std::vector<Item> getQueue() const {
         return dispatch_.sync([this] { return std::vector<Item>(queue_.begin(), queue_.end()); });
     }
+    /// Of items, once all that was pushed before has arrived.
     [[nodiscard]] std::int64_t getCount() const {
         return dispatch_.sync([this] { return static_cast<std::int64_t>(queue_.size()); });
     }
@@ -41,6 +44,7 @@ public:
     [[nodiscard]] std::optional<Item> getFirst() const {
         return dispatch_.sync([this] { return queue_.empty() ? std::nullopt : std::optional<Item>(queue_.front()); });
     }
+    /// As getFirst().
     [[nodiscard]] std::optional<Item> getLast() const {
         return dispatch_.sync([this] { return queue_.empty() ? std::nullopt : std::optional<Item>(queue_.back()); });
     }

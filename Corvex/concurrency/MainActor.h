@@ -13,8 +13,8 @@ namespace corvex::inline v0 {
 /// A host sets its executor once, before anything else here is called; without one that stops the process.
 class CORVEX_EXPORT MainActor {
 public:
-    static void setExecutor(Executor& executor) noexcept;
-    [[nodiscard]] static Executor& executor() noexcept;
+    static void setExecutor(Executor& executor) noexcept;  ///< Which must outlive all work that is posted to it.
+    [[nodiscard]] static Executor& executor() noexcept;    ///< Stops the process when none was set.
     /// Whether the calling thread runs work of the main executor.
     [[nodiscard]] static bool runsHere() noexcept { return executor().runsHere(); }
 

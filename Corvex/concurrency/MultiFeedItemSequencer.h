@@ -231,6 +231,7 @@ public:
     void close() const noexcept { state_->close(); }
 
     [[nodiscard]] std::uint64_t capacityPerFeed() const noexcept { return state_->capacityPerFeed; }
+    /// Until close().
     [[nodiscard]] bool isOpen() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->isOpen;

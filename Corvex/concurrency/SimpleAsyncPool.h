@@ -139,10 +139,12 @@ public:
         return grow(*this, newCapacity, std::move(factory));
     }
 
+    /// Items that nobody has borrowed.
     [[nodiscard]] std::size_t availableCount() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->available.count();
     }
+    /// Tasks that wait for an item.
     [[nodiscard]] std::size_t waitingCount() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->waiters.count();

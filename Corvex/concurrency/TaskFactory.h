@@ -25,6 +25,7 @@ struct TaskFactory {
     public:
         TimeoutTask(std::uint64_t seconds, std::optional<TaskTimeoutLog> log) noexcept
             : seconds_(seconds), log_(std::move(log)) {}
+        /// Sleeps, logs if there is a log, and throws TimeoutError.
         [[nodiscard]] Task<std::optional<T>> operator()() const { return run(seconds_, log_); }
 
     private:

@@ -13,8 +13,8 @@ class CORVEX_EXPORT TimeoutError : public Error {
 public:
     enum class Case : std::uint8_t { timedOut, undefined };
 
-    [[nodiscard]] static TimeoutError timedOut(std::uint64_t seconds);
-    [[nodiscard]] static TimeoutError undefined();
+    [[nodiscard]] static TimeoutError timedOut(std::uint64_t seconds);  ///< Says how long was waited.
+    [[nodiscard]] static TimeoutError undefined();                      ///< Of no known cause.
     ~TimeoutError() override;
     TimeoutError(const TimeoutError&) = default;
     TimeoutError& operator=(const TimeoutError&) = default;

@@ -22,15 +22,16 @@ public:
     virtual ~IOActivityUpdate();
     /// The tracking identifier of the engine that did the work; none where it has none.
     [[nodiscard]] virtual const std::optional<std::string>& activityPerformerIdentifier() const noexcept = 0;
-    [[nodiscard]] virtual const std::filesystem::path& url() const noexcept = 0;
-    [[nodiscard]] virtual std::int64_t bytesRead() const noexcept = 0;
-    [[nodiscard]] virtual std::int64_t bytesWritten() const noexcept = 0;
-    [[nodiscard]] virtual Timestamp timestamp() const noexcept = 0;
+    [[nodiscard]] virtual const std::filesystem::path& url() const noexcept = 0;  ///< The file.
+    [[nodiscard]] virtual std::int64_t bytesRead() const noexcept = 0;            ///< Since the report before.
+    [[nodiscard]] virtual std::int64_t bytesWritten() const noexcept = 0;         ///< Since the report before.
+    [[nodiscard]] virtual Timestamp timestamp() const noexcept = 0;               ///< When the engine counted.
 };
 
 /// An update as a value.
 class CORVEX_EXPORT URLActivityUpdate final : public IOActivityUpdate {
 public:
+    /// Bytes since the last update, and when they were counted.
     URLActivityUpdate(std::optional<std::string> activityPerformerIdentifier, std::filesystem::path url,
                       std::int64_t bytesRead, std::int64_t bytesWritten, Timestamp timestamp);
 
@@ -53,6 +54,7 @@ private:
 class CORVEX_EXPORT AggregateIOTrackingDelegate {
 public:
     virtual ~AggregateIOTrackingDelegate();
+    /// Bytes of the file `from` since the last report, at `timestamp`, by the engine `trackingID`.
     virtual void handleSpeedUpdate(const std::filesystem::path& from, std::int64_t bytesRead, std::int64_t bytesWritten,
                                    IOActivityUpdate::Timestamp timestamp,
                                    const std::optional<std::string>& trackingID) = 0;

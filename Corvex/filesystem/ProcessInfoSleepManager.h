@@ -16,9 +16,9 @@ namespace corvex::inline v0 {
 class CORVEX_EXPORT SystemSleepManager {
 public:
     virtual ~SystemSleepManager();
-    virtual void prevent() = 0;
-    virtual void permit() = 0;
-    [[nodiscard]] virtual bool canSleep() const = 0;
+    virtual void prevent() = 0;                       ///< Holds the machine awake, until permit().
+    virtual void permit() = 0;                        ///< Lets the machine go to sleep.
+    [[nodiscard]] virtual bool canSleep() const = 0;  ///< Whether nothing here holds the machine awake.
 };
 
 /// Holds the machine awake while the application has work queued, by one activity of this process.

@@ -40,6 +40,7 @@ enum class OutOfRangePolicy : std::uint8_t { clamp, report };
 /// The axis order of a file's dialect, by its extension: blue fastest for 3dl, red fastest for all others.
 [[nodiscard]] CORVEX_EXPORT LutAxisOrder conventionalAxisOrder(const std::filesystem::path& lutFilePath);
 
+/// How a table is applied. The defaults are what other tools of the field do.
 struct LutApplierSettings {
     LutApplication application = LutApplication::conventional;
     std::optional<LutAxisOrder> axisOrder = std::nullopt;  ///< Absent: that of the file's dialect.
@@ -69,8 +70,8 @@ public:
     /// Throws LutApplierError where the table cannot be applied so. `file` must not be null; it is not kept.
     LutApplier(const ParsedLutFile& file, const LutApplierSettings& settings);
     ~LutApplier();
-    LutApplier(LutApplier&&) noexcept;
-    LutApplier& operator=(LutApplier&&) noexcept;
+    LutApplier(LutApplier&&) noexcept;             ///< The other can only be destroyed or assigned to.
+    LutApplier& operator=(LutApplier&&) noexcept;  ///< The table that it had is gone.
 
     /// Whether vector code is at work: allowed, and supported by this machine.
     [[nodiscard]] bool usesVectorCode() const noexcept;

@@ -25,6 +25,7 @@ static_assert(isComplete<LutApplierProblem>(caseTable<LutApplierProblem>));
 /// A table that cannot be applied as asked for.
 class CORVEX_EXPORT LutApplierError : public Error {
 public:
+    /// `offender` follows the problem's description.
     LutApplierError(LutApplierProblem problem, const std::string& offender);
     ~LutApplierError() override;
     LutApplierError(const LutApplierError&) = default;

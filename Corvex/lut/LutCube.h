@@ -18,7 +18,7 @@ public:
     [[nodiscard]] virtual std::size_t faceSize() const noexcept = 0;
     /// The bounds of what is looked up; the high value is also what positions are divided by.
     [[nodiscard]] virtual double lowValue() const noexcept = 0;
-    [[nodiscard]] virtual double highValue() const noexcept = 0;
+    [[nodiscard]] virtual double highValue() const noexcept = 0;  ///< The largest value of the entries.
     /// faceSize^3 entries: entry [i][j][k] is number i * faceSize^2 + j * faceSize + k.
     [[nodiscard]] virtual std::span<const LutValueTriplet> lattice() const noexcept = 0;
 

@@ -8,7 +8,7 @@ namespace corvex::inline v0 {
 /// conventional application alone: one-pixel sampling and the bounds of a file know nothing of it.
 /// Source  Cube LUT Specification 1.0 (Adobe, 2013): DOMAIN_MIN and DOMAIN_MAX.
 struct LutDomain {
-    RGB<double> minimum{0, 0, 0}, maximum{1, 1, 1};
+    RGB<double> minimum{0, 0, 0}, maximum{1, 1, 1};  ///< The inputs that the table's ends stand for.
 
     friend constexpr bool operator==(const LutDomain&, const LutDomain&) = default;
 };

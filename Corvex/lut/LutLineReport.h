@@ -27,6 +27,7 @@ static_assert(isComplete<SkippedLutLine>(caseTable<SkippedLutLine>));
 
 /// What the lines of a LUT text were. Lines count from 1; a CR LF ends one line.
 struct LutLineReport {
+    /// Lines of one kind that were skipped.
     struct Skipped {
         std::uint64_t count = 0;
         std::uint64_t firstLine = 0;  ///< 0 where there is none.
@@ -37,8 +38,9 @@ struct LutLineReport {
     std::uint64_t dataLineCount = 0;
     std::optional<LutDimensions> declaredDimensions;
     std::optional<LutDomain> declaredDomain;  ///< Those lines count as skipped, too: they declare no dimensions.
-    std::array<Skipped, allCases<SkippedLutLine>.size()> skippedLines;
+    std::array<Skipped, allCases<SkippedLutLine>.size()> skippedLines;  ///< By the number of their kind.
 
+    /// Those of one kind.
     [[nodiscard]] const Skipped& skipped(SkippedLutLine kind) const noexcept {
         return skippedLines[static_cast<std::size_t>(kind)];
     }

@@ -59,7 +59,7 @@ struct LutPlan {
         std::array<float, 3> high{}, scale{}, scaleTail{};
         float outputLimit = 0;
         bool needsLimits = false;  ///< Some entry does not fit the destination.
-    } single;
+    } single;                      ///< Single precision.
     bool usesVectorCode = false;
 
     [[nodiscard]] bool isFast() const noexcept { return !single.lattice.empty(); }

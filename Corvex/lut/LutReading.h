@@ -43,6 +43,7 @@ static_assert(isComplete<LutReadProblem>(caseTable<LutReadProblem>));
 
 /// What came of reading a file: the table, or the problem, and in either case what its lines were.
 struct LutReading {
+    /// A line of the log.
     struct Message {
         LogLevel level;
         std::string text;

@@ -19,6 +19,7 @@ public:
     /// A longer line is counted and dropped.
     static constexpr std::size_t maximumLineLength = std::size_t{4} << 20U;
 
+    /// `interpreter` gets the lines and outlives the reader.
     explicit LutTextReader(GenericTextLutInterpreter& interpreter);
 
     /// Where the next chunk goes: chunkSize bytes.

@@ -40,8 +40,10 @@ private:
 /// A LUT file as a tree of objects. Exactly one of the two range descriptors is there. Immutable; any thread.
 class CORVEX_EXPORT ObjcLutDetail final : public Object {
 public:
+    /// With a table of code values.
     ObjcLutDetail(std::vector<ObjcLutRGBNumericTriplet> orderedLutValues, const ObjcLutDimensionDescriptor& dimensions,
                   const ObjcIntegerLutDescriptor& range);
+    /// With a table of numbers.
     ObjcLutDetail(std::vector<ObjcLutRGBNumericTriplet> orderedLutValues, const ObjcLutDimensionDescriptor& dimensions,
                   const ObjcFloatingPointLutDescriptor& range);
     ~ObjcLutDetail() override;

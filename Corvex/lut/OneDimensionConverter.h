@@ -32,6 +32,7 @@ public:
     [[nodiscard]] RGB<double> boundCheckedRGBInput(const RGB<double>& position) const noexcept;
 
 protected:
+    /// The bounds are those of the entries' values.
     OneDimensionConverter(std::vector<LutValueTriplet> entries, double lowValue, double highValue) noexcept;
     /// Takes the bounds from the entries; without any, 0 and -1.
     explicit OneDimensionConverter(std::vector<LutValueTriplet> entries) noexcept;

@@ -75,6 +75,7 @@ private:
 /// A cube whose full scale is 1.0.
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
+    /// Keeps what was read and how it converts.
     ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                             NormalizedFloatingPoint3DSampleConverter converter,
                                             const LutDomain& domain = {}) noexcept;
@@ -94,6 +95,7 @@ private:
 /// A cube of whole code values.
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
+    /// Keeps what was read and how it converts.
     ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                       Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalIntegerFile() override;

@@ -13,6 +13,7 @@ namespace corvex::inline v0 {
 /// How a sample lies in memory: code values of 10 and 12 bits in the low bits of 16, in the machine's byte order.
 enum class SampleFormat : std::uint8_t { unsigned8, unsigned10, unsigned12, unsigned16, float32 };
 
+/// A row of the table: the bytes of a sample, too.
 struct SampleFormatCase : Case<SampleFormat> {
     std::size_t byteCount;
     unsigned bitDepth;  ///< Of code values; 0 for numbers, whose full scale is 1.0.
@@ -37,6 +38,7 @@ static_assert(isComplete<SampleFormat>(caseTable<SampleFormat>));
     return format == SampleFormat::float32 ? 1.0 : static_cast<double>((1U << bitDepth(format)) - 1U);
 }
 
+/// The channels of a pixel, in this order.
 enum class ChannelLayout : std::uint8_t { rgb, rgba };
 
 /// Pixels in somebody's memory: red, green, blue and perhaps alpha, interleaved or as planes. A view: copies share the
@@ -67,6 +69,7 @@ public:
         Address first = nullptr;
         std::ptrdiff_t rowStride = 0;  ///< In bytes.
     };
+    /// One plane for each channel; the last may be empty.
     [[nodiscard]] static BasicPixelBuffer planar(Plane red, Plane green, Plane blue, Plane alpha, SampleFormat format,
                                                  std::size_t width, std::size_t height) noexcept {
         const auto bytes = [](Plane plane) { return static_cast<Byte*>(plane.first); };

@@ -11,6 +11,7 @@ namespace corvex::inline v0 {
 /// Powers of ten that are exact.
 inline constexpr std::array<std::uint64_t, 9> wholePowersOfTen = {1,      10,      100,      1000,     10000,
                                                                   100000, 1000000, 10000000, 100000000};
+/// Those that a double holds exactly.
 inline constexpr std::array<double, 23> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};

@@ -40,6 +40,7 @@ public:
     /// Fifteen makers, ordered by their bytes, so that capitals come before lower case ("ARRI", "Adobe").
     static void alphabeticalEnumerationOfCorporations(CorporationBlock block);
 
+    /// Each without its dot; none for a container that has no files of its own.
     static void enumerateValidFileExtensionsForMediaContainer(const ORVMediaFileContainer& container,
                                                               ExtensionBlock block);
 

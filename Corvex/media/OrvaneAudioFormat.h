@@ -68,12 +68,15 @@ inline constexpr auto caseTable<OrvaneAudioFormat> = std::to_array<AudioFormatCa
 });
 static_assert(isComplete<OrvaneAudioFormat>(caseTable<OrvaneAudioFormat>));
 
+/// The format's code in QuickTime and Core Audio.
 [[nodiscard]] constexpr FourCharacterCode coreAudioEquivalent(OrvaneAudioFormat format) noexcept {
     return caseOf(format).coreAudioEquivalent;
 }
+/// The value of "-acodec".
 [[nodiscard]] constexpr const OAVTranscodeArgumentAudioFormatValue& outputFormat(OrvaneAudioFormat format) noexcept {
     return *caseOf(format).outputFormat;
 }
+/// What a media writer can do with the format.
 [[nodiscard]] constexpr AVFoundationAudioEncodingSupportLevel avEncodingSupportLevel(
     OrvaneAudioFormat format) noexcept {
     return caseOf(format).avEncodingSupportLevel;

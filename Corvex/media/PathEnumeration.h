@@ -20,6 +20,7 @@ namespace corvex::inline v0 {
 [[nodiscard]] CORVEX_EXPORT const std::string* matchingExtension(std::string_view path,
                                                                  std::span<const std::string> extensions);
 
+/// What lies in a folder, or also below the folders in it.
 enum class WalkDepth : std::uint8_t { children, subpaths };
 
 /// Calls `visit` with each entry of a folder (at WalkDepth::subpaths also with those of the folders in it, at any depth)

@@ -65,11 +65,13 @@ template <ClosedEnumeration Enumeration>
     return caseTable<Enumeration>[index];
 }
 
+/// As its row says.
 template <ClosedEnumeration Enumeration>
 [[nodiscard]] constexpr auto rawValue(Enumeration value) noexcept {
     return caseOf(value).rawValue;
 }
 
+/// For people.
 template <ClosedEnumeration Enumeration>
 [[nodiscard]] constexpr std::string_view description(Enumeration value) noexcept {
     return caseOf(value).description;

@@ -31,6 +31,7 @@ template <std::integral T>
     return sum;
 }
 
+/// a - b; overflow stops the process.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedSubtract(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -40,6 +41,7 @@ template <std::integral T>
     return difference;
 }
 
+/// a * b; overflow stops the process.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedMultiply(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -56,6 +58,7 @@ template <std::signed_integral T>
     return checkedSubtract(T{0}, a, where);
 }
 
+/// Without its sign; the lowest value stops the process.
 template <std::signed_integral T>
 [[nodiscard]] constexpr T checkedMagnitude(
     T a, const std::source_location& where = std::source_location::current()) noexcept {
@@ -74,6 +77,7 @@ template <std::integral T>
     return static_cast<T>(a / b);
 }
 
+/// a % b; b = 0 stops the process.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedRemainder(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {

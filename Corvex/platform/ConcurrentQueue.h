@@ -21,6 +21,7 @@ public:
     void async(Work work) {
         addAsync(false, std::move(work));
     }
+    /// As a barrier.
     template <class Work>
     void asyncBarrier(Work work) {
         addAsync(true, std::move(work));
@@ -30,6 +31,7 @@ public:
     std::invoke_result_t<Work&> sync(Work&& work) {
         return runSync(false, work);
     }
+    /// As a barrier.
     template <class Work>
     std::invoke_result_t<Work&> syncBarrier(Work&& work) {
         return runSync(true, work);

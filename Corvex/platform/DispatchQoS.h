@@ -18,6 +18,7 @@ enum class QualityOfService : std::int64_t {
 
 /// How much the work of a dispatch queue matters: a class, and a rank within it (0, or below for less).
 struct DispatchQoS {
+    /// The classes, most urgent first.
     enum class QoSClass : std::uint8_t {
         userInteractive,
         userInitiated,
@@ -66,6 +67,7 @@ constexpr QualityOfService DispatchQoS::qualityOfService() const noexcept {
     return unspecified;
 }
 
+/// The class of that quality.
 [[nodiscard]] constexpr DispatchQoS dispatchEquivalent(QualityOfService quality) noexcept {
     return {dispatchEquivalentClass(quality), 0};
 }

@@ -118,17 +118,19 @@ public:
     [[nodiscard]] const DispatchQoS& qos() const noexcept { return qos_; }
 
 protected:
-    DispatchQueue(std::string label, DispatchQoS qos);
+    DispatchQueue(std::string label, DispatchQoS qos);  ///< On threads that are kept for such queues.
     /// Counts as that class where it runs, without a quality of its own.
     DispatchQueue(std::string label, DispatchQoS::QoSClass target);
     DispatchQueue(std::string label, Executor& target, DispatchQoS qos);
     /// Waits until all work is done. Not from the queue's own work.
     ~DispatchQueue();
 
+    /// Returns at once.
     template <class Work>
     void addAsync(bool isExclusive, Work work) {
         state_->add(*new detail::DispatchWork<Work>(isExclusive, std::move(work)));
     }
+    /// Calls the work when its turn has come.
     template <class Work>
     std::invoke_result_t<Work&> runSync(bool isExclusive, Work& work) {
         const detail::DispatchTurn turn(*state_, isExclusive);

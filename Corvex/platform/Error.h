@@ -26,6 +26,7 @@ private:
 /// Coded data that lacks a key, or holds a value of another type under it.
 class CORVEX_EXPORT DecodingError : public Error {
 public:
+    /// `problem` says what is wrong with the value under `key`.
     DecodingError(const std::string& key, const std::string& problem);
     ~DecodingError() override;
     DecodingError(const DecodingError&) = default;

@@ -49,10 +49,10 @@ public:
     Timers(const Timers&) = delete;
     Timers& operator=(const Timers&) = delete;
 
-    [[nodiscard]] virtual TimePoint now() const noexcept = 0;
+    [[nodiscard]] virtual TimePoint now() const noexcept = 0;  ///< Of this clock.
     /// Posts the node to `node.executor` when its time has come, at once if it has been refused.
     virtual void add(TimerNode& node, TimePoint time) noexcept = 0;
-    virtual bool cancel(TimerNode& node) noexcept = 0;
+    virtual bool cancel(TimerNode& node) noexcept = 0;  ///< False: the node has been posted, or was never added.
 };
 
 /// Where work runs. A host implements post() alone: it queues the node and later runs it in an ExecutorScope.

@@ -12,6 +12,7 @@ namespace corvex::inline v0 {
 class LeveledWorkQueue {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
+    /// Behind those of the same priority.
     void append(WorkNode& node) noexcept {
         const std::size_t level = levelOf(node.priority);
         levels_[level].append(node);

@@ -26,8 +26,8 @@ CORVEX_EXPORT void setMinimumLogLevel(LogLevel level) noexcept;
 /// error.
 CORVEX_EXPORT void log(LogLevel level, std::string_view line) noexcept;
 
-inline void logDebug(std::string_view line) noexcept { log(LogLevel::debug, line); }
-inline void logInfo(std::string_view line) noexcept { log(LogLevel::info, line); }
-inline void logError(std::string_view line) noexcept { log(LogLevel::error, line); }
+inline void logDebug(std::string_view line) noexcept { log(LogLevel::debug, line); }  ///< At that level.
+inline void logInfo(std::string_view line) noexcept { log(LogLevel::info, line); }    ///< At that level.
+inline void logError(std::string_view line) noexcept { log(LogLevel::error, line); }  ///< At that level.
 
 }  // namespace corvex::inline v0

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool boolValue() const noexcept { return doubleValue() != 0; }
     /// Without its fraction; saturates at 64 bits, NaN reads as 0.
     [[nodiscard]] std::int64_t int64Value() const noexcept;
-    [[nodiscard]] double doubleValue() const noexcept;
+    [[nodiscard]] double doubleValue() const noexcept;  ///< Rounded to nearest where an integer has more digits.
 
     /// Whether the value is 1, 2, 4 and so on.
     [[nodiscard]] bool isPowerOfTwo() const noexcept;
@@ -58,6 +58,7 @@ public:
         return std::bit_ceil(static_cast<std::uint64_t>(value));
     }
 
+    /// False for 0 and below.
     [[nodiscard]] static constexpr bool integerIsPowerOfTwo(std::int64_t value) noexcept {
         return value > 0 && std::has_single_bit(static_cast<std::uint64_t>(value));
     }

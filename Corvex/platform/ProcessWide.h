@@ -14,12 +14,14 @@ public:
     /// `initial` makes the value when it is first read; it runs at most once and not at all if a host sets one before.
     constexpr explicit ProcessWide(Value (*initial)()) noexcept : initial_(initial) {}
 
+    /// A copy.
     [[nodiscard]] Value get() const {
         const std::lock_guard lock(mutex_);
         if (!value_) value_.emplace(initial_());
         return *value_;
     }
 
+    /// Readers get the old value or the new one, whole.
     void set(Value value) {
         std::optional<Value> replacement(std::move(value));  // outlives the lock, and with it the old value
         const std::lock_guard lock(mutex_);

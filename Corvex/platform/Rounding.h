@@ -15,11 +15,13 @@ namespace corvex::inline v0 {
     return value > -allWhole && value < allWhole ? static_cast<double>(static_cast<std::int64_t>(value)) : value;
 }
 
+/// std::floor, also when the compiler computes it.
 [[nodiscard]] constexpr double roundedDown(double value) noexcept {
     const double whole = roundedTowardZero(value);
     return whole > value ? whole - 1.0 : whole;
 }
 
+/// std::ceil, also when the compiler computes it.
 [[nodiscard]] constexpr double roundedUp(double value) noexcept {
     const double whole = roundedTowardZero(value);
     return whole < value ? whole + 1.0 : whole;

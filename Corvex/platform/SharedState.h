@@ -27,6 +27,7 @@ template <class State>
 class Shared {
 public:
     Shared() noexcept = default;
+    /// The first reference to a state that is made of the arguments.
     template <class... Arguments>
     [[nodiscard]] static Shared make(Arguments&&... arguments) {
         Shared made;

@@ -14,12 +14,14 @@ public:
     ShortMutex(const ShortMutex&) = delete;
     ShortMutex& operator=(const ShortMutex&) = delete;
 
+    /// Not recursive.
     void lock() noexcept {
         int expected = isFree;
         if (!state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed))
             [[unlikely]]
             lockContended();
     }
+    /// Wakes one that waits.
     void unlock() noexcept {
         if (state_.exchange(isFree, std::memory_order_release) == isAwaited) [[unlikely]]
             wakeOne();
@@ -36,17 +38,19 @@ private:
 /// Holds a ShortMutex until the end of the scope or unlock().
 class [[nodiscard]] ShortLock {
 public:
-    explicit ShortLock(ShortMutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }
+    explicit ShortLock(ShortMutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }  ///< Waits for the mutex.
     ~ShortLock() {
         if (isHeld_) mutex_->unlock();
     }
     ShortLock(const ShortLock&) = delete;
     ShortLock& operator=(const ShortLock&) = delete;
 
+    /// After unlock().
     void lock() noexcept {
         mutex_->lock();
         isHeld_ = true;
     }
+    /// Before the end of the scope.
     void unlock() noexcept {
         isHeld_ = false;
         mutex_->unlock();

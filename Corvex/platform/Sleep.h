@@ -30,7 +30,7 @@ template <class Count, class Period>
 /// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before.
 class CORVEX_EXPORT SleepAwaiter : public TimerNode {
 public:
-    explicit SleepAwaiter(TimePoint time) noexcept;
+    explicit SleepAwaiter(TimePoint time) noexcept;  ///< Until a time, or for a while.
     explicit SleepAwaiter(std::chrono::nanoseconds duration) noexcept;
     ~SleepAwaiter();
 
@@ -65,6 +65,7 @@ template <class Count, class Period>
 [[nodiscard]] SleepAwaiter sleepFor(std::chrono::duration<Count, Period> duration) noexcept {
     return SleepAwaiter(detail::saturatedNanoseconds(duration));
 }
+/// As sleepFor(); a time that is past does not suspend.
 [[nodiscard]] inline SleepAwaiter sleepUntil(TimePoint time) noexcept { return SleepAwaiter(time); }
 
 }  // namespace corvex::inline v0

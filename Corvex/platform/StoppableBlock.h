@@ -13,8 +13,9 @@ template <class... Arguments>
 class StoppableBlock {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions): the absent block
-    constexpr StoppableBlock(std::nullptr_t) noexcept {}
+    constexpr StoppableBlock(std::nullptr_t) noexcept {}  ///< Takes every call.
 
+    /// Refers to the caller's callable.
     template <class Block>
         requires(!std::same_as<std::remove_cvref_t<Block>, StoppableBlock> &&
                  (std::invocable<Block&, Arguments..., bool&> || std::invocable<Block&, Arguments...>))

@@ -15,6 +15,7 @@ class TaskPromiseBase;
 /// Told when a task that nobody awaits has finished; may destroy its frame.
 class TaskCompletion {
 public:
+    /// Called where the task ended; the frame may be destroyed in it.
     virtual void taskFinished(TaskPromiseBase& promise) noexcept = 0;
 
 protected:
@@ -24,6 +25,7 @@ protected:
 /// The part of every task's promise that does not depend on its result. As a node it resumes `continuation_`.
 class TaskPromiseBase : public WorkNode {
 public:
+    /// Ends the coroutine: its awaiter is next.
     class FinalAwaiter {
     public:
         [[nodiscard]] bool await_ready() const noexcept { return false; }
@@ -79,6 +81,7 @@ private:
 template <class T>
 class Task;
 
+/// The promise of a task that gives a value.
 template <class T>
 class TaskPromise final : public TaskPromiseBase {
 public:
@@ -95,6 +98,7 @@ private:
     TaskResult<T> result_;
 };
 
+/// The promise of a task that gives none.
 template <>
 class TaskPromise<void> final : public TaskPromiseBase {
 public:
@@ -129,6 +133,7 @@ public:
         if (coroutine_) coroutine_.destroy();
     }
 
+    /// Starts the task where its awaiter runs, and gives its value or throws its error.
     class Awaiter {
     public:
         explicit Awaiter(Handle coroutine) noexcept : coroutine_(coroutine) {}
@@ -143,6 +148,7 @@ public:
     private:
         Handle coroutine_;
     };
+    /// `co_await std::move(task)`, once.
     [[nodiscard]] Awaiter operator co_await() && noexcept {
         require(static_cast<bool>(coroutine_), "a task was awaited that has been moved from");
         return Awaiter(coroutine_);

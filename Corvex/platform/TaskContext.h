@@ -18,7 +18,7 @@ struct TaskContext {
 
 namespace detail {
 inline constexpr TaskContext rootContext;
-}
+}  // namespace detail
 
 /// A coroutine type may offer its context to what it awaits; any other counts as never cancelled, of medium priority.
 template <class Promise>
@@ -26,6 +26,7 @@ concept HasTaskContext = requires(const Promise& promise) {
     { promise.taskContext() } noexcept -> std::same_as<const TaskContext&>;
 };
 
+/// That of its promise, or the one of coroutines that have none.
 template <class Promise>
 [[nodiscard]] const TaskContext& contextOf(std::coroutine_handle<Promise> coroutine) noexcept {
     if constexpr (HasTaskContext<Promise>) {
@@ -75,6 +76,7 @@ public:
     void post() noexcept { executor_->post(*this); }
 
 protected:
+    /// The same with what it would find out.
     void captureOn(Executor& executor, std::coroutine_handle<> coroutine, TaskPriority coroutinePriority) noexcept {
         coroutine_ = coroutine;
         priority = coroutinePriority;
@@ -102,6 +104,7 @@ public:
 private:
     Executor& target_;
 };
+/// `co_await resumeOn(executor)` goes on there.
 [[nodiscard]] inline HopAwaiter resumeOn(Executor& executor) noexcept { return HopAwaiter(executor); }
 
 }  // namespace corvex::inline v0

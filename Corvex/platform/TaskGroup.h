@@ -90,6 +90,7 @@ public:
         start(coroutine.promise(), coroutine);
     }
 
+    /// What next() gives.
     class NextAwaiter final : public Suspension {
     public:
         explicit NextAwaiter(TaskGroup& group) noexcept : group_(group) {}
@@ -108,6 +109,7 @@ public:
     /// Nothing when no child is left. In a group of void, whether there was one.
     [[nodiscard]] NextAwaiter next() noexcept { return NextAwaiter(*this); }
 
+    /// Waits for the children that are left.
     class EndAwaiter final : public Suspension {
     public:
         explicit EndAwaiter(TaskGroup& group) noexcept : group_(group) {}

@@ -104,6 +104,7 @@ public:
     [[nodiscard]] bool isCancelled() const noexcept { return block_ && block_->cancellation().isCancelled(); }
     [[nodiscard]] bool isFinished() const noexcept { return block_ && block_->isFinished(); }
 
+    /// What result() gives.
     class ResultAwaiter final : public detail::TaskBlockBase::FinishWaiter {
     public:
         using FinishWaiter::FinishWaiter;

@@ -18,6 +18,7 @@ public:
         check();
         return *value_;
     }
+    /// Moved out.
     [[nodiscard]] T value() && {
         check();
         return std::move(*value_);
@@ -25,6 +26,7 @@ public:
     /// Null if there is a value.
     [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
 
+    /// Replaces the value.
     template <class U>
     void setValue(U&& value) {
         value_.emplace(std::forward<U>(value));
@@ -41,10 +43,12 @@ private:
     std::exception_ptr error_;
 };
 
+/// How a task without a value ended.
 template <>
 class TaskResult<void> {
 public:
     [[nodiscard]] bool hasValue() const noexcept { return !error_; }
+    /// Throws the error if there is one.
     void value() const {
         if (error_) std::rethrow_exception(error_);
     }

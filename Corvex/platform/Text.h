@@ -37,7 +37,9 @@ CORVEX_EXPORT void makeLowercase(std::string& text);
 
 /// Equal, begins with, contains: without regard to case, that is after full case folding of both.
 [[nodiscard]] CORVEX_EXPORT bool equalsIgnoringCase(std::string_view a, std::string_view b);
+/// By Unicode case folding, as the following.
 [[nodiscard]] CORVEX_EXPORT bool hasPrefixIgnoringCase(std::string_view text, std::string_view prefix);
+/// By Unicode case folding.
 [[nodiscard]] CORVEX_EXPORT bool containsIgnoringCase(std::string_view text, std::string_view part);
 
 /// The text with full case folding (Unicode 3.13, toCasefold): the form in which two texts that differ only in case

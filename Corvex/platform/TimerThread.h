@@ -11,7 +11,7 @@ namespace corvex::inline v0 {
 /// first timer and left running at exit; it sleeps until the earliest deadline.
 class TimerThread final : public Timers {
 public:
-    static TimerThread& shared();
+    static TimerThread& shared();  ///< Starts it at the first call.
 
     [[nodiscard]] TimePoint now() const noexcept override;
     void add(TimerNode& node, TimePoint time) noexcept override;

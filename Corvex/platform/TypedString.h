@@ -36,6 +36,7 @@ public:
 
     constexpr explicit TypedString(LiteralText literal) noexcept : text_(literal.text()) {}
 
+    /// Any text of the caller's own, which is copied.
     template <class Text>
         requires std::same_as<Text, std::string> || std::same_as<Text, std::string_view>
     constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}

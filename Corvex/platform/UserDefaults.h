@@ -25,6 +25,7 @@ public:
         busy,        ///< Others kept it locked for 30 seconds.
     };
 
+    /// `problem` follows the name of the file in the message.
     UserDefaultsError(Case which, std::filesystem::path file, const std::string& problem);
     ~UserDefaultsError() override;
     UserDefaultsError(const UserDefaultsError&) = default;
@@ -53,7 +54,7 @@ public:
     using Value = std::variant<bool, std::int64_t, double, std::string>;
     using Values = std::map<std::string, Value, std::less<>>;
 
-    explicit UserDefaults(std::filesystem::path file);
+    explicit UserDefaults(std::filesystem::path file);  ///< Neither reads nor makes the file.
 
     /// The user's own store: the file that CORVEX_SETTINGS_FILE names if it is set and not empty, else
     /// corvex/settings.sqlite in $XDG_CONFIG_HOME, or in ~/.config where that is not set or no absolute path
@@ -64,14 +65,14 @@ public:
 
     /// What is stored under the key, or none.
     [[nodiscard]] std::optional<Value> value(std::string_view key) const;
-    [[nodiscard]] Values values() const;
+    [[nodiscard]] Values values() const;  ///< All that is stored.
 
     /// The stored Boolean. A stored number is true unless it is 0; false for a text and where nothing is stored.
     [[nodiscard]] bool boolean(std::string_view key) const;
     /// The stored integer; none for every other type.
     [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const;
 
-    void set(std::string_view key, const Value& value);
+    void set(std::string_view key, const Value& value);  ///< On disk when it returns.
     /// Whether there was something to remove.
     bool remove(std::string_view key);
 

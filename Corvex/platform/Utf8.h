@@ -12,6 +12,7 @@ namespace corvex::inline v0 {
 /// of the text, or bytes that can begin no character.
 enum class Utf8End : std::uint8_t { complete, cutOff, invalid };
 
+/// How many bytes are valid, and what ends them.
 struct Utf8Extent {
     std::size_t validLength = 0;
     Utf8End end = Utf8End::complete;

@@ -80,6 +80,7 @@ class WaiterList {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
     [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
+    /// At the end of the list; the waiter is in none.
     void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
     /// The oldest waiter, none if empty. Fill its payload under the lock, then post() it outside.
     WaiterType* takeFirst() noexcept {
@@ -117,6 +118,7 @@ public:
     ReleasedWaiters(const ReleasedWaiters&) = delete;
     ReleasedWaiters& operator=(const ReleasedWaiters&) = delete;
 
+    /// Behind those that are there.
     void append(Suspension& waiter) noexcept {
         waiter.next = nullptr;
         (first_ ? last_->next : first_) = &waiter;

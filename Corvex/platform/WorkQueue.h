@@ -14,6 +14,7 @@ public:
     WorkQueue& operator=(const WorkQueue&) = delete;
 
     [[nodiscard]] bool isEmpty() const noexcept { return first_ == nullptr; }
+    /// At the end.
     void append(WorkNode& node) noexcept {
         node.next = nullptr;
         (first_ ? last_->next : first_) = &node;
@@ -21,6 +22,7 @@ public:
     }
     /// The oldest node, none if empty.
     [[nodiscard]] WorkNode* first() const noexcept { return first_; }
+    /// Null where it is empty.
     WorkNode* takeFirst() noexcept {
         WorkNode* const node = first_;
         if (node) first_ = node->next;

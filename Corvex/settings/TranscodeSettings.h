@@ -14,16 +14,20 @@ namespace corvex::inline v0 {
 /// Each getter reads the store and each setter writes it. Errors and threads: as UserDefaults.
 class CORVEX_EXPORT TranscodeSettings {
 public:
+    /// Of the user, or of a file of the caller's own.
     explicit TranscodeSettings(UserDefaults store = UserDefaults::standard()) : store_(std::move(store)) {}
 
     // The keys under which the preferences are stored. A host may point the first four elsewhere before they are used;
     // the values are those of the whole process. Any thread.
     [[nodiscard]] static std::string kUseTranscodeGPUAcceleration();  ///< "kUseGPUAcceleration": the name differs.
     static void setKUseTranscodeGPUAcceleration(std::string key);
+    /// Its own name until a host sets another.
     [[nodiscard]] static std::string kExplicitNumberOfConcurrentTranscodes();
     static void setKExplicitNumberOfConcurrentTranscodes(std::string key);
+    /// Its own name until a host sets another.
     [[nodiscard]] static std::string kPermitAutoReattemptOfFailedTranscodes();
     static void setKPermitAutoReattemptOfFailedTranscodes(std::string key);
+    /// Its own name until a host sets another.
     [[nodiscard]] static std::string kNumberOfReattemptsPerFailedTranscode();
     static void setKNumberOfReattemptsPerFailedTranscode(std::string key);
     static constexpr std::string_view kUseLegacyTranscodePipeline = "kUseLegacyTranscodePipeline";

@@ -12,6 +12,7 @@ namespace corvex::inline v0 {
 template <std::totally_ordered T>
 class ClosedRange {
 public:
+    /// An upper bound below the lower one stops the process.
     constexpr ClosedRange(T lower, T upper) : lower_(lower), upper_(upper) {
         require(lower <= upper, "a range must not end before it begins");
     }
@@ -37,6 +38,7 @@ template <std::totally_ordered T>
 [[nodiscard]] constexpr std::int64_t clippedTo(std::int64_t value, const ClosedRange<std::int64_t>& range) noexcept {
     return clamped(value, range);
 }
+/// Moves the value to the nearest bound where it lies outside.
 constexpr void clipTo(std::int64_t& value, const ClosedRange<std::int64_t>& range) noexcept {
     value = clamped(value, range);
 }

@@ -18,6 +18,7 @@ namespace corvex::inline v0 {
 /// Codes to JSON as an object with the case's name as its one key: {"p24": {}}, {"custom": 12.0}. Any thread.
 class DeprecatedVideoFrameRate {
 public:
+    /// The cases, `custom` with a value of its own.
     enum class Choice : std::uint8_t {
         ntsc24p,
         p24,
@@ -43,6 +44,7 @@ public:
     explicit constexpr DeprecatedVideoFrameRate(Choice choice) noexcept : choice_(choice) {
         require(choice != Choice::custom, "a custom frame rate needs its value");
     }
+    /// Any rate, also one that a fixed case has.
     [[nodiscard]] static constexpr DeprecatedVideoFrameRate custom(const MediaRational& rate) noexcept {
         DeprecatedVideoFrameRate result;
         result.choice_ = Choice::custom;

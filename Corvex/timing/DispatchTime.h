@@ -14,7 +14,9 @@ class DispatchTime {
 public:
     constexpr explicit DispatchTime(std::uint64_t uptimeNanoseconds) noexcept : uptimeNanoseconds_(uptimeNanoseconds) {}
 
+    /// By the clock that stands still while the machine sleeps.
     [[nodiscard]] CORVEX_EXPORT static DispatchTime now() noexcept;
+    /// Later than every other time.
     [[nodiscard]] static constexpr DispatchTime distantFuture() noexcept {
         return DispatchTime(std::numeric_limits<std::uint64_t>::max());
     }

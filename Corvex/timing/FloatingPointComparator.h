@@ -42,6 +42,7 @@ struct FloatingPointComparator {
         return std::memcmp(&a, &b, sizeof(T)) == 0;
     }
 
+    /// Without its sign.
     template <std::floating_point T>
     [[nodiscard]] static constexpr T magnitude(T value) noexcept {
         return value < 0 ? -value : value;

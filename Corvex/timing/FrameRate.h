@@ -17,6 +17,7 @@ namespace corvex::inline v0 {
 /// `custom` with a rate of its own. Equal by choice and rate: custom(24) is not fps24. Any thread.
 class FrameRate {
 public:
+    /// The cases, `custom` with a rate of its own.
     enum class Choice : std::uint8_t {
         match,
         halfstep,
@@ -35,6 +36,7 @@ public:
     static const FrameRate halfstep;  ///< Half the source's rate; raw value 0.5.
     static const FrameRate fps23_98;  ///< Raw value 23.967: its digits are in this order in stored settings.
     static const FrameRate fps24, fps25, fps29_97, fps30, fps50, fps59_94, fps60;
+    /// Any number; fromRawValue() checks it.
     [[nodiscard]] static constexpr FrameRate custom(double rate) noexcept { return {Choice::custom, rate}; }
 
     /// Frames per second that a custom rate begins with.
@@ -46,6 +48,7 @@ public:
 
     /// The fixed choices in order, and all choices, ending with custom(0.0).
     [[nodiscard]] CORVEX_EXPORT static std::span<const FrameRate> wellDefinedCases() noexcept;
+    /// The fixed choices, then custom(0.0).
     [[nodiscard]] CORVEX_EXPORT static std::span<const FrameRate> allCases() noexcept;
 
     /// What a codec may be used with: `allCases` for every one.

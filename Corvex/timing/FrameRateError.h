@@ -11,27 +11,32 @@ namespace corvex::inline v0 {
 /// A number or a pair of numbers that is no frame rate. Equal by case and payload.
 class CORVEX_EXPORT FrameRateError : public Error {
 public:
+    /// A number that is no frame rate.
     struct InvalidNumericFrameRate {
         double value;
         friend bool operator==(const InvalidNumericFrameRate&, const InvalidNumericFrameRate&) = default;
     };
+    /// A pair that is no frame rate.
     struct InvalidRationalComponents {
         std::int64_t timeValue, timeScale;
         friend bool operator==(const InvalidRationalComponents&, const InvalidRationalComponents&) = default;
     };
+    /// No ratio lies within the tolerance of the rate.
     struct ApproximationFailure {
         double frameRate, tolerance;
         friend bool operator==(const ApproximationFailure&, const ApproximationFailure&) = default;
     };
     using Case = std::variant<InvalidNumericFrameRate, InvalidRationalComponents, ApproximationFailure>;
 
-    explicit FrameRateError(const Case& which);
+    explicit FrameRateError(const Case& which);  ///< The message names the numbers.
     ~FrameRateError() override;
     FrameRateError(const FrameRateError&) = default;
     FrameRateError& operator=(const FrameRateError&) = default;
 
-    [[nodiscard]] static FrameRateError invalidNumericFrameRate(double value);
+    [[nodiscard]] static FrameRateError invalidNumericFrameRate(double value);  ///< An error of that case.
+    /// An error of that case.
     [[nodiscard]] static FrameRateError invalidRationalComponents(std::int64_t timeValue, std::int64_t timeScale);
+    /// An error of that case.
     [[nodiscard]] static FrameRateError approximationFailure(double frameRate, double tolerance);
 
     /// The case with its payload.

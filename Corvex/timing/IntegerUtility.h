@@ -74,6 +74,7 @@ template <BinaryInteger T>
 
 /// Adds 1 in place; answers the new value, or the old one. Overflow stops the process.
 constexpr std::int64_t preIncrement(std::int64_t& value) noexcept { return value = checkedAdd<std::int64_t>(value, 1); }
+/// The value before 1 was added. Overflow stops the process.
 constexpr std::int64_t postIncrement(std::int64_t& value) noexcept {
     return std::exchange(value, checkedAdd<std::int64_t>(value, 1));
 }

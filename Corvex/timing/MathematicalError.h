@@ -11,7 +11,7 @@ class CORVEX_EXPORT MathematicalError : public Error {
 public:
     enum class Case : std::uint8_t { divideByZero };
 
-    explicit MathematicalError(Case which);
+    explicit MathematicalError(Case which);  ///< The message is that of the case.
     ~MathematicalError() override;
     MathematicalError(const MathematicalError&) = default;
     MathematicalError& operator=(const MathematicalError&) = default;

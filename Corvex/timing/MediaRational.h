@@ -62,7 +62,7 @@ public:
 
     /// "29.97", and "f/2.80" for a lens opening: two digits after the point.
     [[nodiscard]] CORVEX_EXPORT std::string roundedDecimalString() const;
-    [[nodiscard]] CORVEX_EXPORT std::string fStopDescription() const;
+    [[nodiscard]] CORVEX_EXPORT std::string fStopDescription() const;  ///< "f/2.80".
 
     /// timeScale over timeValue; none when timeValue is 0.
     [[nodiscard]] constexpr std::optional<MediaRational> inverse() const noexcept {

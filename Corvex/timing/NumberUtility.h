@@ -21,6 +21,7 @@ struct NumberUtility {
         return limitToMaxBitWidth && power >= 64 ? 64 : power;
     }
 
+    /// A duration in fields.
     struct HoursMinutesSeconds {
         std::int64_t h = 0, m = 0, s = 0;
         friend constexpr bool operator==(const HoursMinutesSeconds&, const HoursMinutesSeconds&) = default;

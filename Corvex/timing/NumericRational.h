@@ -30,6 +30,7 @@ public:
         return {checkedInt64(width), checkedInt64(height)};
     }
 
+    /// 1 over `value`; undefined for 0.
     [[nodiscard]] static constexpr NumericRational reciprocalOf(std::int64_t value) noexcept { return {1, value}; }
 
     /// The first convergent h/k, k from a fraction on, of the continued fraction of `value` with |value - h/k| < epsilon.
@@ -83,6 +84,7 @@ public:
         return combinedHash(static_cast<std::size_t>(lowest.numerator_), static_cast<std::size_t>(lowest.denominator_));
     }
 
+    /// Equal in value; what is undefined stays as it is.
     [[nodiscard]] constexpr NumericRational inLowestTerms() const noexcept {
         return inLowestTerms(numerator_, denominator_);
     }

@@ -85,9 +85,11 @@ struct TimecodeComponents {
 
     /// The same into the caller's memory, without allocation. The result refers to `buffer`.
     static constexpr std::size_t longestText = 87;
+    /// `buffer` holds what the result refers to.
     CORVEX_EXPORT std::string_view writeTimecode(std::span<char, longestText> buffer) const noexcept;
 
     [[nodiscard]] constexpr bool isDropFrame() const noexcept { return dropFrameState == DropFrameState::drop; }
+    /// Whether every field is 0.
     [[nodiscard]] constexpr bool hasDefaultComponents() const noexcept {
         return hours == 0 && minutes == 0 && seconds == 0 && frames == 0;
     }

@@ -21,7 +21,7 @@ public:
         formatType,     ///< No timecode format. Offender: the code.
     };
 
-    TimecodeFormatError(Case which, std::int64_t offender);
+    TimecodeFormatError(Case which, std::int64_t offender);  ///< The message names both.
     ~TimecodeFormatError() override;
     TimecodeFormatError(const TimecodeFormatError&) = default;
     TimecodeFormatError& operator=(const TimecodeFormatError&) = default;
@@ -64,6 +64,7 @@ public:
     /// frames; big-endian, without a source name. Throws TimecodeFormatError when the quanta are above 255.
     static constexpr std::size_t sampleDescriptionSize = 34;
     using SampleDescription = std::array<std::uint8_t, sampleDescriptionSize>;
+    /// Throws TimecodeFormatError when the quanta are above 255.
     [[nodiscard]] CORVEX_EXPORT SampleDescription sampleDescription() const;
 
     /// Reads what `sampleDescription` writes; atoms that follow the fields (a source name) are skipped. Throws

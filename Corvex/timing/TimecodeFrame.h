@@ -65,6 +65,7 @@ public:
     /// The format of a media sample that carries this timecode, under two names: the format type of the options, the
     /// frame duration, the quanta, and the drop-frame flag in state `drop`. Throws TimecodeFormatError.
     [[nodiscard]] TimecodeFormatDescription formatDescription() const { return timecodeFormatDescription(); }
+    /// See formatDescription().
     [[nodiscard]] TimecodeFormatDescription timecodeFormatDescription() const {
         return {formatOptions_.formatType, frameDuration(), frameQuanta_,
                 components_.isDropFrame() ? TimecodeFormatDescription::dropFrameFlag : 0U};

@@ -9,6 +9,7 @@ namespace corvex::inline v0 {
 
 /// The whole number of 64 bits, or the number, that `json` is. `key` is what DecodingError names when it is not.
 [[nodiscard]] std::int64_t decodeInteger(const Json& json, std::string_view key);
+/// Throws DecodingError, which names the key, unless the member is a number.
 [[nodiscard]] double decodeNumber(const Json& json, std::string_view key);
 
 /// The member `key` of `json` as a whole number. Throws DecodingError when it is absent or is none.

@@ -11,6 +11,7 @@ namespace corvex::inline v0 {
 /// None when there is no such file, or when its file system keeps no creation date. Any thread.
 [[nodiscard]] CORVEX_EXPORT std::optional<TimecodeComponents> creationDateTimecodeComponents(
     const std::filesystem::path& file);
+/// The local time of day of the last change; none where there is no such file.
 [[nodiscard]] CORVEX_EXPORT std::optional<TimecodeComponents> modificationDateTimecodeComponents(
     const std::filesystem::path& file);
 

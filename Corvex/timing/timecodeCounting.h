@@ -40,6 +40,7 @@ template <class Int>
     return {label / perHour, ofHour / perMinute, ofMinute / quanta, ofMinute % quanta};
 }
 
+/// Fields of a frame from 0 within the day of drop frame.
 template <std::int64_t quanta>
 [[nodiscard]] constexpr TimecodeFields dropFrameFieldsAt(std::int64_t frame) noexcept {
     constexpr std::int64_t perDay = quanta * 86400;
@@ -49,6 +50,7 @@ template <std::int64_t quanta>
                           static_cast<std::int32_t>(quanta), dropped);
 }
 
+/// Fields of any frame; see TimecodeComponents::dropFrameComponents.
 [[nodiscard]] constexpr TimecodeFields dropFrameFields(std::int64_t frame, std::int64_t quanta) noexcept {
     switch (quanta) {
         case 30: return dropFrameFieldsAt<30>(frame);
@@ -62,6 +64,7 @@ template <std::int64_t quanta>
     return splitDropFrame(ofDay < 0 ? ofDay + perDay : ofDay, quanta, droppedPerMinute(quanta));
 }
 
+/// Fields of a frame from 0, without drop.
 [[nodiscard, gnu::always_inline]] constexpr TimecodeFields splitNonDrop(std::int64_t frame,
                                                                         std::int64_t perSecond) noexcept {
     const std::int64_t perMinute = checkedMultiply<std::int64_t>(perSecond, 60);

@@ -25,6 +25,7 @@ struct DecomposedTimecode {
     friend constexpr bool operator==(const DecomposedTimecode&, const DecomposedTimecode&) noexcept = default;
 };
 
+/// What the strict reading gives.
 struct ProperTimecode {
     TimecodeFields fields;
     DropFrameState dropFrameState;
@@ -37,6 +38,7 @@ struct SplitTimecode {
     DropFrameState dropFrameState = DropFrameState::nonDrop;
 };
 
+/// Cuts the text at ":" and ";".
 [[nodiscard]] constexpr SplitTimecode splitTimecode(std::string_view text) noexcept {
     SplitTimecode result;
     std::size_t start = 0;
@@ -51,6 +53,7 @@ struct SplitTimecode {
     return result;
 }
 
+/// The lenient reading: a field that is no number is none.
 [[nodiscard]] constexpr DecomposedTimecode decomposeTimecode(std::string_view text) noexcept {
     const SplitTimecode split = splitTimecode(text);
     return {parseInteger<std::int64_t>(split.fields[0]), parseInteger<std::int64_t>(split.fields[1]),

@@ -28,6 +28,7 @@ struct MediaAnalysisCLIArgumentFactory {
         std::span<const float> snapshotLocations, float imageWidth, float imageHeight,
         std::optional<float> compressionFactor, bool allowFinderImages, const std::optional<std::string>& lutToApply);
 
+    /// "-parentPid" with the number.
     [[nodiscard]] CORVEX_EXPORT static CustodialCLIOptions custodialOptions(std::int32_t forParentProcessId);
 };
 

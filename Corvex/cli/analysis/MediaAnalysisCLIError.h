@@ -96,7 +96,7 @@ class CORVEX_EXPORT MediaAnalysisCLIImageError : public CLIExitCodeError {
 public:
     using Case = MediaAnalysisCLIImageErrorCase;
 
-    explicit MediaAnalysisCLIImageError(Case which);
+    explicit MediaAnalysisCLIImageError(Case which);  ///< The message and the exit code are those of the case.
     ~MediaAnalysisCLIImageError() override;
     MediaAnalysisCLIImageError(const MediaAnalysisCLIImageError&) = default;
     MediaAnalysisCLIImageError& operator=(const MediaAnalysisCLIImageError&) = default;

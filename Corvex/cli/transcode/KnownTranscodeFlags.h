@@ -29,6 +29,7 @@ struct RecognizedKey {
     bool isPreset = false;              ///< Begins with "-preset".
     bool keepsCaseOfValue = false;      ///< Its value is a path or free text.
 
+    /// How parsing cleans the value.
     [[nodiscard]] CLISanitizationOptions valueOptions() const noexcept {
         return keepsCaseOfValue ? CLISanitizationOptions::trimWhiteSpace
                                 : CLISanitizationOptions::lowercase | CLISanitizationOptions::trimWhiteSpace;

@@ -16,10 +16,12 @@ class TranscodeCliArguments;
 /// Sorts entries into known flags, presets and unknown ones, then expands the presets. Used once, then thrown away.
 class TranscodeArgumentParser {
 public:
+    /// `arguments` are to be filled, and outlive the parser.
     explicit TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept;
 
+    /// Fills the arguments from the words of a command line.
     void parseWords(std::span<const std::string> words, bool maintainOriginalOrdering);
-    void parseLookup(const ArgumentLookup& lookup);
+    void parseLookup(const ArgumentLookup& lookup);  ///< Fills the arguments from a ready lookup.
 
 private:
     /// `testForm` is what a known key is stored under, `givenKey` what an unknown one is kept under.

@@ -30,6 +30,7 @@ inline constexpr auto caseTable<TranscodeAudioQuality> = std::to_array<Transcode
 });
 static_assert(isComplete<TranscodeAudioQuality>(caseTable<TranscodeAudioQuality>));
 
+/// The platform's level.
 [[nodiscard]] constexpr AVAudioQuality avEquivalent(TranscodeAudioQuality quality) noexcept {
     return caseOf(quality).avEquivalent;
 }

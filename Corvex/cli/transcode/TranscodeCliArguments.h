@@ -55,7 +55,8 @@ public:
 
     /// The flags by which keys are recognised: a key is known when one of them occurs in it, without regard to case.
     [[nodiscard]] static std::span<const std::string_view> allKnownCommandFlags() noexcept;
-    [[nodiscard]] static const ArgumentLookup& orvaneCloudPresetArguments();
+    [[nodiscard]] static const ArgumentLookup& orvaneCloudPresetArguments();  ///< What "orvane_cloud" stands for.
+    /// What "orvane_4444xq" stands for.
     [[nodiscard]] static const ArgumentLookup& orvaneProRes4444XQPresetArguments();
 
     TranscodeCliArguments() = default;
@@ -77,13 +78,14 @@ public:
     [[nodiscard]] std::optional<std::string_view> argumentFlagValue(std::string_view flag) const;
     /// Stores the value exactly as given, or removes the flag. The one way by which every option writes.
     void setArgumentFlagValue(std::optional<std::string_view> value, std::string_view flag);
-    [[nodiscard]] bool hasArgumentFlag(std::string_view flag) const;
+    [[nodiscard]] bool hasArgumentFlag(std::string_view flag) const;  ///< Letter for letter, also with an empty value.
+    /// Letter for letter, also with an empty value.
     [[nodiscard]] bool hasVideoArgumentFlag(const OAVTranscodeVideoArgumentFlag& flag) const;
 
     // Entries that were not accepted.
     /// Their keys, or none when every flag was known; never an empty list.
     [[nodiscard]] std::optional<std::vector<std::string>> unknownFlags() const;
-    [[nodiscard]] bool allFlagsAreValid() const noexcept;
+    [[nodiscard]] bool allFlagsAreValid() const noexcept;  ///< Whether unknownFlags() gives none.
     /// Calls `unknownFlagFound(key, value)` for each, both as std::string_view.
     template <class Handler>
     void enumerateUnknownFlags(Handler&& unknownFlagFound) const {
@@ -113,30 +115,31 @@ public:
     [[nodiscard]] std::optional<std::vector<std::string>> inputFiles() const;
     /// Replaces "-in" and every readable numbered input by "-in_0_0", "-in_0_1" and so on; none or empty only removes.
     void setInputFiles(const std::optional<std::vector<std::string>>& files);
-    [[nodiscard]] std::optional<std::string> firstInputFile() const;
+    [[nodiscard]] std::optional<std::string> firstInputFile() const;  ///< Of the lowest group and position.
 
     // General options.
-    [[nodiscard]] std::optional<std::string_view> outputFile() const;
+    [[nodiscard]] std::optional<std::string_view> outputFile() const;  ///< "-out".
     void setOutputFile(std::optional<std::string_view> path);
-    [[nodiscard]] std::optional<std::string_view> progressFile() const;
+    [[nodiscard]] std::optional<std::string_view> progressFile() const;  ///< "-progress_file".
     void setProgressFile(std::optional<std::string_view> path);
-    [[nodiscard]] std::optional<std::string_view> progressOutputPrefix() const;
+    [[nodiscard]] std::optional<std::string_view> progressOutputPrefix() const;  ///< "-progress_prefix".
     void setProgressOutputPrefix(std::optional<std::string_view> prefix);
-    [[nodiscard]] std::optional<std::string_view> workDirectory() const;
+    [[nodiscard]] std::optional<std::string_view> workDirectory() const;  ///< "-work_dir".
     void setWorkDirectory(std::optional<std::string_view> path);
-    [[nodiscard]] std::optional<std::string_view> languageCode() const;
+    [[nodiscard]] std::optional<std::string_view> languageCode() const;  ///< "-lang_code", ISO 639-2.
     void setLanguageCode(std::optional<std::string_view> code);
-    [[nodiscard]] bool shouldOverwrite() const;
+    [[nodiscard]] bool shouldOverwrite() const;  ///< "-overwrite".
     void setShouldOverwrite(bool overwrites);
-    [[nodiscard]] bool useLegacyPipeline() const;
+    [[nodiscard]] bool useLegacyPipeline() const;  ///< "-legacy-pipeline".
     void setUseLegacyPipeline(bool usesLegacyPipeline);
-    [[nodiscard]] std::optional<OAVTranscodeArgumentFileFormatValue> outputFileFormat() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentFileFormatValue> outputFileFormat() const;  ///< "-file_format".
     void setOutputFileFormat(const std::optional<OAVTranscodeArgumentFileFormatValue>& format);
     /// Stored under the key "ftype", deliberately without a leading "-": parsing never fills it ("-ftype" is another
     /// key), and it renders as that bare word. None when absent or no type's raw value.
     [[nodiscard]] std::optional<OrvaneUTType> explicitOutputFileType() const;
     void setExplicitOutputFileType(std::optional<OrvaneUTType> type);
     /// Whether the index of the file goes in front of its media ("-web").
+    /// "-web".
     [[nodiscard]] bool prepareForWeb() const;
     void setPrepareForWeb(bool preparesForWeb);
 
@@ -148,19 +151,19 @@ public:
     /// "-ovw" and "-ovh" above this are pixels, up to it factors.
     static constexpr double legacyOutputDimensionsScaleThreshold = 16.0;
 
-    [[nodiscard]] std::optional<OAVTranscodeArgumentVideoCodecValue> videoFormat() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentVideoCodecValue> videoFormat() const;  ///< "-vcodec".
     void setVideoFormat(const std::optional<OAVTranscodeArgumentVideoCodecValue>& codec);
-    [[nodiscard]] std::optional<OAVTranscodeArgumentAspectRatioValue> aspectScaling() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentAspectRatioValue> aspectScaling() const;  ///< "-aspect_scaling".
     void setAspectScaling(const std::optional<OAVTranscodeArgumentAspectRatioValue>& scaling);
-    [[nodiscard]] std::optional<VideoCropAnchor> videoCropAnchor() const;
+    [[nodiscard]] std::optional<VideoCropAnchor> videoCropAnchor() const;  ///< "-crop_anchor".
     void setVideoCropAnchor(const std::optional<VideoCropAnchor>& anchor);
-    [[nodiscard]] std::optional<OrvaneVideoColorSpace> colorSpace() const;
+    [[nodiscard]] std::optional<OrvaneVideoColorSpace> colorSpace() const;  ///< "-c_space".
     void setColorSpace(std::optional<OrvaneVideoColorSpace> space);
-    [[nodiscard]] std::optional<OrvaneVideoColorMatrix> colorMatrix() const;
+    [[nodiscard]] std::optional<OrvaneVideoColorMatrix> colorMatrix() const;  ///< "-c_matrix".
     void setColorMatrix(std::optional<OrvaneVideoColorMatrix> matrix);
-    [[nodiscard]] std::optional<OrvanePixelTransferFunction> colorTransferFunction() const;
+    [[nodiscard]] std::optional<OrvanePixelTransferFunction> colorTransferFunction() const;  ///< "-c_transfer".
     void setColorTransferFunction(std::optional<OrvanePixelTransferFunction> function);
-    [[nodiscard]] std::optional<OrvanePixelColorRange> colorRange() const;
+    [[nodiscard]] std::optional<OrvanePixelColorRange> colorRange() const;  ///< "-v_colrange".
     void setColorRange(std::optional<OrvanePixelColorRange> range);
     /// Frames per second.
     [[nodiscard]] std::optional<float> videoFrameRate() const;
@@ -168,7 +171,7 @@ public:
     /// Megabits per second.
     [[nodiscard]] std::optional<float> videoBitRate() const;
     void setVideoBitRate(std::optional<float> megabitsPerSecond);
-    [[nodiscard]] std::optional<float> videoBitRateAsBitsPerSecond() const;
+    [[nodiscard]] std::optional<float> videoBitRateAsBitsPerSecond() const;  ///< The same in bits a second.
     /// Bits of a component.
     [[nodiscard]] std::optional<std::int64_t> videoBitDepth() const;
     void setVideoBitDepth(std::optional<std::int64_t> bits);
@@ -178,28 +181,28 @@ public:
     /// Frames after which the output ends.
     [[nodiscard]] std::optional<std::int64_t> maxFrames() const;
     void setMaxFrames(std::optional<std::int64_t> frames);
-    [[nodiscard]] std::optional<std::string_view> videoProfile() const;
+    [[nodiscard]] std::optional<std::string_view> videoProfile() const;  ///< "-vprofile".
     void setVideoProfile(std::optional<std::string_view> profile);
-    [[nodiscard]] std::optional<std::string_view> videoDecodeEngineValue() const;
+    [[nodiscard]] std::optional<std::string_view> videoDecodeEngineValue() const;  ///< "-v_decoder".
     void setVideoDecodeEngineValue(std::optional<std::string_view> engine);
-    [[nodiscard]] std::optional<std::string_view> audioDecodeEngineValue() const;
+    [[nodiscard]] std::optional<std::string_view> audioDecodeEngineValue() const;  ///< "-a_decoder".
     void setAudioDecodeEngineValue(std::optional<std::string_view> engine);
-    [[nodiscard]] bool gpuDecode() const;
+    [[nodiscard]] bool gpuDecode() const;  ///< "-gpu_decoding".
     void setGpuDecode(bool uses);
-    [[nodiscard]] bool gpuEncode() const;
+    [[nodiscard]] bool gpuEncode() const;  ///< "-gpu_encoding".
     void setGpuEncode(bool uses);
     /// True whatever the flag's value: "-preserve_log false" is true.
     [[nodiscard]] bool preserveLogEncoding() const;
     void setPreserveLogEncoding(bool preserves);
-    [[nodiscard]] bool unboundVideoFrameCapacity() const;
+    [[nodiscard]] bool unboundVideoFrameCapacity() const;  ///< "-v_nocap".
     void setUnboundVideoFrameCapacity(bool isUnbound);
-    [[nodiscard]] bool useREDPremiumDecode() const;
+    [[nodiscard]] bool useREDPremiumDecode() const;  ///< "-red_premium".
     void setUseREDPremiumDecode(bool uses);
 
     /// "-dims", as "1920x1080"; none when one of the first two pieces between "x" is no number.
     [[nodiscard]] std::optional<PictureSize> videoDimensions() const;
     void setVideoDimensions(std::optional<PictureSize> size);
-    [[nodiscard]] std::optional<PictureSizeValue> dimensionsSizeValue() const;
+    [[nodiscard]] std::optional<PictureSizeValue> dimensionsSizeValue() const;  ///< As an object.
     /// "-vscale", a factor on the input's size.
     [[nodiscard]] std::optional<float> explicitVideoScaling() const;
     void setExplicitVideoScaling(std::optional<float> factor);
@@ -224,7 +227,7 @@ public:
     /// "key=value:key=value" (see parseDictionary).
     [[nodiscard]] std::optional<std::map<std::string, std::string>> additionalDecodeOptions() const;
     void setAdditionalDecodeOptions(const std::optional<std::map<std::string, std::string>>& options);
-    [[nodiscard]] std::optional<std::filesystem::path> lutFile() const;
+    [[nodiscard]] std::optional<std::filesystem::path> lutFile() const;  ///< "-clut".
     void setLutFile(const std::optional<std::filesystem::path>& file);
     /// The numbers in the list under "-gpu_trans"; pieces that are no number (names of platforms) are skipped.
     [[nodiscard]] std::optional<std::vector<std::uint64_t>> gpuTransformationDeviceIDs() const;
@@ -233,11 +236,11 @@ public:
     [[nodiscard]] std::shared_ptr<GpuDevice> gpuTransformationDevice() const;
 
     // Audio options, in the same manner.
-    [[nodiscard]] std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat() const;  ///< "-acodec".
     void setAudioFormat(const std::optional<OAVTranscodeArgumentAudioFormatValue>& format);
-    [[nodiscard]] std::optional<OAVTranscodeArgumentAudioChannelLayoutValue> channelLayout() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentAudioChannelLayoutValue> channelLayout() const;  ///< "-acl".
     void setChannelLayout(const std::optional<OAVTranscodeArgumentAudioChannelLayoutValue>& layout);
-    [[nodiscard]] std::optional<TranscodeAudioQuality> audioQuality() const;
+    [[nodiscard]] std::optional<TranscodeAudioQuality> audioQuality() const;  ///< "-aqual".
     void setAudioQuality(std::optional<TranscodeAudioQuality> quality);
     /// Bits per second.
     [[nodiscard]] std::optional<std::int64_t> audioBitRate() const;
@@ -245,20 +248,20 @@ public:
     /// Samples per second.
     [[nodiscard]] std::optional<std::int64_t> sampleRate() const;
     void setSampleRate(std::optional<std::int64_t> samplesPerSecond);
-    [[nodiscard]] std::optional<std::int64_t> audioBitsPerChannel() const;
+    [[nodiscard]] std::optional<std::int64_t> audioBitsPerChannel() const;  ///< "-abpc", bits.
     void setAudioBitsPerChannel(std::optional<std::int64_t> bits);
-    [[nodiscard]] std::optional<std::int64_t> channelLayoutTag() const;
+    [[nodiscard]] std::optional<std::int64_t> channelLayoutTag() const;  ///< "-acl_tag".
     void setChannelLayoutTag(std::optional<std::int64_t> tag);
     /// The channels of "-acl": its number, or that of the layout it names.
     [[nodiscard]] std::optional<std::int64_t> outputChannels() const;
     /// "-acl_bitmap": the channels by their short names; none when one of them is no label.
     [[nodiscard]] std::optional<std::vector<AudioChannelLabel>> channelLayoutBitmap() const;
     void setChannelLayoutBitmap(const std::optional<std::vector<AudioChannelLabel>>& labels);
-    [[nodiscard]] std::optional<std::string_view> audioLanguageCode() const;
+    [[nodiscard]] std::optional<std::string_view> audioLanguageCode() const;  ///< "-alang_code", ISO 639-2.
     void setAudioLanguageCode(std::optional<std::string_view> code);
-    [[nodiscard]] bool audioOutputIsDiscrete() const;
+    [[nodiscard]] bool audioOutputIsDiscrete() const;  ///< "-adiscrete".
     void setAudioOutputIsDiscrete(bool isDiscrete);
-    [[nodiscard]] bool audioOutputChannelsMatchSource() const;
+    [[nodiscard]] bool audioOutputChannelsMatchSource() const;  ///< "-a_ch_match".
     void setAudioOutputChannelsMatchSource(bool match);
     /// Tracks to leave out, numbered from 0, by input file: "-ac_omit_<file>" holds a list, plain "-ac_omit" that of file
     /// 0. Pieces that are no number are skipped.
@@ -291,50 +294,51 @@ public:
     [[nodiscard]] DropFrameState timecodeDropFrameState() const;
     /// Removes both flags and stores the matching one (unknown: none); "-tc_custom" stays as it is.
     void setTimecodeDropFrameState(DropFrameState state);
-    [[nodiscard]] bool addTimecodeTrack() const;
+    [[nodiscard]] bool addTimecodeTrack() const;  ///< "-tc_track".
     void setAddTimecodeTrack(bool adds);
-    [[nodiscard]] bool addTimecodeBurn() const;
+    [[nodiscard]] bool addTimecodeBurn() const;  ///< "-tc_burn".
     void setAddTimecodeBurn(bool adds);
-    [[nodiscard]] bool bypassNTSCDrop() const;
+    [[nodiscard]] bool bypassNTSCDrop() const;  ///< "-tc_no_ntsc".
     void setBypassNTSCDrop(bool bypasses);
     /// Whether there is a timecode track or burn-in. Setting true adds the track if there is neither; false removes both.
     [[nodiscard]] bool includeTimecode() const;
     void setIncludeTimecode(bool includes);
-    [[nodiscard]] std::optional<TimecodeBurnAnchor> timecodeBurnAnchor() const;
+    [[nodiscard]] std::optional<TimecodeBurnAnchor> timecodeBurnAnchor() const;  ///< "-tc_burn_anchor".
     void setTimecodeBurnAnchor(const std::optional<TimecodeBurnAnchor>& anchor);
-    [[nodiscard]] std::optional<std::int64_t> timecodeBurnFontSize() const;
+    [[nodiscard]] std::optional<std::int64_t> timecodeBurnFontSize() const;  ///< "-tc_burn_size", pixels.
     void setTimecodeBurnFontSize(std::optional<std::int64_t> size);
-    [[nodiscard]] std::optional<Number> timecodeBurnFontSizeNumber() const;
+    [[nodiscard]] std::optional<Number> timecodeBurnFontSizeNumber() const;  ///< As an object.
     // Colours are "r g b", three decimals from 0 to 1 in sRGB. A colour without components is logged and not written.
-    [[nodiscard]] std::optional<Color> timecodeBurnFontColor() const;
+    [[nodiscard]] std::optional<Color> timecodeBurnFontColor() const;  ///< "-tc_burn_font_rgb".
     void setTimecodeBurnFontColor(const std::optional<Color>& color);
-    [[nodiscard]] std::optional<Color> timecodeBurnBoxColor() const;
+    [[nodiscard]] std::optional<Color> timecodeBurnBoxColor() const;  ///< "-tc_burn_box_rgb".
     void setTimecodeBurnBoxColor(const std::optional<Color>& color);
 
     // Watermark options.
     /// The path in lower case where it came through parsing, which lower-cases this value on purpose.
     [[nodiscard]] std::optional<std::string_view> watermarkFilePath() const;
     void setWatermarkFilePath(std::optional<std::string_view> path);
-    [[nodiscard]] std::optional<WatermarkBurnAnchor> watermarkFileAnchor() const;
+    [[nodiscard]] std::optional<WatermarkBurnAnchor> watermarkFileAnchor() const;  ///< "-wmf_anchor".
     void setWatermarkFileAnchor(const std::optional<WatermarkBurnAnchor>& anchor);
     /// A factor above 0; 1 is the image's own size.
     [[nodiscard]] std::optional<double> watermarkFileScale() const;
     void setWatermarkFileScale(std::optional<double> factor);
-    [[nodiscard]] bool addWatermarkText() const;
+    [[nodiscard]] bool addWatermarkText() const;  ///< "-wmt_burn".
     void setAddWatermarkText(bool adds);
-    [[nodiscard]] std::optional<std::string_view> watermarkText() const;
+    [[nodiscard]] std::optional<std::string_view> watermarkText() const;  ///< "-wmt_text".
     void setWatermarkText(std::optional<std::string_view> text);
-    [[nodiscard]] std::optional<std::int64_t> watermarkTextBurnFontSize() const;
+    [[nodiscard]] std::optional<std::int64_t> watermarkTextBurnFontSize() const;  ///< "-wmt_size", pixels.
     void setWatermarkTextBurnFontSize(std::optional<std::int64_t> size);
-    [[nodiscard]] std::optional<OAVTranscodeArgumentOverlayAnchorValue> watermarkTextAnchor() const;
+    [[nodiscard]] std::optional<OAVTranscodeArgumentOverlayAnchorValue> watermarkTextAnchor()
+        const;  ///< "-wmt_anchor".
     void setWatermarkTextAnchor(const std::optional<OAVTranscodeArgumentOverlayAnchorValue>& anchor);
-    [[nodiscard]] std::optional<Color> watermarkTextFontColor() const;
+    [[nodiscard]] std::optional<Color> watermarkTextFontColor() const;  ///< "-wmt_font_rgb".
     void setWatermarkTextFontColor(const std::optional<Color>& color);
-    [[nodiscard]] std::optional<Color> watermarkTextBoxColor() const;
+    [[nodiscard]] std::optional<Color> watermarkTextBoxColor() const;  ///< "-wmt_box_rgb".
     void setWatermarkTextBoxColor(const std::optional<Color>& color);
 
     // Copies what a detail record has.
-    void update(const TranscodeAudioDetail& fromAudioDetail);
+    void update(const TranscodeAudioDetail& fromAudioDetail);  ///< A switch that is present and false removes its flag.
     void update(const TranscodeVideoDetail& fromVideoDetail);
     void update(const TranscodeTimecodeDetail& fromTimecodeDetail);
     void update(const TranscodeWatermarkImageDetail& fromWatermarkImageDetail);

@@ -20,6 +20,7 @@ namespace corvex::inline v0 {
 // Only the fields that are present are copied; a switch that is present and false removes its flag. Units are those of
 // the accessors of the same name. Plain values.
 
+/// Sound.
 struct TranscodeAudioDetail {
     std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat;
     std::optional<std::int64_t> audioBitRate;
@@ -34,6 +35,7 @@ struct TranscodeAudioDetail {
     TranscodeAudioDetail() {}  // NOLINT(modernize-use-equals-default): keeps it from being an aggregate
 };
 
+/// Pictures.
 struct TranscodeVideoDetail {
     std::optional<OAVTranscodeArgumentVideoCodecValue> videoFormat;
     std::optional<PictureSize> videoDimensions;
@@ -50,6 +52,7 @@ struct TranscodeVideoDetail {
     TranscodeVideoDetail() {}  // NOLINT(modernize-use-equals-default)
 };
 
+/// The timecode track and the burnt-in timecode.
 struct TranscodeTimecodeDetail {
     std::optional<bool> addTimecodeTrack;
     std::optional<bool> addTimecodeBurn;
@@ -64,6 +67,7 @@ struct TranscodeTimecodeDetail {
     TranscodeTimecodeDetail() {}  // NOLINT(modernize-use-equals-default)
 };
 
+/// The image over the picture.
 struct TranscodeWatermarkImageDetail {
     std::optional<std::string> watermarkFilePath;
     std::optional<WatermarkBurnAnchor> watermarkFileAnchor;
@@ -71,6 +75,7 @@ struct TranscodeWatermarkImageDetail {
     TranscodeWatermarkImageDetail() {}  // NOLINT(modernize-use-equals-default)
 };
 
+/// The text over the picture.
 struct TranscodeWatermarkTextDetail {
     std::optional<bool> addWatermarkText;
     std::optional<std::string> watermarkText;
