@@ -38,11 +38,10 @@ remove_root() {
 remove_root
 echo "Installing them into a clean system"
 # The same release from the same places as here.
-. /etc/os-release
+. /etc/os-release  # VERSION_CODENAME
 apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' 'Origin: Debian' |
     sort -u >build/release/sources.list
-[ -s build/release/sources.list ] ||
-    echo "deb http://deb.debian.org/debian $VERSION_CODENAME main" >build/release/sources.list
+[ -s build/release/sources.list ] || { echo "$0: apt lists no place of Debian's packages here" >&2; exit 1; }
 log=build/release/clean-root.log
 began=$(date +%s)
 mmdebstrap --mode=root --variant=apt --skip=chroot/mount,cleanup --include=g++,cmake,ninja-build,pkg-config \

@@ -10,8 +10,6 @@
 namespace corvex::inline v0 {
 namespace {
 
-constexpr bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
-
 std::size_t digitCount(std::string_view text) noexcept {
     return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isDigit) - text.begin());
 }

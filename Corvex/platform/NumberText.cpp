@@ -9,8 +9,6 @@
 namespace corvex::inline v0 {
 namespace {
 
-constexpr bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
-
 /// std::from_chars takes more (inf, nan) and less (no leading plus), so the form is checked first.
 bool hasDecimalForm(std::string_view text) noexcept {
     std::size_t at = 0;

@@ -13,6 +13,8 @@ namespace corvex::inline v0 {
 
 // Number texts of options: the whole text, ASCII, never locale-dependent. Pure; any thread.
 
+[[nodiscard]] constexpr bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
+
 /// Whether signs may stand before a decimal integer.
 enum class SignRule : std::uint8_t { plusOrMinus, plusOnly };
 
@@ -26,7 +28,7 @@ template <std::integral T>
     if (text.empty()) return std::nullopt;
     T value{};
     for (const char character : text) {
-        if (character < '0' || character > '9') return std::nullopt;
+        if (!isDigit(character)) return std::nullopt;
         const auto digit = static_cast<T>(character - '0');
         if (__builtin_mul_overflow(value, T{10}, &value)) return std::nullopt;
         if (isNegative ? __builtin_sub_overflow(value, digit, &value) : __builtin_add_overflow(value, digit, &value)) {

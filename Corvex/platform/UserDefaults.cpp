@@ -25,7 +25,7 @@
 namespace corvex::inline v0 {
 namespace {
 
-using Case = UserDefaultsError::Case;
+using Problem = UserDefaultsError::Case;
 using Value = UserDefaults::Value;
 
 /// "CVXS": marks the database as a store of settings (SQLite database file format, section 1.3.14).
@@ -116,7 +116,7 @@ public:
                 case 1: return integer(column + 1);
                 case 2: return sqlite3_column_double(statement_.get(), column + 1);
                 case 3: return text(column + 1);
-                default: connection_.fail(Case::corrupt, "a value has a type that is not known");
+                default: connection_.fail(Problem::corrupt, "a value has a type that is not known");
             }
         }
 
@@ -140,7 +140,7 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(Case which, const std::string& problem) const {
+    [[noreturn]] void fail(Problem which, const std::string& problem) const {
         throw UserDefaultsError(which, file_, problem);
     }
 
@@ -152,11 +152,11 @@ private:
             case SQLITE_CORRUPT:
             case SQLITE_ERROR:  // our statements fit our tables
             case SQLITE_MISMATCH:
-            case SQLITE_CONSTRAINT: fail(Case::corrupt, problem);
+            case SQLITE_CONSTRAINT: fail(Problem::corrupt, problem);
             case SQLITE_BUSY:
-            case SQLITE_LOCKED: fail(Case::busy, problem);
+            case SQLITE_LOCKED: fail(Problem::busy, problem);
             case SQLITE_NOMEM: throw std::bad_alloc();
-            default: fail(mode_ == Mode::write ? Case::unwritable : Case::unreadable, problem);
+            default: fail(mode_ == Mode::write ? Problem::unwritable : Problem::unreadable, problem);
         }
     }
 
@@ -170,11 +170,11 @@ private:
         const std::int64_t id = number("PRAGMA application_id");
         isEmpty_ = id == 0 && number("SELECT count(*) FROM sqlite_schema") == 0;
         if (isEmpty_) return;
-        if (id != applicationId) fail(Case::corrupt, "it is a database of something else");
-        if (number("PRAGMA user_version") > formatVersion) fail(Case::newer, "a later version has written it");
+        if (id != applicationId) fail(Problem::corrupt, "it is a database of something else");
+        if (number("PRAGMA user_version") > formatVersion) fail(Problem::newer, "a later version has written it");
         Statement damage(*this, "PRAGMA quick_check(1)");
         if (const bool isRow = damage.step(); !isRow || damage.text(0) != "ok") {
-            fail(Case::corrupt, isRow ? damage.text(0) : "it cannot be checked");
+            fail(Problem::corrupt, isRow ? damage.text(0) : "it cannot be checked");
         }
     }
 
@@ -203,7 +203,7 @@ void makeFolder(const std::filesystem::path& file) {
     }
     for (; !missing.empty(); missing.pop_back()) {
         if (::mkdir(missing.back().c_str(), 0700) != 0 && errno != EEXIST) {
-            throw UserDefaultsError(Case::unwritable, file, std::generic_category().message(errno));
+            throw UserDefaultsError(Problem::unwritable, file, std::generic_category().message(errno));
         }
     }
 }
@@ -237,7 +237,8 @@ UserDefaults UserDefaults::standard() {
     if (!folder.is_absolute()) {
         const auto home = homeFolder();
         if (!home.is_absolute()) {
-            throw UserDefaultsError(Case::unreadable, ".config/corvex/settings.sqlite", "the user has no home folder");
+            throw UserDefaultsError(Problem::unreadable, ".config/corvex/settings.sqlite",
+                                    "the user has no home folder");
         }
         folder = home / ".config";
     }

@@ -25,9 +25,9 @@ using Values = std::vector<std::string>;
 constexpr auto cleaned = CLISanitizationOptions::lowercase | CLISanitizationOptions::trimWhiteSpace;
 
 /// The words sorted by flag; empty values are left out.
-class Entries {
+class SortedWords {
 public:
-    explicit Entries(std::span<const std::string> words) {
+    explicit SortedWords(std::span<const std::string> words) {
         addFlags<Flag>();
         addFlags<ImageFlag>();
         addFlags<CLICustodialFlag>();
@@ -108,7 +108,7 @@ float number(Enumeration flag, std::string_view text, float low, float high, con
     return *value;
 }
 
-std::vector<float> locationsOf(const Entries& entries) {
+std::vector<float> locationsOf(const SortedWords& entries) {
     std::vector<float> locations;
     for (const std::string& value : entries.values(ImageFlag::snapshotLocation)) {
         MediaAnalysisImageCLIOptions({}).enumerateListValues(value, [&](std::string_view piece) {
@@ -125,7 +125,7 @@ float pixels(ImageFlag flag, std::string_view text) {
     return number(flag, text, 1, mostPixels, "expected pixels, 1 to 65535");
 }
 
-std::optional<MediaAnalysisImageRequest> imagesOf(const Entries& entries) {
+std::optional<MediaAnalysisImageRequest> imagesOf(const SortedWords& entries) {
     bool isWanted = false;
     for (const ImageFlag flag : allCases<ImageFlag>) isWanted = isWanted || entries.has(flag);
     if (!isWanted) return std::nullopt;
@@ -149,7 +149,7 @@ std::optional<MediaAnalysisImageRequest> imagesOf(const Entries& entries) {
     return request;
 }
 
-std::int32_t parentPidOf(const Entries& entries) {
+std::int32_t parentPidOf(const SortedWords& entries) {
     const std::string number = entries.value(CLICustodialFlag::parentAppNumber);
     if (!number.empty() && !parseInteger<std::int64_t>(number)) {
         throw CLIWordError(std::string(cliFlag(CLICustodialFlag::parentAppNumber)), number, "expected an integer");
@@ -167,7 +167,7 @@ std::int32_t parentPidOf(const Entries& entries) {
 
 MediaAnalysisRequest MediaAnalysisRequest::fromWords(std::span<const std::string> words) {
     using Case = MediaAnalysisCLIErrorCase;
-    const Entries entries(words);
+    const SortedWords entries(words);
     MediaAnalysisRequest request;
     for (const std::string& value : entries.values(Flag::pathToAnalyze)) appendPaths(value, request.pathsToAnalyze);
     request.workDirectory = entries.value(Flag::workDirectory);
