@@ -203,7 +203,7 @@ TEST_F(TranscodeOptionsEndToEnd, whatCannotBeHadIsOneClearLine) {
                         {"-vbd 9", 2, "8, 10"},
                         {"-ac_omit_0 9", 1, "track 9"},
                         {"-ac_omit_3 0", 2, "-ac_omit_3"},
-                        {"-max_v_frame_mem 100", 1, "-max_v_frame_mem"},
+                        {"-dims 16x16 -max_v_frame_mem 50000", 1, "-max_v_frame_mem"},
                         {"-additional_decode_options speed=9", 1, "'speed'"},
                         {"-tc_track -tc_drop", 1, "drop"},
                         {"-tc_track -tc_rate 24", 1, "-tc_rate"},

@@ -7,6 +7,10 @@
 #include <memory>
 #include <optional>
 
+extern "C" {
+#include <libavutil/cpu.h>
+}
+
 #include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
 #include <tools/corvex/worker/AudioChoice.h>
 #include <tools/corvex/worker/AudioTrack.h>
@@ -265,6 +269,8 @@ private:
 
 ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
     const LibraryMessages messages;
+    // A picture for each processor to work on, and one that waits for it.
+    TranscodeCliArguments::setDefaultVideoFrameCapacity(2ULL * static_cast<unsigned>(std::max(1, av_cpu_count())));
     const TranscodeJob job = TranscodeJob::make(TranscodeCliArguments(words));
     watchForStopRequests(job.parentPid);
     requireOwnProgressFile(job);

@@ -73,14 +73,16 @@ void VideoTrack::prepareStages(const MediaInput& first) {
         [this](AVFrame& frame) { encodeFrame(frame); });
 }
 
-void VideoTrack::limitFramesInFlight() {
+void VideoTrack::limitFramesInFlight(const AVCodecParameters& source) {
     std::uint64_t frames = request_.frameCapacity.value_or(std::numeric_limits<std::uint64_t>::max());
     if (request_.frameMemory) {
         // While it is worked on, a picture is R'G'B' of 16 bits.
         const AVPixelFormat format = !request_.table               ? encoder_->pix_fmt
                                      : hasAlpha(encoder_->pix_fmt) ? AV_PIX_FMT_GBRAP16
                                                                    : AV_PIX_FMT_GBRP16;
-        const int bytes = av_image_get_buffer_size(format, encoder_->width, encoder_->height, 1);
+        const int bytes = std::max(
+            av_image_get_buffer_size(format, encoder_->width, encoder_->height, 1),
+            av_image_get_buffer_size(static_cast<AVPixelFormat>(source.format), source.width, source.height, 1));
         const std::int64_t fitting = *request_.frameMemory / std::max(bytes, 1);
         if (fitting < 1) {
             throw JobError("-max_v_frame_mem " + std::to_string(*request_.frameMemory) +
@@ -90,8 +92,8 @@ void VideoTrack::limitFramesInFlight() {
     }
     const auto processors = static_cast<std::uint64_t>(std::max(1, av_cpu_count()));
     if (request_.table || !request_.overlays.isEmpty()) {
-        // One for each thread to work on and one that waits for it.
-        picturesAtWork_ = static_cast<std::size_t>(std::clamp<std::uint64_t>(frames / 2, 1, 2 * processors));
+        const std::uint64_t usual = std::max<std::uint64_t>(TranscodeCliArguments::defaultVideoFrameCapacity(), 1);
+        picturesAtWork_ = static_cast<std::size_t>(std::clamp<std::uint64_t>(frames / 2, 1, usual));
         frames -= picturesAtWork_;
     }
     // Each thread of the decoder and of the encoder holds a frame; what is left may wait in the encoder.
@@ -176,7 +178,7 @@ void VideoTrack::openEncoder(const MediaInput& first, PixelSize size, PixelAspec
     encoder_->color_primaries = tags.primaries;
     encoder_->color_trc = tags.transfer;
     encoder_->chroma_sample_location = source.chroma_location;
-    limitFramesInFlight();
+    limitFramesInFlight(source);
 
     if (request_.codec->rate == RateChoice::classes) {
         openWithRateClass();

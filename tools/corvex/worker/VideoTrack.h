@@ -42,7 +42,7 @@ public:
 
 private:
     void openEncoder(const MediaInput& first, PixelSize size, PixelAspect pixelAspect);
-    void limitFramesInFlight();
+    void limitFramesInFlight(const AVCodecParameters& source);
     void prepareStages(const MediaInput& first);
     void setKeyFrameDistance(AVCodecContext& encoder) const;
     void openWithRateClass();
