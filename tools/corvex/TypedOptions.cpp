@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <type_traits>
 
 #include <fmt/format.h>
 
@@ -61,8 +63,11 @@ Json jsonOf(const std::vector<Value>& values) {
     return json;
 }
 
-/// Reads an option; none when there is no value to show.
-using Reader = std::optional<Json> (*)(const Arguments&);
+/// Reads an option, of which `type` says what it is.
+struct Reader {
+    std::optional<Json> (*value)(const Arguments&);  ///< None when there is no value to show.
+    std::string_view type;
+};
 
 template <class Value>
 std::optional<Json> jsonOrNone(const std::optional<Value>& value) {
@@ -74,26 +79,58 @@ std::optional<Json> jsonOrNone(DropFrameState state) {
     return state == DropFrameState::unknown ? std::nullopt : std::optional(jsonOf(state));
 }
 
+template <class Value>
+constexpr std::string_view typeOf = "choice";
+template <>
+constexpr std::string_view typeOf<bool> = "switch";
+template <std::integral Value>
+constexpr std::string_view typeOf<Value> = "integer";
+template <std::floating_point Value>
+constexpr std::string_view typeOf<Value> = "number";
+template <>
+constexpr std::string_view typeOf<std::string_view> = "text";
+template <>
+constexpr std::string_view typeOf<std::filesystem::path> = "path";
+template <>
+constexpr std::string_view typeOf<PictureSize> = "size";
+template <>
+constexpr std::string_view typeOf<VideoDimensions> = "size";
+template <>
+constexpr std::string_view typeOf<Color> = "color";
+template <>
+constexpr std::string_view typeOf<std::map<std::string, std::string>> = "list of key=value";
+template <>
+constexpr std::string_view typeOf<std::vector<AudioChannelLabel>> = "list of choices";
+template <>
+constexpr std::string_view typeOf<std::vector<std::uint64_t>> = "list of integers";
+template <class Value>
+constexpr std::string_view typeOf<std::optional<Value>> = typeOf<Value>;
+
 template <auto accessor>
-std::optional<Json> read(const Arguments& arguments) {
+std::optional<Json> valueOf(const Arguments& arguments) {
     return jsonOrNone((arguments.*accessor)());
 }
+template <auto accessor>
+constexpr Reader read{valueOf<accessor>, typeOf<std::invoke_result_t<decltype(accessor), const Arguments&>>};
 
 bool isWholeNumber(std::string_view text) { return parseInteger<std::uint64_t>(text, SignRule::plusOnly).has_value(); }
 
 /// None where the accessor falls back on the process's default.
-std::optional<Json> readFrameCapacity(const Arguments& arguments) {
+std::optional<Json> frameCapacityOf(const Arguments& arguments) {
     const auto text = arguments.argumentFlagValue(OAVVideoFrameCapacityFlag.rawValue());
     const bool isStated = arguments.unboundVideoFrameCapacity() || (text && isWholeNumber(*text));
     return isStated ? std::optional(jsonOf(arguments.videoFrameCapacity())) : std::nullopt;
 }
 
-std::optional<Json> readIgnoredTracks(const Arguments& arguments) {
+std::optional<Json> ignoredTracksOf(const Arguments& arguments) {
     Json json = Json::object();
     arguments.enumerateIgnoredAudioFileTracks(
         [&json](std::uint64_t file, const std::vector<std::uint64_t>& tracks) { json[std::to_string(file)] = tracks; });
     return json.empty() ? std::nullopt : std::optional(json);
 }
+
+constexpr Reader readFrameCapacity{frameCapacityOf, "integer"};
+constexpr Reader readIgnoredTracks{ignoredTracksOf, "list of integers"};
 
 /// A flag of any family, or another key of the lookup.
 struct Flag {
@@ -206,7 +243,7 @@ constexpr Row rows[] = {
     {"bypassNTSCDrop", {OAVTimecodeBypassNTSCDropFlag}, read<&Arguments::bypassNTSCDrop>},
     {"includeTimecode", {OAVTimecodeAddTrackFlag, OAVTimecodeAddBurnFlag}, read<&Arguments::includeTimecode>},
     {"timecodeBurnAnchor", {OAVTimecodeBurnAnchorFlag}, read<&Arguments::timecodeBurnAnchor>},
-    {"timecodeBurnFontSize", {OAVTimecodeBurnFontSize}, read<&Arguments::timecodeBurnFontSize>, "", anInteger},
+    {"timecodeBurnFontSize", {OAVTimecodeBurnFontSize}, read<&Arguments::timecodeBurnFontSize>, "pixels", anInteger},
     {"timecodeBurnFontColor", {OAVTimecodeBurnFontRGB}, read<&Arguments::timecodeBurnFontColor>, "", aColor},
     {"timecodeBurnBoxColor", {OAVTimecodeBurnBoxRGB}, read<&Arguments::timecodeBurnBoxColor>, "", aColor},
 
@@ -222,7 +259,7 @@ constexpr Row rows[] = {
     {"watermarkTextBurnFontSize",
      {OAVWatermarkTextBurnFontSizeFlag},
      read<&Arguments::watermarkTextBurnFontSize>,
-     "",
+     "pixels",
      anInteger},
     {"watermarkTextAnchor", {OAVWatermarkTextBurnAnchorFlag}, read<&Arguments::watermarkTextAnchor>},
     {"watermarkTextFontColor", {OAVWatermarkTextBurnFontRGBFlag}, read<&Arguments::watermarkTextFontColor>, "", aColor},
@@ -234,6 +271,7 @@ struct Check {
     Flag flag;
     bool (*isValid)(std::string_view text);
     std::string_view expected;
+    std::string_view type;
 };
 
 template <bool (*isValid)(std::string_view)>
@@ -252,11 +290,12 @@ constexpr auto isNumber = [](std::string_view text) { return parseFloat<double>(
 constexpr auto isTimecode = [](std::string_view text) { return TimecodeComponents::fromTimecode(text).has_value(); };
 
 constexpr Check checks[] = {
-    {TranscodeCLIFlag::ovw, isNumber, aNumber},
-    {TranscodeCLIFlag::ovh, isNumber, aNumber},
-    {OAVVideoFrameCapacityFlag, isWholeNumber, "a whole number from 0"},
-    {OAVVideoGPUTransformFlag, areAll<isDeviceOrPlatform>, "a list of device numbers, or opencl, metal, default"},
-    {OAVTimecodeCustomFlag, isTimecode, "a timecode as 01:00:00:00"},
+    {TranscodeCLIFlag::ovw, isNumber, aNumber, "number"},
+    {TranscodeCLIFlag::ovh, isNumber, aNumber, "number"},
+    {OAVVideoFrameCapacityFlag, isWholeNumber, "a whole number from 0", "integer"},
+    {OAVVideoGPUTransformFlag, areAll<isDeviceOrPlatform>, "a list of device numbers, or opencl, metal, default",
+     "list of choices or integers"},
+    {OAVTimecodeCustomFlag, isTimecode, "a timecode as 01:00:00:00", "timecode"},
 };
 
 std::string problemOf(std::string_view text, std::string_view expected) {
@@ -281,7 +320,7 @@ void checkIgnoredTracks(const Arguments& arguments, std::vector<UnreadableOption
 /// The flags of the row that are set, as the lookup spells them.
 std::vector<std::string_view> flagsSet(const Row& row, const ArgumentLookup& lookup) {
     std::vector<std::string_view> set;
-    const bool isPrefix = row.read == readIgnoredTracks;
+    const bool isPrefix = row.read.value == readIgnoredTracks.value;
     for (const Flag& flag : row.flags) {
         if (flag.text.empty()) continue;
         for (auto entry = lookup.lower_bound(flag.text); entry != lookup.end(); ++entry) {
@@ -322,7 +361,7 @@ TypedOptions typedOptions(const Arguments& arguments) {
     for (const Row& row : rows) {
         auto flags = flagsSet(row, lookup);
         if (flags.empty()) continue;
-        if (auto value = row.read(arguments)) {
+        if (auto value = row.read.value(arguments)) {
             options.readable.push_back({row.accessor, std::move(flags), *std::move(value), row.unit});
         } else if (!row.expected.empty()) {
             const auto& [flag, text] = *lookup.find(flags.front());
@@ -336,6 +375,20 @@ TypedOptions typedOptions(const Arguments& arguments) {
     }
     checkIgnoredTracks(arguments, options.unreadable);
     return options;
+}
+
+FlagReading flagReading(std::string_view flag) {
+    FlagReading reading;
+    const auto check = std::find_if(std::begin(checks), std::end(checks),
+                                    [&](const Check& candidate) { return candidate.flag.text == flag; });
+    if (check != std::end(checks)) reading.type = check->type;
+    const auto row = std::find_if(std::begin(rows), std::end(rows),
+                                  [&](const Row& candidate) { return candidate.flags.front().text == flag; });
+    if (row != std::end(rows)) {
+        reading.unit = row->unit;
+        if (reading.type.empty()) reading.type = row->read.type;
+    }
+    return reading;
 }
 
 }  // namespace corvex::tool

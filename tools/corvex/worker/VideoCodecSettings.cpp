@@ -71,6 +71,8 @@ std::string namesOfAll() {
 
 std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept { return settings; }
 
+std::span<const CodecProfile> allCodecProfiles() noexcept { return profiles; }
+
 const VideoCodecSettings& videoCodecSettings(const OAVTranscodeArgumentVideoCodecValue& codec) {
     const auto found =
         std::find_if(std::begin(settings), std::end(settings), [&](const auto& row) { return row.codec == codec; });
