@@ -8,7 +8,7 @@
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/PictureOverlays.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::overlayEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -169,4 +169,4 @@ TEST(OverlayEndToEnd, refusesWhatCannotBeDrawn) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::overlayEndToEndTests

@@ -10,7 +10,7 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
-namespace corvex::tool {
+namespace corvex::tool::overlayTests {
 namespace {
 
 using test::TemporaryDirectory;
@@ -241,4 +241,4 @@ TEST(OverlayRequest, findsAPathWhoseCaseWasLost) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::overlayTests
