@@ -5,7 +5,7 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::vocabularyCommandTests {
 namespace {
 
 using ::testing::Contains;
@@ -80,4 +80,4 @@ TEST(GenerateCommand, bashCompletesWordsByTheirPlace) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::vocabularyCommandTests
