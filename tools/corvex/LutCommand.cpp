@@ -235,7 +235,7 @@ void addCheck(CLI::App& command, Action& action) {
     CLI::App* check = command.add_subcommand("check", "Why files are no tables, or what to know of those that are");
     check->add_option("FILE", choices->files, "Text files of any dialect")->required();
     check->add_flag("--json", choices->json, "Print one JSON array");
-    CLI::Option* plot = check->add_option("--plot", choices->plot, "Draw one FILE's table as a PNG");
+    CLI::Option* plot = check->add_option("--plot", choices->plot, "Draw one FILE's table as a PNG")->type_name("FILE");
     check->add_flag("--overwrite", choices->overwrites, "Replace an existing PNG")->needs(plot);
     check->callback([choices, &action] { action = [choices] { return checkLuts(*choices); }; });
     check->footer(

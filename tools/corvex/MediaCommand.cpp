@@ -56,7 +56,7 @@ ExitStatus printRows(const Json& rows, bool isJson, const char* key, const char*
     return ExitStatus::success;
 }
 
-ExitStatus containers(bool isJson) {
+ExitStatus listContainers(bool isJson) {
     Json rows = Json::array();
     for (const ORVMediaFileContainer& container : ORVMediaFileContainer::allCases()) {
         Json extensions = Json::array();
@@ -168,7 +168,7 @@ void addMediaCommand(CLI::App& app, const Invocation& /*invocation*/, Action& ac
         sub->add_flag("--json", choices->json, "Print one JSON array");
         sub->callback([choices, &action, list] { action = [choices, list] { return list(choices->json); }; });
     };
-    addList("containers", "The containers with their file extensions", containers);
+    addList("containers", "The containers with their file extensions", listContainers);
     addList("extensions", "The file extensions with their containers", extensions);
     addList("makers", "The makers of cameras, recorders and formats", makers);
 

@@ -61,7 +61,7 @@ std::string keyOf(const std::string& name) {
     return preference == nullptr ? name : preference->key();
 }
 
-std::string textOf(const Value& value) {
+std::string valueText(const Value& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return *text;
     if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
     if (const auto* real = std::get_if<double>(&value)) return defaultText(*real);
@@ -133,9 +133,9 @@ ExitStatus listSettings(const SettingsChoices& choices) {
         const bool isIgnored = row.stored && row.stored->index() != row.value.index();
         const std::string origin = !row.stored ? "default"
                                    : isIgnored ? "default; the stored " + std::string(typeNames[row.stored->index()]) +
-                                                     " " + inQuotes(textOf(*row.stored)) + " is not used"
+                                                     " " + inQuotes(valueText(*row.stored)) + " is not used"
                                                : "stored";
-        fmt::print("  {:<40}{:<8}{:<10}{}\n", row.key, textOf(row.value), origin, about);
+        fmt::print("  {:<40}{:<8}{:<10}{}\n", row.key, valueText(row.value), origin, about);
     }
     return ExitStatus::success;
 }
@@ -149,7 +149,7 @@ ExitStatus get(const SettingsChoices& choices) {
     if (choices.json) {
         printJson(jsonOf(*value));
     } else {
-        fmt::print("{}\n", textOf(*value));
+        fmt::print("{}\n", valueText(*value));
     }
     return ExitStatus::success;
 }

@@ -30,11 +30,13 @@ void addAnalyzeCommand(CLI::App& app, const Invocation& invocation, Action& acti
 void addArgsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addAudioCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addColorCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addGenerateCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addLutCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addMediaCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addRateCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addSettingsCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
+void addVocabularyCommand(CLI::App& app, const Invocation& invocation, Action& action);
 
 }  // namespace corvex::tool

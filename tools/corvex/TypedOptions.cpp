@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <type_traits>
 
 #include <fmt/format.h>
 
@@ -61,8 +63,11 @@ Json jsonOf(const std::vector<Value>& values) {
     return json;
 }
 
-/// Reads an option; none when there is no value to show.
-using Reader = std::optional<Json> (*)(const Arguments&);
+/// Reads an option, of which `type` says what it is.
+struct Reader {
+    std::optional<Json> (*value)(const Arguments&);  ///< None when there is no value to show.
+    std::string_view type;
+};
 
 template <class Value>
 std::optional<Json> jsonOrNone(const std::optional<Value>& value) {
@@ -74,26 +79,58 @@ std::optional<Json> jsonOrNone(DropFrameState state) {
     return state == DropFrameState::unknown ? std::nullopt : std::optional(jsonOf(state));
 }
 
+template <class Value>
+constexpr std::string_view typeOf = "choice";
+template <>
+constexpr std::string_view typeOf<bool> = "switch";
+template <std::integral Value>
+constexpr std::string_view typeOf<Value> = "integer";
+template <std::floating_point Value>
+constexpr std::string_view typeOf<Value> = "number";
+template <>
+constexpr std::string_view typeOf<std::string_view> = "text";
+template <>
+constexpr std::string_view typeOf<std::filesystem::path> = "path";
+template <>
+constexpr std::string_view typeOf<PictureSize> = "size";
+template <>
+constexpr std::string_view typeOf<VideoDimensions> = "size";
+template <>
+constexpr std::string_view typeOf<Color> = "color";
+template <>
+constexpr std::string_view typeOf<std::map<std::string, std::string>> = "list of key=value";
+template <>
+constexpr std::string_view typeOf<std::vector<AudioChannelLabel>> = "list of choices";
+template <>
+constexpr std::string_view typeOf<std::vector<std::uint64_t>> = "list of integers";
+template <class Value>
+constexpr std::string_view typeOf<std::optional<Value>> = typeOf<Value>;
+
 template <auto accessor>
-std::optional<Json> read(const Arguments& arguments) {
+std::optional<Json> valueOf(const Arguments& arguments) {
     return jsonOrNone((arguments.*accessor)());
 }
+template <auto accessor>
+constexpr Reader readOption{valueOf<accessor>, typeOf<std::invoke_result_t<decltype(accessor), const Arguments&>>};
 
 bool isWholeNumber(std::string_view text) { return parseInteger<std::uint64_t>(text, SignRule::plusOnly).has_value(); }
 
 /// None where the accessor falls back on the process's default.
-std::optional<Json> readFrameCapacity(const Arguments& arguments) {
+std::optional<Json> frameCapacityOf(const Arguments& arguments) {
     const auto text = arguments.argumentFlagValue(OAVVideoFrameCapacityFlag.rawValue());
     const bool isStated = arguments.unboundVideoFrameCapacity() || (text && isWholeNumber(*text));
     return isStated ? std::optional(jsonOf(arguments.videoFrameCapacity())) : std::nullopt;
 }
 
-std::optional<Json> readIgnoredTracks(const Arguments& arguments) {
+std::optional<Json> ignoredTracksJson(const Arguments& arguments) {
     Json json = Json::object();
     arguments.enumerateIgnoredAudioFileTracks(
         [&json](std::uint64_t file, const std::vector<std::uint64_t>& tracks) { json[std::to_string(file)] = tracks; });
     return json.empty() ? std::nullopt : std::optional(json);
 }
+
+constexpr Reader readFrameCapacity{frameCapacityOf, "integer"};
+constexpr Reader readIgnoredTracks{ignoredTracksJson, "list of integers"};
 
 /// A flag of any family, or another key of the lookup.
 struct Flag {
@@ -118,115 +155,152 @@ constexpr std::string_view anInteger = "an integer";
 constexpr std::string_view aColor = "a colour as '1 0.5 0'";
 
 constexpr Row rows[] = {
-    {"outputFile", {OAVOutputFileFlag}, read<&Arguments::outputFile>},
-    {"progressFile", {OAVProgressFileFlag}, read<&Arguments::progressFile>},
-    {"progressOutputPrefix", {OAVProgressOutputPrefixFlag}, read<&Arguments::progressOutputPrefix>},
-    {"workDirectory", {OAVWorkDirectoryFlag}, read<&Arguments::workDirectory>},
-    {"languageCode", {OAVLanguageCodeFlag}, read<&Arguments::languageCode>},
-    {"shouldOverwrite", {OAVOverwriteExistingFlag}, read<&Arguments::shouldOverwrite>},
-    {"useLegacyPipeline", {OAVLegacyTranscodePipelineFlag}, read<&Arguments::useLegacyPipeline>},
-    {"outputFileFormat", {OAVFileFormatFlag}, read<&Arguments::outputFileFormat>},
+    {"outputFile", {OAVOutputFileFlag}, readOption<&Arguments::outputFile>},
+    {"progressFile", {OAVProgressFileFlag}, readOption<&Arguments::progressFile>},
+    {"progressOutputPrefix", {OAVProgressOutputPrefixFlag}, readOption<&Arguments::progressOutputPrefix>},
+    {"workDirectory", {OAVWorkDirectoryFlag}, readOption<&Arguments::workDirectory>},
+    {"languageCode", {OAVLanguageCodeFlag}, readOption<&Arguments::languageCode>},
+    {"shouldOverwrite", {OAVOverwriteExistingFlag}, readOption<&Arguments::shouldOverwrite>},
+    {"useLegacyPipeline", {OAVLegacyTranscodePipelineFlag}, readOption<&Arguments::useLegacyPipeline>},
+    {"outputFileFormat", {OAVFileFormatFlag}, readOption<&Arguments::outputFileFormat>},
     {"explicitOutputFileType",
      {rawValue(TranscodeCLIFlag::ftype)},
-     read<&Arguments::explicitOutputFileType>,
+     readOption<&Arguments::explicitOutputFileType>,
      "",
      "a known uniform type"},
-    {"prepareForWeb", {OAVPrepareForWebFlag}, read<&Arguments::prepareForWeb>},
+    {"prepareForWeb", {OAVPrepareForWebFlag}, readOption<&Arguments::prepareForWeb>},
 
-    {"videoFormat", {OAVVideoFormatFlag}, read<&Arguments::videoFormat>},
-    {"aspectScaling", {OAVVideoAspectScalingFlag}, read<&Arguments::aspectScaling>},
-    {"videoCropAnchor", {OAVVideoAspectCropAnchorFlag}, read<&Arguments::videoCropAnchor>},
-    {"colorSpace", {OAVVideoColorSpaceFlag}, read<&Arguments::colorSpace>, "", "a known colour space"},
-    {"colorMatrix", {OAVVideoColorMatrixFlag}, read<&Arguments::colorMatrix>, "", "a known matrix"},
+    {"videoFormat", {OAVVideoFormatFlag}, readOption<&Arguments::videoFormat>},
+    {"aspectScaling", {OAVVideoAspectScalingFlag}, readOption<&Arguments::aspectScaling>},
+    {"videoCropAnchor", {OAVVideoAspectCropAnchorFlag}, readOption<&Arguments::videoCropAnchor>},
+    {"colorSpace", {OAVVideoColorSpaceFlag}, readOption<&Arguments::colorSpace>, "", "a known colour space"},
+    {"colorMatrix", {OAVVideoColorMatrixFlag}, readOption<&Arguments::colorMatrix>, "", "a known matrix"},
     {"colorTransferFunction",
      {OAVVideoColorTransferFunctionFlag},
-     read<&Arguments::colorTransferFunction>,
+     readOption<&Arguments::colorTransferFunction>,
      "",
      "a known transfer function"},
-    {"colorRange", {OAVVideoColorRangeFlag}, read<&Arguments::colorRange>, "", "f or v"},
-    {"videoFrameRate", {OAVVideoFrameRateFlag}, read<&Arguments::videoFrameRate>, "frames/s", aNumber},
-    {"videoBitRate", {OAVVideoBitRateFlag}, read<&Arguments::videoBitRate>, "Mbit/s", aNumber},
-    {"videoBitRateAsBitsPerSecond", {OAVVideoBitRateFlag}, read<&Arguments::videoBitRateAsBitsPerSecond>, "bit/s"},
-    {"videoBitDepth", {OAVVideoBitDepthFlag}, read<&Arguments::videoBitDepth>, "bits", anInteger},
-    {"keyFrames", {OAVVideoKeyFramesFlag}, read<&Arguments::keyFrames>, "frames", anInteger},
-    {"maxFrames", {OAVVideoMaxFrames}, read<&Arguments::maxFrames>, "frames", anInteger},
-    {"videoProfile", {OAVVideoProfileFlag}, read<&Arguments::videoProfile>},
-    {"videoDecodeEngineValue", {OAVVideoDecodeEngineFlag}, read<&Arguments::videoDecodeEngineValue>},
-    {"audioDecodeEngineValue", {OAVAudioDecodeEngineFlag}, read<&Arguments::audioDecodeEngineValue>},
-    {"gpuDecode", {OAVVideoGPUDecodingFlag}, read<&Arguments::gpuDecode>},
-    {"gpuEncode", {OAVVideoGPUEncodingFlag}, read<&Arguments::gpuEncode>},
-    {"preserveLogEncoding", {OAVVideoPreserveLogEncodingFlag}, read<&Arguments::preserveLogEncoding>},
-    {"unboundVideoFrameCapacity", {OAVVideoUnboundedFrameCapacityFlag}, read<&Arguments::unboundVideoFrameCapacity>},
-    {"useREDPremiumDecode", {OAVVideoREDPremiumDecodeFlag}, read<&Arguments::useREDPremiumDecode>},
-    {"videoDimensions", {OAVVideoDimensionsFlag}, read<&Arguments::videoDimensions>, "pixels", "a size as 1920x1080"},
-    {"explicitVideoScaling", {TranscodeCLIFlag::vscale}, read<&Arguments::explicitVideoScaling>, "times", aNumber},
+    {"colorRange", {OAVVideoColorRangeFlag}, readOption<&Arguments::colorRange>, "", "f or v"},
+    {"videoFrameRate", {OAVVideoFrameRateFlag}, readOption<&Arguments::videoFrameRate>, "frames/s", aNumber},
+    {"videoBitRate", {OAVVideoBitRateFlag}, readOption<&Arguments::videoBitRate>, "Mbit/s", aNumber},
+    {"videoBitRateAsBitsPerSecond",
+     {OAVVideoBitRateFlag},
+     readOption<&Arguments::videoBitRateAsBitsPerSecond>,
+     "bit/s"},
+    {"videoBitDepth", {OAVVideoBitDepthFlag}, readOption<&Arguments::videoBitDepth>, "bits", anInteger},
+    {"keyFrames", {OAVVideoKeyFramesFlag}, readOption<&Arguments::keyFrames>, "frames", anInteger},
+    {"maxFrames", {OAVVideoMaxFrames}, readOption<&Arguments::maxFrames>, "frames", anInteger},
+    {"videoProfile", {OAVVideoProfileFlag}, readOption<&Arguments::videoProfile>},
+    {"videoDecodeEngineValue", {OAVVideoDecodeEngineFlag}, readOption<&Arguments::videoDecodeEngineValue>},
+    {"audioDecodeEngineValue", {OAVAudioDecodeEngineFlag}, readOption<&Arguments::audioDecodeEngineValue>},
+    {"gpuDecode", {OAVVideoGPUDecodingFlag}, readOption<&Arguments::gpuDecode>},
+    {"gpuEncode", {OAVVideoGPUEncodingFlag}, readOption<&Arguments::gpuEncode>},
+    {"preserveLogEncoding", {OAVVideoPreserveLogEncodingFlag}, readOption<&Arguments::preserveLogEncoding>},
+    {"unboundVideoFrameCapacity",
+     {OAVVideoUnboundedFrameCapacityFlag},
+     readOption<&Arguments::unboundVideoFrameCapacity>},
+    {"useREDPremiumDecode", {OAVVideoREDPremiumDecodeFlag}, readOption<&Arguments::useREDPremiumDecode>},
+    {"videoDimensions",
+     {OAVVideoDimensionsFlag},
+     readOption<&Arguments::videoDimensions>,
+     "pixels",
+     "a size as 1920x1080"},
+    {"explicitVideoScaling",
+     {TranscodeCLIFlag::vscale},
+     readOption<&Arguments::explicitVideoScaling>,
+     "times",
+     aNumber},
     {"explicitOutputResolution",
      {OAVVideoDimensionsFlag, TranscodeCLIFlag::ovw, TranscodeCLIFlag::ovh, TranscodeCLIFlag::vscale},
-     read<&Arguments::explicitOutputResolution>,
+     readOption<&Arguments::explicitOutputResolution>,
      "pixels"},
     {"videoFrameCapacity",
      {OAVVideoFrameCapacityFlag, OAVVideoUnboundedFrameCapacityFlag},
      readFrameCapacity,
      "frames"},
-    {"maxVideoFrameMemory", {OAVVideoMaxVideoFrameMemory}, read<&Arguments::maxVideoFrameMemory>, "bytes", anInteger},
-    {"additionalDecodeOptions", {OAVVideoAdditionalDecodeOptionsFlag}, read<&Arguments::additionalDecodeOptions>},
-    {"lutFile", {OAVColorLutFileFlag}, read<&Arguments::lutFile>},
-    {"gpuTransformationDeviceIDs", {OAVVideoGPUTransformFlag}, read<&Arguments::gpuTransformationDeviceIDs>},
+    {"maxVideoFrameMemory",
+     {OAVVideoMaxVideoFrameMemory},
+     readOption<&Arguments::maxVideoFrameMemory>,
+     "bytes",
+     anInteger},
+    {"additionalDecodeOptions", {OAVVideoAdditionalDecodeOptionsFlag}, readOption<&Arguments::additionalDecodeOptions>},
+    {"lutFile", {OAVColorLutFileFlag}, readOption<&Arguments::lutFile>},
+    {"gpuTransformationDeviceIDs", {OAVVideoGPUTransformFlag}, readOption<&Arguments::gpuTransformationDeviceIDs>},
 
-    {"audioFormat", {OAVAudioFormatFlag}, read<&Arguments::audioFormat>},
-    {"audioQuality", {OAVAudioQualityFlag}, read<&Arguments::audioQuality>, "", "one of min, low, medium, high, max"},
-    {"audioBitRate", {OAVAudioBitRateFlag}, read<&Arguments::audioBitRate>, "bit/s", anInteger},
-    {"sampleRate", {OAVAudioSampleRateFlag}, read<&Arguments::sampleRate>, "Hz", anInteger},
-    {"audioBitsPerChannel", {OAVAudioBitsPerChannelFlag}, read<&Arguments::audioBitsPerChannel>, "bits", anInteger},
-    {"channelLayout", {OAVAudioChannelLayoutFlag}, read<&Arguments::channelLayout>},
-    {"outputChannels", {OAVAudioChannelLayoutFlag}, read<&Arguments::outputChannels>, "channels"},
-    {"channelLayoutTag", {OAVAudioChannelLayoutTagFlag}, read<&Arguments::channelLayoutTag>, "", anInteger},
+    {"audioFormat", {OAVAudioFormatFlag}, readOption<&Arguments::audioFormat>},
+    {"audioQuality",
+     {OAVAudioQualityFlag},
+     readOption<&Arguments::audioQuality>,
+     "",
+     "one of min, low, medium, high, max"},
+    {"audioBitRate", {OAVAudioBitRateFlag}, readOption<&Arguments::audioBitRate>, "bit/s", anInteger},
+    {"sampleRate", {OAVAudioSampleRateFlag}, readOption<&Arguments::sampleRate>, "Hz", anInteger},
+    {"audioBitsPerChannel",
+     {OAVAudioBitsPerChannelFlag},
+     readOption<&Arguments::audioBitsPerChannel>,
+     "bits",
+     anInteger},
+    {"channelLayout", {OAVAudioChannelLayoutFlag}, readOption<&Arguments::channelLayout>},
+    {"outputChannels", {OAVAudioChannelLayoutFlag}, readOption<&Arguments::outputChannels>, "channels"},
+    {"channelLayoutTag", {OAVAudioChannelLayoutTagFlag}, readOption<&Arguments::channelLayoutTag>, "", anInteger},
     {"channelLayoutBitmap",
      {OAVAudioChannelLayoutBitmapFlag},
-     read<&Arguments::channelLayoutBitmap>,
+     readOption<&Arguments::channelLayoutBitmap>,
      "",
      "a list of channels as 'L R C LFE'"},
-    {"audioLanguageCode", {OAVAudioLanguageCodeFlag}, read<&Arguments::audioLanguageCode>},
-    {"audioOutputIsDiscrete", {OAVDiscreteAudioFlag}, read<&Arguments::audioOutputIsDiscrete>},
+    {"audioLanguageCode", {OAVAudioLanguageCodeFlag}, readOption<&Arguments::audioLanguageCode>},
+    {"audioOutputIsDiscrete", {OAVDiscreteAudioFlag}, readOption<&Arguments::audioOutputIsDiscrete>},
     {"audioOutputChannelsMatchSource",
      {OAVAudioChannelMatchSourceFlag},
-     read<&Arguments::audioOutputChannelsMatchSource>},
+     readOption<&Arguments::audioOutputChannelsMatchSource>},
     {"ignoredAudioFileTracks", {OAVAudioIgnoreTracksPrefixFlag}, readIgnoredTracks},
 
     {"timecodeSource",
      {OAVTimecodeMatchSourceFlag, OAVTimecodeFromCreationDateFlag, OAVTimecodeCustomFlag},
-     read<&Arguments::timecodeSource>},
-    {"timecode", {OAVTimecodeCustomFlag}, read<&Arguments::timecode>},
-    {"timecodeFrameRate", {OAVTimecodeFrameRateFlag}, read<&Arguments::timecodeFrameRate>, "frames/s", aNumber},
+     readOption<&Arguments::timecodeSource>},
+    {"timecode", {OAVTimecodeCustomFlag}, readOption<&Arguments::timecode>},
+    {"timecodeFrameRate", {OAVTimecodeFrameRateFlag}, readOption<&Arguments::timecodeFrameRate>, "frames/s", aNumber},
     {"timecodeDropFrameState",
      {OAVTimecodeIsDropFlag, OAVTimecodeIsNonDropFlag, OAVTimecodeCustomFlag},
-     read<&Arguments::timecodeDropFrameState>},
-    {"addTimecodeTrack", {OAVTimecodeAddTrackFlag}, read<&Arguments::addTimecodeTrack>},
-    {"addTimecodeBurn", {OAVTimecodeAddBurnFlag}, read<&Arguments::addTimecodeBurn>},
-    {"bypassNTSCDrop", {OAVTimecodeBypassNTSCDropFlag}, read<&Arguments::bypassNTSCDrop>},
-    {"includeTimecode", {OAVTimecodeAddTrackFlag, OAVTimecodeAddBurnFlag}, read<&Arguments::includeTimecode>},
-    {"timecodeBurnAnchor", {OAVTimecodeBurnAnchorFlag}, read<&Arguments::timecodeBurnAnchor>},
-    {"timecodeBurnFontSize", {OAVTimecodeBurnFontSize}, read<&Arguments::timecodeBurnFontSize>, "", anInteger},
-    {"timecodeBurnFontColor", {OAVTimecodeBurnFontRGB}, read<&Arguments::timecodeBurnFontColor>, "", aColor},
-    {"timecodeBurnBoxColor", {OAVTimecodeBurnBoxRGB}, read<&Arguments::timecodeBurnBoxColor>, "", aColor},
+     readOption<&Arguments::timecodeDropFrameState>},
+    {"addTimecodeTrack", {OAVTimecodeAddTrackFlag}, readOption<&Arguments::addTimecodeTrack>},
+    {"addTimecodeBurn", {OAVTimecodeAddBurnFlag}, readOption<&Arguments::addTimecodeBurn>},
+    {"bypassNTSCDrop", {OAVTimecodeBypassNTSCDropFlag}, readOption<&Arguments::bypassNTSCDrop>},
+    {"includeTimecode", {OAVTimecodeAddTrackFlag, OAVTimecodeAddBurnFlag}, readOption<&Arguments::includeTimecode>},
+    {"timecodeBurnAnchor", {OAVTimecodeBurnAnchorFlag}, readOption<&Arguments::timecodeBurnAnchor>},
+    {"timecodeBurnFontSize",
+     {OAVTimecodeBurnFontSize},
+     readOption<&Arguments::timecodeBurnFontSize>,
+     "pixels",
+     anInteger},
+    {"timecodeBurnFontColor", {OAVTimecodeBurnFontRGB}, readOption<&Arguments::timecodeBurnFontColor>, "", aColor},
+    {"timecodeBurnBoxColor", {OAVTimecodeBurnBoxRGB}, readOption<&Arguments::timecodeBurnBoxColor>, "", aColor},
 
-    {"watermarkFilePath", {OAVWatermarkFileBurnFilePathFlag}, read<&Arguments::watermarkFilePath>},
-    {"watermarkFileAnchor", {OAVWatermarkFileBurnAnchorFlag}, read<&Arguments::watermarkFileAnchor>},
+    {"watermarkFilePath", {OAVWatermarkFileBurnFilePathFlag}, readOption<&Arguments::watermarkFilePath>},
+    {"watermarkFileAnchor", {OAVWatermarkFileBurnAnchorFlag}, readOption<&Arguments::watermarkFileAnchor>},
     {"watermarkFileScale",
      {OAVWatermarkFileBurnScaleFlag},
-     read<&Arguments::watermarkFileScale>,
+     readOption<&Arguments::watermarkFileScale>,
      "times",
      "a number above 0"},
-    {"addWatermarkText", {OAVWatermarkTextAddBurnFlag}, read<&Arguments::addWatermarkText>},
-    {"watermarkText", {OAVWatermarkTextBurnTextFlag}, read<&Arguments::watermarkText>},
+    {"addWatermarkText", {OAVWatermarkTextAddBurnFlag}, readOption<&Arguments::addWatermarkText>},
+    {"watermarkText", {OAVWatermarkTextBurnTextFlag}, readOption<&Arguments::watermarkText>},
     {"watermarkTextBurnFontSize",
      {OAVWatermarkTextBurnFontSizeFlag},
-     read<&Arguments::watermarkTextBurnFontSize>,
-     "",
+     readOption<&Arguments::watermarkTextBurnFontSize>,
+     "pixels",
      anInteger},
-    {"watermarkTextAnchor", {OAVWatermarkTextBurnAnchorFlag}, read<&Arguments::watermarkTextAnchor>},
-    {"watermarkTextFontColor", {OAVWatermarkTextBurnFontRGBFlag}, read<&Arguments::watermarkTextFontColor>, "", aColor},
-    {"watermarkTextBoxColor", {OAVWatermarkTextBurnBoxRGBFlag}, read<&Arguments::watermarkTextBoxColor>, "", aColor},
+    {"watermarkTextAnchor", {OAVWatermarkTextBurnAnchorFlag}, readOption<&Arguments::watermarkTextAnchor>},
+    {"watermarkTextFontColor",
+     {OAVWatermarkTextBurnFontRGBFlag},
+     readOption<&Arguments::watermarkTextFontColor>,
+     "",
+     aColor},
+    {"watermarkTextBoxColor",
+     {OAVWatermarkTextBurnBoxRGBFlag},
+     readOption<&Arguments::watermarkTextBoxColor>,
+     "",
+     aColor},
 };
 
 /// Flags whose text the accessors read leniently or together with others', so that a reading does not tell a mistake.
@@ -234,6 +308,7 @@ struct Check {
     Flag flag;
     bool (*isValid)(std::string_view text);
     std::string_view expected;
+    std::string_view type;
 };
 
 template <bool (*isValid)(std::string_view)>
@@ -252,11 +327,12 @@ constexpr auto isNumber = [](std::string_view text) { return parseFloat<double>(
 constexpr auto isTimecode = [](std::string_view text) { return TimecodeComponents::fromTimecode(text).has_value(); };
 
 constexpr Check checks[] = {
-    {TranscodeCLIFlag::ovw, isNumber, aNumber},
-    {TranscodeCLIFlag::ovh, isNumber, aNumber},
-    {OAVVideoFrameCapacityFlag, isWholeNumber, "a whole number from 0"},
-    {OAVVideoGPUTransformFlag, areAll<isDeviceOrPlatform>, "a list of device numbers, or opencl, metal, default"},
-    {OAVTimecodeCustomFlag, isTimecode, "a timecode as 01:00:00:00"},
+    {TranscodeCLIFlag::ovw, isNumber, aNumber, "number"},
+    {TranscodeCLIFlag::ovh, isNumber, aNumber, "number"},
+    {OAVVideoFrameCapacityFlag, isWholeNumber, "a whole number from 0", "integer"},
+    {OAVVideoGPUTransformFlag, areAll<isDeviceOrPlatform>, "a list of device numbers, or opencl, metal, default",
+     "list of choices or integers"},
+    {OAVTimecodeCustomFlag, isTimecode, "a timecode as 01:00:00:00", "timecode"},
 };
 
 std::string problemOf(std::string_view text, std::string_view expected) {
@@ -281,7 +357,7 @@ void checkIgnoredTracks(const Arguments& arguments, std::vector<UnreadableOption
 /// The flags of the row that are set, as the lookup spells them.
 std::vector<std::string_view> flagsSet(const Row& row, const ArgumentLookup& lookup) {
     std::vector<std::string_view> set;
-    const bool isPrefix = row.read == readIgnoredTracks;
+    const bool isPrefix = row.read.value == readIgnoredTracks.value;
     for (const Flag& flag : row.flags) {
         if (flag.text.empty()) continue;
         for (auto entry = lookup.lower_bound(flag.text); entry != lookup.end(); ++entry) {
@@ -322,7 +398,7 @@ TypedOptions typedOptions(const Arguments& arguments) {
     for (const Row& row : rows) {
         auto flags = flagsSet(row, lookup);
         if (flags.empty()) continue;
-        if (auto value = row.read(arguments)) {
+        if (auto value = row.read.value(arguments)) {
             options.readable.push_back({row.accessor, std::move(flags), *std::move(value), row.unit});
         } else if (!row.expected.empty()) {
             const auto& [flag, text] = *lookup.find(flags.front());
@@ -336,6 +412,20 @@ TypedOptions typedOptions(const Arguments& arguments) {
     }
     checkIgnoredTracks(arguments, options.unreadable);
     return options;
+}
+
+FlagReading flagReading(std::string_view flag) {
+    FlagReading reading;
+    const auto check = std::find_if(std::begin(checks), std::end(checks),
+                                    [&](const Check& candidate) { return candidate.flag.text == flag; });
+    if (check != std::end(checks)) reading.type = check->type;
+    const auto row = std::find_if(std::begin(rows), std::end(rows),
+                                  [&](const Row& candidate) { return candidate.flags.front().text == flag; });
+    if (row != std::end(rows)) {
+        reading.unit = row->unit;
+        if (reading.type.empty()) reading.type = row->read.type;
+    }
+    return reading;
 }
 
 }  // namespace corvex::tool

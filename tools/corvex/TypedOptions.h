@@ -38,4 +38,13 @@ struct TypedOptions {
 /// value as an object. An option that reads several flags is left out when together they give no value.
 [[nodiscard]] TypedOptions typedOptions(const TranscodeCliArguments& arguments);
 
+/// How the text of one flag is read: "integer" and "bit/s".
+struct FlagReading {
+    std::string_view type;  ///< Empty where no option reads the flag for itself.
+    std::string_view unit;
+};
+
+/// By the same rows as the options.
+[[nodiscard]] FlagReading flagReading(std::string_view flag);
+
 }  // namespace corvex::tool

@@ -22,10 +22,10 @@ namespace {
 using corvex::tool::ExitStatus;
 
 constexpr corvex::tool::AddSubcommand subcommands[] = {
-    corvex::tool::addAnalyzeCommand,   corvex::tool::addArgsCommand,     corvex::tool::addAudioCommand,
-    corvex::tool::addColorCommand,     corvex::tool::addLutCommand,      corvex::tool::addMediaCommand,
-    corvex::tool::addRateCommand,      corvex::tool::addSettingsCommand, corvex::tool::addTimecodeCommand,
-    corvex::tool::addTranscodeCommand,
+    corvex::tool::addAnalyzeCommand,  corvex::tool::addArgsCommand,      corvex::tool::addAudioCommand,
+    corvex::tool::addColorCommand,    corvex::tool::addGenerateCommand,  corvex::tool::addLutCommand,
+    corvex::tool::addMediaCommand,    corvex::tool::addRateCommand,      corvex::tool::addSettingsCommand,
+    corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand, corvex::tool::addVocabularyCommand,
 };
 
 /// Everything up to "--" is the tool's own; what follows is taken as it stands.

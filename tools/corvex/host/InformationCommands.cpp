@@ -1,67 +1,44 @@
 #include <tools/corvex/host/InformationCommands.h>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <span>
 #include <string_view>
 
 #include <fmt/format.h>
 
-#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
 #include <Corvex/exported/TranscodeVocabulary.h>
+#include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Text.h>
 #include <Corvex/platform/Version.h>
+#include <tools/corvex/vocabulary/FlagVocabulary.h>
+#include <tools/corvex/vocabulary/KnownValues.h>
 #include <tools/corvex/worker/AudioFormatSettings.h>
-#include <tools/corvex/worker/TranscodeJob.h>
 #include <tools/corvex/worker/VideoCodecSettings.h>
 
 namespace corvex::tool {
 namespace {
 
-// The families without a list of their own, for the commands that show them.
-constexpr std::array colorSpaces{OAVRec2020ColorSpace, OAVRec2020HLGColorSpace, OAVRec2020PQColorSpace,
-                                 OAVRec709ColorSpace,  OAVSrgbColorSpace,       OAVSmptecColorSpace,
-                                 OAVEbu3213ColorSpace};
-constexpr std::array colorMatrices{OAV_M_YCbCr_ITU_R_709_2, OAV_M_YCbCr_ITU_R_604_4, OAV_M_YCbCr_SMPTE_240M_1995,
-                                   OAV_M_YCbCr_ITU_R_2020};
-constexpr std::array transferFunctions{
-    OAV_T_ITU_R_709_2,    OAV_T_SMPTE_240M_1995,  OAV_T_UseGamma,       OAV_T_sRGB,  OAV_T_ITU_R_2020,
-    OAV_T_SMPTE_ST_428_1, OAV_T_SMPTE_ST_2084_PQ, OAV_T_ITU_R_2100_HLG, OAV_T_Linear};
-/// Short names of channels, SMPTE ST 2067-8.
-constexpr std::array<std::string_view, 18> channelLabels{"L",   "R",  "C",  "LFE", "Ls", "Rs",  "Lss", "Rss", "Lrs",
-                                                         "Rrs", "Lc", "Rc", "Cs",  "HI", "VIN", "M1",  "Lt",  "Rt"};
-
-template <class Values>
-void printValues(const Values& values) {
-    for (const auto& value : values) fmt::print("{}\n", value.rawValue());
+template <class Value>
+void printKnown() {
+    for (const std::string_view text : knownTexts<Value>()) fmt::print("{}\n", text);
 }
 
-template <class Flags>
-void printFlags(std::string_view title, const Flags& flags) {
-    fmt::print("\n{}\n", title);
-    for (const auto& flag : flags) {
-        fmt::print("  {:<28}{:<10}{}\n", flag.cliFlag(), flag.acceptsArguments() ? "VALUE" : "",
-                   isCarriedOut(flag.cliFlag()) ? "" : "not carried out by this worker");
-    }
-}
-
+/// The vocabulary of a transcode, a line for each flag.
 void printHelp() {
     fmt::print(
         "usage: corvex transcode -in FILE -out FILE [FLAG [VALUE...]]...\n"
         "A value is the words up to the next flag and cannot begin with '-'. Several inputs are numbered:\n"
-        "-in_<group>_<position> FILE.\n"
-        "\nInformation\n");
-    for (const auto& command : OAVTranscodeCliCommand::allCases()) fmt::print("  {}\n", command.cliFlag());
-    fmt::print("  {}\n", OAVCliWatermarkFileBurnAnchorsFlag.cliFlag());
-    printFlags("General", OAVTranscodeArgumentFlag::allCases());
-    printFlags("Video", OAVTranscodeVideoArgumentFlag::allCases());
-    printFlags("Audio", OAVTranscodeAudioArgumentFlag::allCases());
-    printFlags("Timecode", OAVTranscodeTimecodeArgumentFlag::allCases());
-    printFlags("Image watermark", OAVTranscodeWatermarkFileArgumentFlag::allCases());
-    printFlags("Text watermark", OAVTranscodeWatermarkTextArgumentFlag::allCases());
-    printFlags("ARRI look", OAVTranscodeArriLookArgumentFlag::allCases());
+        "-in_<group>_<position> FILE. 'corvex vocabulary' shows types, units and values.\n");
+    std::string_view group;
+    for (const VocabularyFlag& flag : flagVocabulary()) {
+        if (flag.command != "transcode") continue;
+        if (flag.group != group) fmt::print("\n{}\n", flag.group);
+        group = flag.group;
+        fmt::print("  {:<27}{:<6}{}{}\n", flag.flag, flag.wantsValue() ? "VALUE" : "", flag.meaning,
+                   flag.isCarriedOut ? "" : " (not carried out here)");
+    }
 }
 
 void printCodecs() {
@@ -99,7 +76,7 @@ void printPresets() {
     }
 }
 
-void printAnchors() { printValues(OAVTranscodeArgumentOverlayAnchorValue::allCases()); }
+constexpr auto printAnchors = printKnown<OAVTranscodeArgumentOverlayAnchorValue>;
 
 void printAcknowledgements() {
     fmt::print(
@@ -124,18 +101,15 @@ constexpr Answer answers[] = {
     {OAVCliVersionFlag, [] { fmt::print("corvex {}\n", versionString); }},
     {OAVCliAcknowledgementFlag, printAcknowledgements},
     {OAVCliPresetsFlag, printPresets},
-    {OAVCliAspectRatioScalingsFlag, [] { printValues(OAVTranscodeArgumentAspectRatioValue::allCases()); }},
+    {OAVCliAspectRatioScalingsFlag, printKnown<OAVTranscodeArgumentAspectRatioValue>},
     {OAVCliCropAnchorsFlag, printAnchors},
-    {OAVCliColorSpacesFlag, [] { printValues(colorSpaces); }},
-    {OAVCliAudioChannelLayoutsFlag, [] { printValues(OAVTranscodeArgumentAudioChannelLayoutValue::allCases()); }},
-    {OAVCliAudioChannelBitmapsFlag,
-     [] {
-         for (const std::string_view label : channelLabels) fmt::print("{}\n", label);
-     }},
+    {OAVCliColorSpacesFlag, printKnown<OAVTranscodeArgumentColorSpaceValue>},
+    {OAVCliAudioChannelLayoutsFlag, printKnown<OAVTranscodeArgumentAudioChannelLayoutValue>},
+    {OAVCliAudioChannelBitmapsFlag, printKnown<AudioChannelLabel>},
     {OAVCliTimecodeBurnAnchorsFlag, printAnchors},
     {OAVCliGpuDevicesFlag, [] { fmt::print("none: this worker computes on the processor\n"); }},
-    {OAVCliVideoColorMatriciesFlag, [] { printValues(colorMatrices); }},
-    {OAVCliVideoColorTransferFunctionsFlag, [] { printValues(transferFunctions); }},
+    {OAVCliVideoColorMatriciesFlag, printKnown<OAVTranscodeArgumentColorMatrixValue>},
+    {OAVCliVideoColorTransferFunctionsFlag, printKnown<OAVTranscodeArgumentColorTransferFunctionValue>},
     {OAVCliWatermarkFileBurnAnchorsFlag, printAnchors},
 };
 static_assert(std::size(answers) == OAVTranscodeCliCommand::allCases().size() + 1);

@@ -71,6 +71,8 @@ std::string namesOfAll() {
 
 std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept { return videoCodecs; }
 
+std::span<const CodecProfile> allCodecProfiles() noexcept { return profiles; }
+
 const VideoCodecSettings& videoCodecSettings(const OAVTranscodeArgumentVideoCodecValue& codec) {
     const auto found = std::find_if(std::begin(videoCodecs), std::end(videoCodecs),
                                     [&](const auto& row) { return row.codec == codec; });

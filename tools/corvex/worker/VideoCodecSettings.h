@@ -51,6 +51,9 @@ struct CodecProfile {
 /// The profile of a codec. Throws UsageError naming it when the codec has no such one to choose.
 [[nodiscard]] const CodecProfile& codecProfile(const VideoCodecSettings& settings, std::string_view name);
 
+/// All profiles that can be chosen, by codec.
+[[nodiscard]] std::span<const CodecProfile> allCodecProfiles() noexcept;
+
 /// All codec values that a worker can be asked for.
 [[nodiscard]] std::span<const VideoCodecSettings> allVideoCodecSettings() noexcept;
 

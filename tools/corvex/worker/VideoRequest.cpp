@@ -14,13 +14,13 @@ namespace {
 
 using Arguments = TranscodeCliArguments;
 
-constexpr int largestSide = 16384;
+constexpr int largestPictureSide = 16384;
 constexpr float largestMegabits = 10'000;
 constexpr float largestFrameRate = 1000;
 constexpr std::int64_t mostFrames = std::numeric_limits<std::int64_t>::max();
 
 void requireSide(std::string_view flag, std::string_view text, double side) {
-    if (side < 1 || side > largestSide) failExpecting(flag, text, "1 to 16384 pixels");
+    if (side < 1 || side > largestPictureSide) failExpecting(flag, text, "1 to 16384 pixels");
 }
 
 /// The box into which pictures are brought: "-ovw" and "-ovh" before "-dims".
@@ -45,7 +45,7 @@ std::optional<PixelSize> boxOf(const Arguments& arguments) {
         }
         return std::nullopt;
     }
-    if (resolution->width > largestSide || resolution->height > largestSide) {
+    if (resolution->width > largestPictureSide || resolution->height > largestPictureSide) {
         throw UsageError("the output would be " + std::to_string(resolution->width) + "x" +
                          std::to_string(resolution->height) + "; expected sides of 1 to 16384 pixels");
     }

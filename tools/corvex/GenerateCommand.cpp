@@ -1,0 +1,54 @@
+// corvex generate: the manual pages and the completion scripts, from the same tables as the parsers.
+
+#include <filesystem>
+#include <fstream>
+
+#include <CLI/CLI.hpp>
+
+#include <tools/corvex/Subcommand.h>
+#include <tools/corvex/manual/Completion.h>
+#include <tools/corvex/manual/ManualPage.h>
+
+namespace corvex::tool {
+namespace {
+
+void writeText(const std::filesystem::path& file, const std::string& text) {
+    std::error_code error;  // what it would say, the file says, too
+    std::filesystem::create_directories(file.parent_path(), error);
+    std::ofstream stream(file, std::ios::binary);
+    stream << text;
+    stream.close();
+    if (!stream) throw JobError("cannot write " + inQuotes(file.native()));
+}
+
+void generate(const CLI::App& app, const std::filesystem::path& directory) {
+    const std::vector<CommandPlace> places = commandPlaces(app);
+    for (const CommandPlace& place : places) {
+        if (!hasManualPage(place)) continue;
+        writeText(directory / "man/man1" / (manualName(place) + ".1"), manualPage(place, places));
+    }
+    writeText(directory / "bash-completion/completions/corvex", bashCompletion(places));
+    writeText(directory / "zsh/site-functions/_corvex", zshCompletion(places));
+    writeText(directory / "fish/vendor_completions.d/corvex.fish", fishCompletion(places));
+}
+
+}  // namespace
+
+void addGenerateCommand(CLI::App& app, const Invocation& /*invocation*/, Action& action) {
+    auto directory = std::make_shared<std::string>();
+    CLI::App* command = app.add_subcommand("generate", "Write the manual pages and the completions of the shells");
+    command->add_option("DIR", *directory, "The folder below which they come, as ~/.local/share")->required();
+    command->footer(
+        "Files that are there already are replaced. bash, fish and man find what lies below ~/.local/share;\n"
+        "zsh is told with fpath+=~/.local/share/zsh/site-functions before compinit.\n"
+        "Example:\n"
+        "  corvex generate ~/.local/share");
+    command->callback([directory, &app, &action] {
+        action = [directory, &app] {
+            generate(app, *directory);
+            return ExitStatus::success;
+        };
+    });
+}
+
+}  // namespace corvex::tool
