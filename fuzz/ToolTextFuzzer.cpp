@@ -10,7 +10,7 @@
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/ToolError.h>
 #include <tools/corvex/host/ProgressDisplay.h>
-#include <tools/corvex/lut/StillImage.h>
+#include <tools/corvex/image/StillImage.h>
 #include <tools/corvex/worker/QuickTimeLanguage.h>
 
 namespace {
