@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::argumentLookupTests {
 namespace {
 
 /// Changes a lookup at random beside a std::map, through sizes below and above those at which it keeps a table.
@@ -52,4 +52,4 @@ TEST(ArgumentLookup, isASortedMap) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::argumentLookupTests

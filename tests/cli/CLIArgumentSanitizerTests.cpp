@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::cLIArgumentSanitizerTests {
 namespace {
 
 using Words = std::vector<std::string>;
@@ -83,4 +83,4 @@ TEST(CLIArgumentSanitizer, failingOptionsEndTheWalk) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::cLIArgumentSanitizerTests

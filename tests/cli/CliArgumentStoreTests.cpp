@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::cliArgumentStoreTests {
 namespace {
 
 using Words = std::vector<std::string>;
@@ -84,4 +84,4 @@ TEST(CLICustodialFlag, flagsAreCleanedAsAsked) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::cliArgumentStoreTests

@@ -12,7 +12,7 @@
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
 #include <Corvex/media/AudioChannelLabel.h>
 
-namespace corvex {
+namespace corvex::transcodeOptionAccessorTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -222,4 +222,4 @@ TEST(TranscodeOptionAccessors, choicesThatTheCommandLineCannotNameRemoveTheFlag)
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeOptionAccessorTests

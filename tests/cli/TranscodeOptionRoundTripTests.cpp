@@ -17,7 +17,7 @@
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/timing/TimecodeComponents.h>
 
-namespace corvex {
+namespace corvex::transcodeOptionRoundTripTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -154,4 +154,4 @@ TEST(TranscodeOptionRoundTrip, theProcessLocaleDoesNotMatter) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeOptionRoundTripTests

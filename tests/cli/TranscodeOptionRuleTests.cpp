@@ -15,7 +15,7 @@
 #include <Corvex/platform/Log.h>
 #include <Corvex/timing/TimecodeComponents.h>
 
-namespace corvex {
+namespace corvex::transcodeOptionRuleTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -435,4 +435,4 @@ TEST(TranscodeOptionRules, timecodeAndWatermarkDetailsCopyOnlyWhatTheyHave) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeOptionRuleTests

@@ -28,7 +28,7 @@ struct Spoil {
 };
 template struct Spoil<&Tree::size_, &Node::parent_>;
 
-namespace corvex {
+namespace corvex::aVLTreeTests {
 namespace {
 
 /// The textbook tree, slow and plain: heights are counted anew and every ancestor is looked at.
@@ -286,4 +286,4 @@ TEST(AVLTreeDeathTest, corruptTreesAndOverflowingSizes) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::aVLTreeTests

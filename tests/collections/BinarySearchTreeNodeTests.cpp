@@ -11,7 +11,7 @@
 
 #include "SmallStack.h"
 
-namespace corvex {
+namespace corvex::binarySearchTreeNodeTests {
 namespace {
 
 using Node = BinarySearchTreeNode<int>;
@@ -92,4 +92,4 @@ TEST(BinarySearchTreeNode, listsNeedNoMoreStackThanBushes) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::binarySearchTreeNodeTests

@@ -10,7 +10,7 @@
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 #include <Corvex/color/StandardColorSpaceSignal.h>
 
-namespace corvex {
+namespace corvex::colorSignalTests {
 namespace {
 
 using Space = OrvaneVideoColorSpace;
@@ -155,4 +155,4 @@ TEST(ColorSignals, encodingsShareTheirSignal) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::colorSignalTests

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::colorTests {
 namespace {
 
 using Bytes = std::array<std::uint8_t, 4>;
@@ -132,4 +132,4 @@ TEST(Color, lists) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::colorTests

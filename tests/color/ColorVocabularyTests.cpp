@@ -16,7 +16,7 @@
 #include <Corvex/color/OrvaneVideoColorPrimaries.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 
-namespace corvex {
+namespace corvex::colorVocabularyTests {
 namespace {
 
 using Space = OrvaneVideoColorSpace;
@@ -172,4 +172,4 @@ TEST(ColorVocabulary, cloudNumbers) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::colorVocabularyTests

@@ -12,7 +12,7 @@
 
 #include "Coroutines.h"
 
-namespace corvex {
+namespace corvex::fifoBufferTests {
 namespace {
 
 using Buffer = OrvaneBlockingFifoBuffer<std::string>;
@@ -148,4 +148,4 @@ TEST(OrvaneBlockingFifoBuffer, stress) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::fifoBufferTests

@@ -5,7 +5,7 @@
 #include <Corvex/concurrency/MainActor.h>
 #include <Corvex/platform/ManualExecutor.h>
 
-namespace corvex {
+namespace corvex::mainActorTests {
 namespace {
 
 TEST(MainActorDeathTest, withoutAHostsExecutorTheProcessStops) {
@@ -41,4 +41,4 @@ TEST(MainActor, runsItsWorkThereAndItsCallersWhereTheyWere) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::mainActorTests

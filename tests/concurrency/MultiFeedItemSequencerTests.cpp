@@ -11,7 +11,7 @@
 
 #include "SequencerSchedules.h"
 
-namespace corvex {
+namespace corvex::multiFeedItemSequencerTests {
 namespace {
 
 using Sequencer = MultiFeedItemSequencer<std::string, std::string>;
@@ -179,4 +179,4 @@ TEST(MultiFeedItemSequencerDeathTest, capacitiesBeyondTheSignedRangeStopTheProce
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::multiFeedItemSequencerTests

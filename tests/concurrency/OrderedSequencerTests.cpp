@@ -15,7 +15,7 @@
 
 #include "SequencerSchedules.h"
 
-namespace corvex {
+namespace corvex::orderedSequencerTests {
 namespace {
 
 using Guided = GuidedItemSequencer<int, std::string>;
@@ -277,4 +277,4 @@ TEST(OrderedSequencers, behaveAsTheirModels) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::orderedSequencerTests

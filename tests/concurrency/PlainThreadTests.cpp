@@ -12,7 +12,7 @@
 #include <Corvex/concurrency/UnfairLockBasedAtomicSwitch.h>
 #include <Corvex/platform/StatusMessages.h>
 
-namespace corvex {
+namespace corvex::plainThreadTests {
 namespace {
 
 std::vector<std::unique_ptr<AtomicSwitch>> switchesOfEveryKind(bool isOn) {
@@ -155,4 +155,4 @@ TEST(StatusMessages, aHostsTableReplacesThePlatforms) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::plainThreadTests

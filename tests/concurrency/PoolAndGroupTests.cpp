@@ -15,7 +15,7 @@
 
 #include "Coroutines.h"
 
-namespace corvex {
+namespace corvex::poolAndGroupTests {
 namespace {
 
 using Pool = SimpleAsyncPool<std::string>;
@@ -186,4 +186,4 @@ TEST(AsyncTaskGroup, schedules) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::poolAndGroupTests

@@ -15,7 +15,7 @@
 
 #include "Coroutines.h"
 
-namespace corvex {
+namespace corvex::semaphoreTests {
 namespace {
 
 /// Appends the name when it has a slot; in upper case when it was turned away.
@@ -198,4 +198,4 @@ TEST(AsyncSwitch, togglesAndSetsForAllItsCopies) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::semaphoreTests

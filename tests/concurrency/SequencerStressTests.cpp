@@ -19,7 +19,7 @@
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
 
-namespace corvex {
+namespace corvex::sequencerStressTests {
 namespace {
 
 using Keys = std::vector<int>;
@@ -192,4 +192,4 @@ TEST(SequencerStress, multiFeed) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::sequencerStressTests

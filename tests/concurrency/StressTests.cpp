@@ -16,7 +16,7 @@
 
 // Many tasks, random delays, closing at random moments. What is counted on one side must come out on the other; races
 // and leaks show under the sanitizers.
-namespace corvex {
+namespace corvex::stressTests {
 namespace {
 
 using std::chrono::microseconds;
@@ -200,4 +200,4 @@ TEST(Stress, throttledOperationsThatFailAndTimeOutGiveTheirSlotsBack) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::stressTests

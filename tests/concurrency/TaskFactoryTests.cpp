@@ -13,7 +13,7 @@
 
 #include "Coroutines.h"
 
-namespace corvex {
+namespace corvex::taskFactoryTests {
 namespace {
 
 using std::chrono::seconds;
@@ -218,4 +218,4 @@ TEST_F(TaskFactoryTest, stress) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::taskFactoryTests

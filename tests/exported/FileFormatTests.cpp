@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::fileFormatTests {
 namespace {
 
 using Codec = OAVTranscodeArgumentVideoCodecValue;
@@ -109,4 +109,4 @@ TEST(FileExtension, mapsToTypesAndBack) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::fileFormatTests

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::vocabularyTests {
 namespace {
 
 /// The words with one blank between.
@@ -107,4 +107,4 @@ TEST(Vocabulary, onlyTheSwitchesOfAFamilyTakeNoValue) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::vocabularyTests

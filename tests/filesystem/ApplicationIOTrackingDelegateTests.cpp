@@ -10,7 +10,7 @@
 
 #include <Corvex/platform/Log.h>
 
-namespace corvex {
+namespace corvex::applicationIOTrackingDelegateTests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -96,4 +96,4 @@ TEST(ApplicationIOTrackingDelegate, oneInstanceIsShared) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::applicationIOTrackingDelegateTests

@@ -9,7 +9,7 @@
 #include <Corvex/platform/Log.h>
 #include <tests/filesystem/LoginManagerMock.h>
 
-namespace corvex {
+namespace corvex::processInfoSleepManagerTests {
 namespace {
 
 using ::testing::AllOf;
@@ -77,4 +77,4 @@ TEST_F(SleepManager, activitiesThatDoNotMindSleepHoldNothing) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::processInfoSleepManagerTests

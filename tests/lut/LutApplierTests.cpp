@@ -14,7 +14,7 @@
 
 #include <Corvex/lut/ParsedLutFactory.h>
 
-namespace corvex {
+namespace corvex::lutApplierTests {
 namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
@@ -513,4 +513,4 @@ TEST(LutApplier, refusesWhatCannotBeApplied) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::lutApplierTests

@@ -9,15 +9,16 @@
 
 #include <Corvex/lut/ObjcLutDetail.h>
 #include <Corvex/platform/InputFile.h>
+#include <tests/Places.h>
 
 #include "LutFiles.h"
 
-namespace corvex {
+namespace corvex::lutFieldFileTests {
 namespace {
 
 using Value = nlohmann::json;
 
-const std::filesystem::path directory = std::filesystem::path(CORVEX_TEST_DATA) / "luts";
+const std::filesystem::path directory = std::filesystem::path(test::dataDirectory) / "luts";
 
 /// Every file of the field with what the rules of reading and sampling give for it, computed apart from this library.
 const Value& fieldFiles() {
@@ -164,4 +165,4 @@ TEST(LutFieldFilesDeathTest, samplesBelowZeroStopTheProcess) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::lutFieldFileTests

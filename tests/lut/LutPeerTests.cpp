@@ -23,10 +23,11 @@ extern "C" {
 
 #include <Corvex/lut/LutApplier.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <tests/Places.h>
 
 #include "LutFiles.h"
 
-namespace corvex {
+namespace corvex::lutPeerTests {
 namespace {
 
 namespace ocio = OCIO_NAMESPACE;
@@ -154,7 +155,7 @@ protected:
 };
 
 TEST_F(LutPeers, showTheSamePictureToACodeValueOfTenBits) {
-    const std::filesystem::path field = std::filesystem::path(CORVEX_TEST_DATA) / "luts";
+    const std::filesystem::path field = std::filesystem::path(test::dataDirectory) / "luts";
     const struct {
         std::filesystem::path path;
         bool byFFmpeg = true;
@@ -188,4 +189,4 @@ TEST_F(LutPeers, showTheSamePictureToACodeValueOfTenBits) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::lutPeerTests

@@ -13,7 +13,7 @@
 
 #include "LutFiles.h"
 
-namespace corvex {
+namespace corvex::lutReadingTests {
 namespace {
 
 using Triplets = std::vector<LutValueTriplet>;
@@ -349,4 +349,4 @@ TEST_F(LutFileLog, memoryStaysFlatWithoutANewline) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::lutReadingTests

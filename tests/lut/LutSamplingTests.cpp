@@ -11,7 +11,7 @@
 
 #include "LutFiles.h"
 
-namespace corvex {
+namespace corvex::lutSamplingTests {
 namespace {
 
 const TrilinearLutInterpolator trilinear;
@@ -249,4 +249,4 @@ TEST(OneDimensionConverter, bitDepthsAreFloorsOfLogarithms) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::lutSamplingTests

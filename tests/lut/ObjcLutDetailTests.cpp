@@ -7,7 +7,7 @@
 
 #include "LutFiles.h"
 
-namespace corvex {
+namespace corvex::objcLutDetailTests {
 namespace {
 
 class ObjcLut : public testing::Test {
@@ -57,4 +57,4 @@ TEST_F(ObjcLutDeathTest, negativeCodeValuesStopTheProcess) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::objcLutDetailTests

@@ -8,7 +8,7 @@
 #include <Corvex/exported/MediaVocabulary.h>
 #include <Corvex/platform/CharacterSet.h>
 
-namespace corvex {
+namespace corvex::mediaFormatConstantsTests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -101,4 +101,4 @@ TEST(CharacterSet, floatingPointDigitsAreThoseOfAllScriptsAndThePoint) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::mediaFormatConstantsTests

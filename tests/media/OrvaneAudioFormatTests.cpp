@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace corvex {
+namespace corvex::orvaneAudioFormatTests {
 namespace {
 
 using enum OrvaneAudioFormat;
@@ -79,4 +79,4 @@ TEST(OrvaneAudioFormat, everySourceHasAReplacement) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::orvaneAudioFormatTests

@@ -10,7 +10,7 @@
 
 #include <Corvex/platform/Log.h>
 
-namespace corvex {
+namespace corvex::pathEnumerationTests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -147,4 +147,4 @@ TEST_F(PathEnumeration, theSkipBlockStopsTheWalk) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::pathEnumerationTests

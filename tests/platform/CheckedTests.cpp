@@ -9,7 +9,7 @@
 
 #include <Corvex/platform/Log.h>
 
-namespace corvex {
+namespace corvex::checkedTests {
 namespace {
 
 constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
@@ -66,4 +66,4 @@ TEST(CheckedDeathTest, faultsAreHeardFromWithinASink) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::checkedTests

@@ -10,7 +10,7 @@
 #include <Corvex/platform/ConcurrentQueue.h>
 #include <Corvex/platform/SerialQueue.h>
 
-namespace corvex {
+namespace corvex::dispatchQueueTests {
 namespace {
 
 /// Work added to a queue on a manual executor: small letters, and capitals as barriers.
@@ -171,4 +171,4 @@ TEST(QualityOfService, equivalences) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::dispatchQueueTests

@@ -10,7 +10,7 @@
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
 
-namespace corvex {
+namespace corvex::executorTests {
 namespace {
 
 using std::chrono::milliseconds;
@@ -177,4 +177,4 @@ TEST(ThreadPoolDeathTest, postingAfterJoiningStopsTheProcess) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::executorTests

@@ -7,7 +7,7 @@
 
 #include <Corvex/platform/FrameCache.h>
 
-namespace corvex {
+namespace corvex::frameCacheTests {
 namespace {
 
 using detail::FrameCache;
@@ -50,4 +50,4 @@ TEST(FrameCache, blocksAreWholeAndHeldOnceAlsoWhenThreadsExchangeThem) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::frameCacheTests

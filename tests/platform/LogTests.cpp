@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::logTests {
 namespace {
 
 using Lines = std::vector<std::pair<LogLevel, std::string>>;
@@ -90,4 +90,4 @@ TEST_F(Log, sinkRunsForOneThreadAtATime) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::logTests

@@ -7,7 +7,7 @@
 #include <Corvex/platform/Number.h>
 #include <Corvex/platform/Rounding.h>
 
-namespace corvex {
+namespace corvex::numberTests {
 namespace {
 
 constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
@@ -120,4 +120,4 @@ TEST(Number, isEqualByValueWhateverItsKind) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::numberTests

@@ -11,7 +11,7 @@
 
 using namespace std::string_view_literals;
 
-namespace corvex {
+namespace corvex::numberTextTests {
 namespace {
 
 TEST(NumberText, integersAreWholeTextsInRange) {
@@ -93,4 +93,4 @@ TEST(NumberText, shortestTextIsPositional) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::numberTextTests

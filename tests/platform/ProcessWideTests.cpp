@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex {
+namespace corvex::processWideTests {
 namespace {
 
 std::atomic<int> makeCount{0};
@@ -55,4 +55,4 @@ TEST(ProcessWide, threadsSeeWholeValuesMadeOnce) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::processWideTests

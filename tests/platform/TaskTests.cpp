@@ -11,7 +11,7 @@
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
 
-namespace corvex {
+namespace corvex::taskTests {
 namespace {
 
 using std::chrono::milliseconds;
@@ -309,4 +309,4 @@ TEST(Task, stress) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::taskTests

@@ -8,7 +8,7 @@
 
 using namespace std::string_view_literals;
 
-namespace corvex {
+namespace corvex::textTests {
 namespace {
 
 struct MappingRow {
@@ -144,4 +144,4 @@ TEST(Text, piecesKeepEmptyOnes) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::textTests

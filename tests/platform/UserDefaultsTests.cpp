@@ -15,7 +15,7 @@
 #include <unistd.h>
 #include <csignal>
 
-namespace corvex {
+namespace corvex::userDefaultsTests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -306,4 +306,4 @@ TEST_F(UserDefaultsStore, aProcessKilledInTheFirstWriteLeavesAStoreThatWorks) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::userDefaultsTests

@@ -13,7 +13,7 @@
 #include <proto/cloudColorSpace.h>
 #include <proto/templateMessages.h>
 
-namespace corvex {
+namespace corvex::cloudMessagesTests {
 namespace {
 
 using Template = TranscodeVideoOptionsTemplate;
@@ -135,4 +135,4 @@ TEST(CloudMessages, onePipelineInFull) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::cloudMessagesTests

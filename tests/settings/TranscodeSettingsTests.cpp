@@ -7,7 +7,7 @@
 
 #include <Corvex/settings/NotificationName.h>
 
-namespace corvex {
+namespace corvex::transcodeSettingsTests {
 namespace {
 
 using Value = UserDefaults::Value;
@@ -87,4 +87,4 @@ TEST(NotificationName, namesAreThoseThatTheApplicationsShare) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeSettingsTests

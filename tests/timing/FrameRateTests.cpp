@@ -15,8 +15,9 @@
 #include <Corvex/timing/FrameRate.h>
 #include <Corvex/timing/FrameRateError.h>
 #include <Corvex/timing/VideoFrameRate.h>
+#include <tests/Places.h>
 
-namespace corvex {
+namespace corvex::frameRateTests {
 namespace {
 
 using Common = CommonVideoFrameRate;
@@ -166,8 +167,8 @@ TEST(FrameRate, describesItselfInTheLanguageOfTheProcess) {
         EXPECT_EQ(row.rate.pickerDescription(), row.picker) << row.description;
         EXPECT_EQ(row.rate.tag(), row.tag) << row.description;
     }
-    if (!std::filesystem::exists(CORVEX_TEST_LOCALE)) GTEST_SKIP() << "built without msgfmt";
-    setLocalizationDirectory(CORVEX_TEST_LOCALE);
+    if (!std::filesystem::exists(test::localeDirectory)) GTEST_SKIP() << "built without msgfmt";
+    setLocalizationDirectory(test::localeDirectory);
     setenv("LANGUAGE", "de", 1);
     ASSERT_NE(std::setlocale(LC_MESSAGES, "C.UTF-8"), nullptr);
     for (const auto& row : rows) EXPECT_EQ(row.rate.description(), row.german);
@@ -205,4 +206,4 @@ TEST(DeprecatedVideoFrameRate, codesUnderItsOwnName) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::frameRateTests

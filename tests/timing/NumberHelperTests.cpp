@@ -15,7 +15,7 @@
 #include <Corvex/timing/Sequences.h>
 #include <Corvex/timing/durationText.h>
 
-namespace corvex {
+namespace corvex::numberHelperTests {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -146,4 +146,4 @@ TEST(DurationText, elapsedTimeHasHundredths) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::numberHelperTests

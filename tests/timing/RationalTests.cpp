@@ -10,7 +10,7 @@
 #include <Corvex/timing/MediaRational.h>
 #include <Corvex/timing/NumericRational.h>
 
-namespace corvex {
+namespace corvex::rationalTests {
 namespace {
 
 constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
@@ -292,4 +292,4 @@ TEST(RationalDeathTest, overflowAndNumbersBeyond64BitsStopTheProcess) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::rationalTests

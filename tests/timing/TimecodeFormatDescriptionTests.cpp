@@ -4,7 +4,7 @@
 
 #include <Corvex/timing/TimecodeFrame.h>
 
-namespace corvex {
+namespace corvex::timecodeFormatDescriptionTests {
 namespace {
 
 using Case = TimecodeFormatError::Case;
@@ -113,4 +113,4 @@ TEST(TimecodeFormatDescription, refusesBytesThatDescribeNone) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::timecodeFormatDescriptionTests

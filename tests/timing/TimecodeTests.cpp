@@ -16,7 +16,7 @@
 #include <Corvex/timing/TimecodeFrame.h>
 #include <Corvex/timing/fileTimecode.h>
 
-namespace corvex {
+namespace corvex::timecodeTests {
 namespace {
 
 constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
@@ -338,4 +338,4 @@ TEST(TimecodeDeathTest, overflowAndZeroRatesStopTheProcess) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::timecodeTests

@@ -11,10 +11,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <tests/Places.h>
 #include <tests/filesystem/LoginManagerMock.h>
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::analysisEndToEndTests {
 namespace {
 
 using ::testing::AllOf;
@@ -43,7 +44,8 @@ protected:
         const CommandResult result = corvex(wordsFor(paths, more));
         EXPECT_EQ(result.exitStatus, exitStatus) << result.error;
         said_ = result.output;
-        const std::string schema = std::string(CORVEX_TEST_DATA) + "/../../docs/analysis-results.schema.json";
+        const std::string schema =
+            std::string(corvex::test::dataDirectory) + "/../../docs/analysis-results.schema.json";
         runOrFail({"python3", "-c",
                    "import json, jsonschema, sys\n"
                    "jsonschema.validate(json.load(open(sys.argv[1])), json.load(open(sys.argv[2])))",
@@ -339,7 +341,7 @@ TEST_F(AnalysisEndToEnd, anAnalysisThatIsStoppedLeavesNothing) {
     ASSERT_EQ(mkfifo(stuck.c_str(), 0600), 0);
     const int pipe = open(stuck.c_str(), O_RDWR | O_CLOEXEC);
     Words words = wordsFor({clip("plain"), stuck}, {"-snapshotLocation", "0", "-maxImageWidth", "64"});
-    words.insert(words.begin(), CORVEX_TOOL_PATH);
+    words.insert(words.begin(), corvex::test::toolPath);
     Command command(words);
     EXPECT_TRUE(eventually([&] { return work_.entries() == Words{"snapshot-1-1.jpg"}; }));
     EXPECT_TRUE(login.isInhibited());
@@ -352,4 +354,4 @@ TEST_F(AnalysisEndToEnd, anAnalysisThatIsStoppedLeavesNothing) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::analysisEndToEndTests

@@ -9,7 +9,7 @@
 #include <tools/corvex/analysis/ReadyPicture.h>
 #include <tools/corvex/analysis/StillPicture.h>
 
-namespace corvex::tool {
+namespace corvex::tool::analysisResultsTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -159,4 +159,4 @@ TEST(ReadyPicture, urisAreEscapedAsDesktopsDo) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::analysisResultsTests

@@ -5,7 +5,7 @@
 
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::argsOptionsTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -105,4 +105,4 @@ TEST(ArgsOptions, textHasUnitsFlagsAndMistakes) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::argsOptionsTests

@@ -4,7 +4,7 @@
 
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::audioCommandTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -45,4 +45,4 @@ TEST(AudioCommand, refusesWhatIsNoCode) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::audioCommandTests

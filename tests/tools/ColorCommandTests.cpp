@@ -5,7 +5,7 @@
 
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::colorCommandTests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -79,4 +79,4 @@ TEST(ColorCommand, unknownNamesAreOneClearLine) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::colorCommandTests

@@ -1,3 +1,4 @@
+#include <tests/Places.h>
 #include <tests/tools/Command.h>
 
 #include <algorithm>
@@ -26,8 +27,6 @@ Words wordsOf(std::string_view text) {
 }
 
 Command::Command(Words words) {
-    // Read by builds with AddressSanitizer alone: libx265 3.5 never frees what it allocates when it opens an encoder.
-    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" CORVEX_TEST_DATA "/leaks-of-others.txt", 0);
     setenv("CORVEX_SETTINGS_FILE", "/dev/null/none", 0);  // what the user prefers is no part of a test
     static int number = 0;
     const std::string stem =
@@ -79,7 +78,7 @@ CommandResult Command::wait() {
 CommandResult run(Words words) { return Command(std::move(words)).wait(); }
 
 CommandResult corvex(Words words) {
-    words.insert(words.begin(), CORVEX_TOOL_PATH);
+    words.insert(words.begin(), corvex::test::toolPath);
     return run(std::move(words));
 }
 

@@ -6,7 +6,7 @@
 
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::commandsEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -185,4 +185,4 @@ TEST(RefusalEndToEnd, anExistingTargetIsNotTouched) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::commandsEndToEndTests

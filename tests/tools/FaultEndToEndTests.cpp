@@ -11,9 +11,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <tests/Places.h>
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::faultEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -57,7 +58,7 @@ public:
         const std::size_t half = bytes.size() * 3 / 4;
         EXPECT_EQ(write(pipe_, bytes.data(), half), static_cast<ssize_t>(half));
         before.insert(before.end(),
-                      {CORVEX_TOOL_PATH, "transcode", "-in", directory.path("source.mkv"), "-out",
+                      {corvex::test::toolPath, "transcode", "-in", directory.path("source.mkv"), "-out",
                        directory.path("out.mov"), "-progress_file", progress(), "-vcodec", "prores422proxy"});
         before.insert(before.end(), more.begin(), more.end());
         command_.emplace(before);
@@ -149,8 +150,9 @@ TEST(FaultEndToEnd, aFullDiskIsOneClearLine) {
     for (const Row& row : rows) {
         const TemporaryDirectory directory;
         // A limit of 32 blocks of 512 bytes fails as a full disk does, with another text.
-        Words words{"sh",          "-c",   "ulimit -f 32; exec \"$@\"", "sh", CORVEX_TOOL_PATH, "transcode", "-in",
-                    clip("plain"), "-out", directory.path(row.name)};
+        Words words{
+            "sh",          "-c",   "ulimit -f 32; exec \"$@\"", "sh", corvex::test::toolPath, "transcode", "-in",
+            clip("plain"), "-out", directory.path(row.name)};
         words.insert(words.end(), row.words.begin(), row.words.end());
         const CommandResult result = run(words);
         EXPECT_EQ(result.exitStatus, 1) << row.name;
@@ -162,8 +164,9 @@ TEST(FaultEndToEnd, aFullDiskIsOneClearLine) {
 
 TEST(FaultEndToEnd, aReaderOfTheProgressMayLeave) {
     const TemporaryDirectory directory;
-    const CommandResult result = run({"bash", "-c", "\"$@\" | true; exit ${PIPESTATUS[0]}", "bash", CORVEX_TOOL_PATH,
-                                      "transcode", "-in", clip("plain"), "-out", directory.path("out.mov")});
+    const CommandResult result =
+        run({"bash", "-c", "\"$@\" | true; exit ${PIPESTATUS[0]}", "bash", corvex::test::toolPath, "transcode", "-in",
+             clip("plain"), "-out", directory.path("out.mov")});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
     EXPECT_EQ(directory.entries(), Words{"out.mov"});
 }
@@ -181,4 +184,4 @@ TEST(FaultEndToEnd, aWorkerWhoseParentIsGoneDoesNotStart) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::faultEndToEndTests

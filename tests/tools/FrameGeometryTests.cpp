@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex::tool {
+namespace corvex::tool::frameGeometryTests {
 namespace {
 
 constexpr PixelAspect square{1, 1};
@@ -143,4 +143,4 @@ TEST(FrameGeometry, filtersOnlyWhatIsNeeded) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::frameGeometryTests

@@ -11,7 +11,7 @@
 #include <tools/corvex/host/ProgressDisplay.h>
 #include <tools/corvex/worker/TransferMeter.h>
 
-namespace corvex::tool {
+namespace corvex::tool::hostTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -143,4 +143,4 @@ TEST(ProgressDisplay, redrawsOneBarOnATerminal) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::hostTests

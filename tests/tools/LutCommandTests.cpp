@@ -6,15 +6,16 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/platform/InputFile.h>
+#include <tests/Places.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::lutCommandTests {
 namespace {
 
 using ::testing::HasSubstr;
 using Value = nlohmann::json;
 
-const std::string directory = CORVEX_TEST_DATA "/luts/";
+const std::string directory = std::string(corvex::test::dataDirectory) + "/luts/";
 
 const Value& fieldFiles() {
     static const Value files = Value::parse(std::ifstream(directory + "expected.json"));
@@ -170,4 +171,4 @@ TEST(LutCommand, refusesInOneLineWithoutEverBeingStopped) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::lutCommandTests

@@ -16,7 +16,7 @@
 #include <tests/tools/Media.h>
 #include <tools/corvex/image/StillImage.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::lutPictureTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -339,4 +339,4 @@ TEST_F(LutCheck, plotShowsGreysAndCorners) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::lutPictureTests

@@ -8,9 +8,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <tests/Places.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::mediaCommandTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -134,10 +135,10 @@ TEST_F(MediaFind, refusesWhatItCannotUse) {
         EXPECT_THAT(result.error, HasSubstr(row.message));
     }
     const CommandResult gone =
-        run({"sh", "-c", std::string("'" CORVEX_TOOL_PATH "' media find '") + card_.path() + "' >/dev/full"});
+        run({"sh", "-c", std::string("'") + corvex::test::toolPath + "' media find '" + card_.path() + "' >/dev/full"});
     EXPECT_EQ(gone.exitStatus, 1);
     EXPECT_EQ(gone.error, "corvex: cannot write to standard output\n");
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::mediaCommandTests

@@ -8,7 +8,7 @@
 #include <tests/tools/Command.h>
 #include <tools/corvex/ToolError.h>
 
-namespace corvex::tool {
+namespace corvex::tool::outputFileTests {
 namespace {
 
 using test::readFile;
@@ -155,4 +155,4 @@ TEST(OutputFile, leftoversOfAnotherProcessAreFound) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::outputFileTests

@@ -15,7 +15,7 @@ extern "C" {
 #include <libavutil/timecode.h>
 }
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::overlayEndToEndTests {
 namespace {
 
 using Anchor = OAVTranscodeArgumentOverlayAnchorValue;
@@ -263,4 +263,4 @@ TEST(PictureStages, labelsCountThePicturesThatLeave) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::overlayEndToEndTests

@@ -10,7 +10,7 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
-namespace corvex::tool {
+namespace corvex::tool::overlayTests {
 namespace {
 
 using test::TemporaryDirectory;
@@ -262,4 +262,4 @@ TEST(PictureOverlays, whatDoesNotFitNamesItsFlag) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::overlayTests

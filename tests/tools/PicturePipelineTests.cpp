@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvex::tool {
+namespace corvex::tool::picturePipelineTests {
 namespace {
 
 void push(PicturePipeline& pipeline, std::int64_t number) {
@@ -85,4 +85,4 @@ TEST(PicturePipeline, stress) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::picturePipelineTests

@@ -7,7 +7,7 @@
 #include <Corvex/platform/UserDefaults.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::settingsCommandTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -96,4 +96,4 @@ TEST_F(SettingsCommand, refusesWhatCannotBe) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::settingsCommandTests

@@ -6,7 +6,7 @@
 #include <Corvex/timing/TimecodeFrame.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::timecodeMovieTests {
 namespace {
 
 /// The sample description of the movie's timecode track. Its handler and its sample table name the type, too; the
@@ -53,4 +53,4 @@ TEST(TimecodeMovie, ofTheFfmpegProgramIsReadAndWritten) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::timecodeMovieTests

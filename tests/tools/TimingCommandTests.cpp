@@ -4,9 +4,10 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include <tests/Places.h>
 #include <tests/tools/Command.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::timingCommandTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -85,8 +86,8 @@ TEST(RateCommand, listsInTheUsersLanguage) {
     const auto list = nlohmann::json::parse(corvex({"rate", "list", "--json"}).output);
     EXPECT_EQ(list["rates"].size(), 36U);
     EXPECT_EQ(list["choices"][0]["description"], "Match Source");
-    if (!std::filesystem::exists(CORVEX_TEST_LOCALE)) GTEST_SKIP() << "built without msgfmt";
-    const CommandResult german = run({"env", "LC_ALL=C.UTF-8", "LANGUAGE=de", CORVEX_TOOL_PATH, "rate", "list"});
+    if (!std::filesystem::exists(corvex::test::localeDirectory)) GTEST_SKIP() << "built without msgfmt";
+    const CommandResult german = run({"env", "LC_ALL=C.UTF-8", "LANGUAGE=de", corvex::test::toolPath, "rate", "list"});
     EXPECT_THAT(german.output, HasSubstr("Wie Quelle"));
 }
 
@@ -100,4 +101,4 @@ TEST(TimecodeCommand, speaksJson) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::timingCommandTests

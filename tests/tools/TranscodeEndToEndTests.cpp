@@ -8,7 +8,7 @@
 
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::transcodeEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -411,4 +411,4 @@ TEST_F(TranscodeEndToEnd, progressIsWrittenLineByLine) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::transcodeEndToEndTests

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace corvex::tool {
+namespace corvex::tool::transcodeJobTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -179,4 +179,4 @@ TEST(TranscodeJob, theParentIsKnownByItsCustodialFlag) {
 }
 
 }  // namespace
-}  // namespace corvex::tool
+}  // namespace corvex::tool::transcodeJobTests

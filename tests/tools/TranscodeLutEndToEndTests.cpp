@@ -11,7 +11,7 @@
 
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::transcodeLutEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -218,4 +218,4 @@ TEST_F(TranscodeLutEndToEnd, aTableThatCannotBeUsedGivesNoOutput) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::transcodeLutEndToEndTests

@@ -6,7 +6,7 @@
 
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::transcodeOptionsEndToEndTests {
 namespace {
 
 using ::testing::HasSubstr;
@@ -220,4 +220,4 @@ TEST_F(TranscodeOptionsEndToEnd, whatCannotBeHadIsOneClearLine) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::transcodeOptionsEndToEndTests

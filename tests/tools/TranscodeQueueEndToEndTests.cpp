@@ -13,10 +13,11 @@
 #include <unistd.h>
 
 #include <Corvex/settings/TranscodeSettings.h>
+#include <tests/Places.h>
 #include <tests/filesystem/LoginManagerMock.h>
 #include <tests/tools/Media.h>
 
-namespace corvex::tool::test {
+namespace corvex::tool::test::transcodeQueueEndToEndTests {
 namespace {
 
 using ::testing::AllOf;
@@ -37,7 +38,7 @@ protected:
 class StuckJobs {
 public:
     explicit StuckJobs(int count, const std::string& output) {
-        Words words{CORVEX_TOOL_PATH, "transcode", "-out", output};
+        Words words{corvex::test::toolPath, "transcode", "-out", output};
         for (int i = 0; i < count; ++i) {
             const std::string source = directory_.path("source" + std::to_string(i) + ".mkv");
             EXPECT_EQ(mkfifo(source.c_str(), 0600), 0);
@@ -190,4 +191,4 @@ TEST_F(TranscodeQueueEndToEnd, theMachineIsHeldAwakeWhileTranscodesRun) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::test
+}  // namespace corvex::tool::test::transcodeQueueEndToEndTests

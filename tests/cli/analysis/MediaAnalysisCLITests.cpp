@@ -13,7 +13,7 @@
 #include <Corvex/cli/analysis/MediaAnalysisImageCLIFlags.h>
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
 
-namespace corvex {
+namespace corvex::mediaAnalysisCLITests {
 namespace {
 
 using ::testing::ElementsAre;
@@ -201,4 +201,4 @@ TEST(MediaAnalysisRequest, looksWhatExists) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::mediaAnalysisCLITests

@@ -12,7 +12,7 @@
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Text.h>
 
-namespace corvex {
+namespace corvex::transcodeCliArgumentsTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -275,4 +275,4 @@ TEST(TranscodeCliArguments, decodingErrorsNameTheKey) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeCliArgumentsTests

@@ -7,7 +7,7 @@
 
 #include <Corvex/exported/OrvaneUTType.h>
 
-namespace corvex {
+namespace corvex::transcodeOptionsTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -103,4 +103,4 @@ TEST(TranscodeOptions, explicitTypeLivesUnderABareKey) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeOptionsTests

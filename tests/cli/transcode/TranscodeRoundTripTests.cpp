@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-namespace corvex {
+namespace corvex::transcodeRoundTripTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
@@ -64,4 +64,4 @@ TEST(TranscodeRoundTrip, parsingWhatWasRenderedGivesTheSameJob) {
 }
 
 }  // namespace
-}  // namespace corvex
+}  // namespace corvex::transcodeRoundTripTests
