@@ -1,5 +1,5 @@
 # What the measurements work on; sourced by them. $directory keeps it for the next run.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 
 # makeClip SECONDS [SIZE]: the path of a moving clip, full HD if no size is given, with stereo sound.
 makeClip() {
