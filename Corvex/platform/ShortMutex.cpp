@@ -19,14 +19,15 @@ void pauseBriefly(int count) noexcept {
 
 namespace {
 
-// In pauses. Together about as long as sleeping and being woken would take at the least.
-constexpr int longestPause = 32, spinLimit = 4 * longestPause;
+// In pauses. Together about as long as sleeping and being woken takes.
+constexpr int firstPause = 16, longestPause = 128, spinLimit = 4 * longestPause;
 
 }  // namespace
 
-/// Looks ever more rarely: each look takes the line of memory from the thread that works with what it guards.
+/// Looks ever more rarely: each look takes the line of memory from the thread that works with what it guards, and who
+/// gets it several times in turn has it all at hand.
 void ShortMutex::lockContended() noexcept {
-    for (int pause = 1, sum = 0; sum < spinLimit; sum += pause, pause = std::min(2 * pause, longestPause)) {
+    for (int pause = firstPause, sum = 0; sum < spinLimit; sum += pause, pause = std::min(2 * pause, longestPause)) {
         detail::pauseBriefly(pause);
         if (state_.load(std::memory_order_relaxed) == isFree && tryLock()) return;
     }
