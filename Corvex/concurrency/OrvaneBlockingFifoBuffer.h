@@ -1,7 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <utility>
 
 #include <Corvex/concurrency/DataCoordinationError.h>
@@ -13,7 +16,25 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// Consumers wait only while nothing is buffered, producers only while the buffer is full.
+/// The two mutexes of a buffer. Who holds one may take, or add, an item; everything else needs both, taken in this order.
+class FifoMutex {
+public:
+    void lock() noexcept {
+        taking.lock();
+        adding.lock();
+    }
+    void unlock() noexcept {
+        adding.unlock();
+        taking.unlock();
+    }
+
+    alignas(64) ShortMutex taking;
+    alignas(64) ShortMutex adding;
+};
+
+/// Consumers wait only while nothing is buffered, producers only while the buffer is full. Items lie in a ring from the
+/// index `taken_` up to `added_`. Each side keeps what it saw last of the other's index and looks again only when that
+/// says empty or full, so that the two seldom touch the same memory.
 template <class Item>
 class FifoState final : public SharedState {
 public:
@@ -22,17 +43,39 @@ public:
     class Producer;
 
     explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
+    ~FifoState() {
+        for (std::size_t i = taken_.load(); i != added_.load(); ++i) std::destroy_at(ring_.at(i));
+    }
+
+    /// The quick ways, each with one mutex. False says nothing yet.
+    [[nodiscard]] bool tryAdd(Producer& producer) noexcept {
+        const ShortLock lock(mutex.adding);
+        const std::size_t added = added_.load(std::memory_order_relaxed);
+        const std::size_t room = std::min<std::uint64_t>(capacity, ring_.size());
+        if (added - takenSeen_ >= room) takenSeen_ = taken_.load(std::memory_order_acquire);
+        if (added - takenSeen_ >= room || !consumers_.isEmpty() || !isOpen_) return false;
+        append(std::move(producer.payload));
+        return true;
+    }
+    [[nodiscard]] bool tryNext(Consumer& consumer) noexcept {
+        const ShortLock lock(mutex.taking);
+        const std::size_t taken = taken_.load(std::memory_order_relaxed);
+        if (taken == addedSeen_) addedSeen_ = added_.load(std::memory_order_acquire);
+        if (taken == addedSeen_ || !producers_.isEmpty()) return false;
+        takeInto(consumer);
+        return true;
+    }
 
     /// True if the producer has to wait.
     [[gnu::noinline]] bool add(Producer& producer) {
-        typename ItemRing<Item>::Storage spare;
-        ShortLock lock(mutex);
-        while (isOpen_ && consumers_.isEmpty() && items_.count() < capacity && items_.needsRoom()) {
-            const std::size_t size = items_.sizeForMore();
+        Ring spare;
+        std::unique_lock lock(mutex);
+        while (isOpen_ && consumers_.isEmpty() && count() < capacity && count() == ring_.size()) {
+            const std::size_t size = ring_.size() == 0 ? 8 : 2 * ring_.size();
             lock.unlock();
-            spare = typename ItemRing<Item>::Storage(size);
+            spare = Ring(size);
             lock.lock();
-            items_.makeRoom(spare);
+            makeRoom(spare);
         }
         producer.isRefused_ = !isOpen_;
         if (!isOpen_) return false;
@@ -42,8 +85,8 @@ public:
             consumer->post();
             return false;
         }
-        if (items_.count() < capacity) {
-            items_.append(std::move(producer.payload));
+        if (count() < capacity) {
+            append(std::move(producer.payload));
             return false;
         }
         producer.enqueue(*this, producers_);
@@ -52,15 +95,16 @@ public:
 
     /// True if the consumer has to wait, else its payload is the item or, at the end, empty.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
-        ShortLock lock(mutex);
-        if (items_.isEmpty()) {
+        std::unique_lock lock(mutex);
+        addedSeen_ = added_.load(std::memory_order_relaxed);
+        if (count() == 0) {
             if (!isOpen_) return false;
             consumer.enqueue(*this, consumers_);
             return true;
         }
-        consumer.payload.emplace(items_.takeFirst());
+        takeInto(consumer);
         Producer* const admitted = producers_.takeFirst();
-        if (admitted) items_.append(std::move(admitted->payload));
+        if (admitted) append(std::move(admitted->payload));
         lock.unlock();
         if (admitted) admitted->post();
         return false;
@@ -68,16 +112,48 @@ public:
 
     void close() noexcept {
         ReleasedWaiters released;
-        const ShortLock lock(mutex);
+        const std::lock_guard lock(mutex);
         isOpen_ = false;
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
 
-    ShortMutex mutex;
     const std::uint64_t capacity;
+    FifoMutex mutex;
 
 private:
-    ItemRing<Item> items_;
+    using Ring = typename ItemRing<Item>::Storage;
+
+    [[nodiscard]] std::size_t count() const noexcept {
+        return added_.load(std::memory_order_relaxed) - taken_.load(std::memory_order_relaxed);
+    }
+    void append(Item&& item) noexcept {
+        const std::size_t added = added_.load(std::memory_order_relaxed);
+        std::construct_at(ring_.at(added), std::move(item));
+        added_.store(added + 1, std::memory_order_release);
+    }
+    void takeInto(Consumer& consumer) noexcept {
+        const std::size_t taken = taken_.load(std::memory_order_relaxed);
+        Item* const item = ring_.at(taken);
+        consumer.payload.emplace(std::move(*item));
+        std::destroy_at(item);
+        taken_.store(taken + 1, std::memory_order_release);
+    }
+
+    /// Moves the items into the larger of the two; `spare` becomes the other one.
+    void makeRoom(Ring& spare) noexcept {
+        if (spare.size() <= ring_.size()) return;
+        for (std::size_t i = taken_.load(std::memory_order_relaxed); i != added_.load(std::memory_order_relaxed); ++i) {
+            std::construct_at(spare.at(i), std::move(*ring_.at(i)));
+            std::destroy_at(ring_.at(i));
+        }
+        std::swap(ring_, spare);
+    }
+
+    alignas(64) std::atomic<std::size_t> taken_{0};
+    std::size_t addedSeen_ = 0;
+    alignas(64) std::atomic<std::size_t> added_{0};
+    std::size_t takenSeen_ = 0;
+    alignas(64) Ring ring_;  // from here on what changes with both mutexes alone
     WaiterList<Producer> producers_;
     WaiterList<Consumer> consumers_;
     bool isOpen_ = true;
@@ -89,7 +165,7 @@ public:
     static constexpr const char* operation = "add(_:)";
 
     Producer(FifoState& buffer, Item item) noexcept : Waiter<FifoState, Item>(std::move(item)), buffer_(buffer) {}
-    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    [[nodiscard]] bool await_ready() noexcept { return buffer_.tryAdd(*this); }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) {
         this->capture(coroutine);

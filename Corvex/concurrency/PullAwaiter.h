@@ -11,14 +11,17 @@ namespace corvex::inline v0 {
 namespace detail {
 
 /// A consumer of a conduit whose `State::next(consumer)` says whether it has to wait. Else, or when it is posted, its
-/// payload is the item or, at the end, empty.
+/// payload is the item or, at the end, empty. A `State::tryNext(consumer)` may give it an item before it is suspended.
 template <class State>
 class PullAwaiter final : public Waiter<State, std::optional<typename State::Supplied>> {
 public:
     static constexpr const char* operation = "next()";
 
     explicit PullAwaiter(State& conduit) noexcept : conduit_(conduit) {}
-    [[nodiscard]] bool await_ready() const noexcept { return false; }
+    [[nodiscard]] bool await_ready() noexcept {
+        if constexpr (requires { conduit_.tryNext(*this); }) return conduit_.tryNext(*this);
+        return false;
+    }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         this->capture(coroutine);

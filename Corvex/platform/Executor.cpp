@@ -19,11 +19,13 @@ constinit thread_local ThreadState threadState;
 void resumeInLoop(std::coroutine_handle<> coroutine) noexcept {
     ThreadState& thread = threadState;
     void* const outerNext = std::exchange(thread.next, nullptr);
-    const bool isOuterLooping = std::exchange(thread.isLooping, true);
+    const void* const outerStarting = std::exchange(thread.starting, nullptr);
+    const std::uintptr_t outerLowestFrame = std::exchange(thread.lowestFrame, frameAddress() - startingDepth);
     for (void* next = coroutine.address(); next; next = std::exchange(thread.next, nullptr))
         std::coroutine_handle<>::from_address(next).resume();
     thread.next = outerNext;
-    thread.isLooping = isOuterLooping;
+    thread.starting = outerStarting;
+    thread.lowestFrame = outerLowestFrame;
 }
 
 }  // namespace detail

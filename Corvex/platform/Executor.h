@@ -96,12 +96,16 @@ class ExecutorScope;
 
 namespace detail {
 
-/// What a thread is doing. `next` is the coroutine to resume when the one that runs now returns to the loop.
+/// What a thread is doing. `next` is the coroutine to resume when the one that runs now returns to the loop; `starting` the
+/// promise of the task that its awaiter is starting, null when that has ended.
 struct ThreadState {
     ExecutorScope* scope = nullptr;
     Executor* executor = nullptr;
     void* next = nullptr;
-    bool isLooping = false;
+    const void* starting = nullptr;
+    std::uintptr_t lowestFrame = notLooping;  ///< How far down the stack tasks may be started.
+
+    static constexpr std::uintptr_t notLooping = UINTPTR_MAX;
 };
 [[gnu::tls_model("initial-exec")]] extern constinit CORVEX_EXPORT thread_local ThreadState threadState;
 
@@ -111,11 +115,31 @@ CORVEX_EXPORT void resumeInLoop(std::coroutine_handle<> coroutine) noexcept;
 /// make symmetric transfer a tail call only when they optimise, and stack use must not grow with a chain's length.
 inline void transferTo(std::coroutine_handle<> coroutine) noexcept {
     ThreadState& thread = threadState;
-    if (thread.isLooping && thread.next == nullptr) [[likely]] {
+    if (thread.lowestFrame != ThreadState::notLooping && thread.next == nullptr) [[likely]] {
         thread.next = coroutine.address();
     } else {
         resumeInLoop(coroutine);
     }
+}
+
+[[gnu::always_inline]] inline std::uintptr_t frameAddress() noexcept {
+    return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+}
+
+/// How deep tasks may lie on the stack that awaiters have started, counted from the loop.
+inline constexpr std::uintptr_t startingDepth = 16 * 1024;
+
+/// Starts a task from within its awaiter's await_suspend(), on top of it on the stack while that is not deep: most tasks
+/// end without waiting, and then the awaiter need not be suspended at all. False if the task has ended.
+inline bool startWithin(std::coroutine_handle<> coroutine, const void* promise) noexcept {
+    ThreadState& thread = threadState;
+    if (frameAddress() < thread.lowestFrame) [[unlikely]] {
+        transferTo(coroutine);
+        return true;
+    }
+    const void* const outer = std::exchange(thread.starting, promise);
+    coroutine.resume();  // unless the task has ended, it and its awaiter may be gone
+    return std::exchange(thread.starting, outer) != nullptr;
 }
 
 }  // namespace detail
@@ -129,22 +153,24 @@ public:
           outer_(std::exchange(thread_.scope, this)),
           outerExecutor_(std::exchange(thread_.executor, &executor)),
           outerNext_(std::exchange(thread_.next, nullptr)),
-          isOuterLooping_(std::exchange(thread_.isLooping, false)) {}
+          outerStarting_(std::exchange(thread_.starting, nullptr)),
+          outerLowestFrame_(std::exchange(thread_.lowestFrame, detail::ThreadState::notLooping)) {}
     ~ExecutorScope() {
         thread_.scope = outer_;
         thread_.executor = outerExecutor_;
         thread_.next = outerNext_;
-        thread_.isLooping = isOuterLooping_;
+        thread_.starting = outerStarting_;
+        thread_.lowestFrame = outerLowestFrame_;
     }
     ExecutorScope(const ExecutorScope&) = delete;
     ExecutorScope& operator=(const ExecutorScope&) = delete;
 
     /// Runs the node and then every coroutine that goes on from it, one after the other on this stack frame.
     void run(WorkNode& node) noexcept {
-        thread_.isLooping = true;
+        thread_.lowestFrame = detail::frameAddress() - detail::startingDepth;
         node.run(node);
         while (void* next = std::exchange(thread_.next, nullptr)) std::coroutine_handle<>::from_address(next).resume();
-        thread_.isLooping = false;
+        thread_.lowestFrame = detail::ThreadState::notLooping;
     }
 
     [[nodiscard]] const Executor& executor() const noexcept { return executor_; }
@@ -156,7 +182,8 @@ private:
     ExecutorScope* outer_;
     Executor* outerExecutor_;
     void* outerNext_;
-    bool isOuterLooping_;
+    const void* outerStarting_;
+    std::uintptr_t outerLowestFrame_;
 };
 
 }  // namespace corvex::inline v0

@@ -32,7 +32,10 @@ struct FrameCache::Store {
 
 /// Gives back what a thread kept when it ends.
 struct FrameCache::ThreadEnd {
-    ThreadEnd() noexcept { state.isRegistered = true; }
+    ThreadEnd() noexcept {
+        state.isRegistered = true;
+        for (Kept& kept : state.kept) kept.count = 0;
+    }
     ~ThreadEnd() {
         state.isRegistered = false;
         for (Kept& kept : state.kept) Store::discard(std::exchange(kept, Kept{}).first);
@@ -63,6 +66,14 @@ void* FrameCache::allocateMore(std::size_t sizeClass) {
 
 void FrameCache::releaseSome(std::size_t sizeClass) noexcept {
     Kept& kept = state.kept[sizeClass];
+    if (!state.isRegistered) {  // there is one block only
+        if (registerThread()) {
+            kept.count = 1;
+        } else {
+            Store::discard(std::exchange(kept, Kept{}).first);
+        }
+        return;
+    }
     if (kept.count == batchCount) return;
     Block* last = kept.first;  // the batch is the newer half, the next batch that which was kept before
     for (std::uint32_t i = 1; i < batchCount; ++i) last = last->next;

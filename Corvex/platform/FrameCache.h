@@ -34,11 +34,12 @@ public:
         if (!block) [[unlikely]]
             return allocateMore(classOf(size));
         kept.first = block->next;
+        __builtin_prefetch(kept.first, 1);
         --kept.count;
         return block;
     }
     static void release(void* memory, std::size_t size) noexcept {
-        if (!CORVEX_CACHES_FRAMES || size > largestSize || (!state.isRegistered && !registerThread())) {
+        if (!CORVEX_CACHES_FRAMES || size > largestSize) {
             ::operator delete(memory);
             return;
         }
@@ -51,27 +52,28 @@ public:
 private:
     static constexpr std::size_t step = 64, largestSize = 512, classCount = largestSize / step;
     static constexpr std::uint32_t batchCount = 64;
+    static constexpr std::uint32_t fullCount = batchCount - 1;        ///< Of none, while the thread may not keep any.
     static constexpr std::size_t storeLimit = std::size_t{2} << 20U;  ///< In bytes, over all sizes.
 
     struct Block {
         Block* next;
     };
     struct Kept {
-        Block* first;
-        std::uint32_t count;
+        Block* first = nullptr;
+        std::uint32_t count = fullCount;
     };
     struct State {
         std::array<Kept, classCount> kept;
-        bool isRegistered;
+        bool isRegistered = false;
     };
     struct Store;
     struct ThreadEnd;
 
     [[nodiscard]] static constexpr std::size_t classOf(std::size_t size) noexcept { return (size - 1) / step; }
     /// Has what the thread keeps given back when it ends. False if that is happening.
-    CORVEX_EXPORT static bool registerThread() noexcept;
+    static bool registerThread() noexcept;
     [[nodiscard]] CORVEX_EXPORT static void* allocateMore(std::size_t sizeClass);
-    /// Keeps one batch at most.
+    /// Keeps one batch at most; nothing if the thread ends.
     CORVEX_EXPORT static void releaseSome(std::size_t sizeClass) noexcept;
 
     [[gnu::tls_model("initial-exec")]] static constinit CORVEX_EXPORT thread_local State state;

@@ -21,7 +21,7 @@ public:
     /// The oldest node of the highest level, none if empty.
     WorkNode* takeFirst() noexcept {
         if (filledLevels_ == 0) return nullptr;
-        const auto level = static_cast<unsigned>(std::bit_width(filledLevels_)) - 1;
+        const auto level = static_cast<unsigned>(std::countr_zero(filledLevels_));
         WorkNode* const node = levels_[level].takeFirst();
         if (levels_[level].isEmpty()) filledLevels_ &= ~(1U << level);
         return node;
@@ -29,13 +29,13 @@ public:
 
 private:
     [[nodiscard]] static std::size_t levelOf(TaskPriority priority) noexcept {
-        if (priority >= TaskPriority::userInitiated) return 3;
-        if (priority >= TaskPriority::medium) return 2;
-        return priority >= TaskPriority::utility ? 1 : 0;
+        if (priority >= TaskPriority::userInitiated) return 0;
+        if (priority >= TaskPriority::medium) return 1;
+        return priority >= TaskPriority::utility ? 2 : 3;
     }
 
-    std::array<WorkQueue, 4> levels_;
     unsigned filledLevels_ = 0;  ///< Bit n: level n holds work.
+    std::array<WorkQueue, 4> levels_;
 };
 
 }  // namespace corvex::inline v0

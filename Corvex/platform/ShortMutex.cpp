@@ -1,28 +1,35 @@
 #include <Corvex/platform/ShortMutex.h>
 
-namespace corvex::inline v0 {
-namespace {
+#include <algorithm>
 
-/// Tells the core that it spins, so that its other thread runs on.
-inline void pauseBriefly() noexcept {
+namespace corvex::inline v0 {
+namespace detail {
+
+void pauseBriefly(int count) noexcept {
+    for (int i = 0; i < count; ++i) {
 #if defined(__x86_64__) || defined(__i386__)
-    __builtin_ia32_pause();
+        __builtin_ia32_pause();
 #elif defined(__aarch64__)
-    asm volatile("yield");
+        asm volatile("yield");
 #endif
+    }
 }
 
-constexpr int spinLimit = 100;  // about as long as sleeping and being woken would take at the least
+}  // namespace detail
+
+namespace {
+
+// In pauses. Together about as long as sleeping and being woken takes.
+constexpr int firstPause = 16, longestPause = 128, spinLimit = 4 * longestPause;
 
 }  // namespace
 
+/// Looks ever more rarely: each look takes the line of memory from the thread that works with what it guards, and who
+/// gets it several times in turn has it all at hand.
 void ShortMutex::lockContended() noexcept {
-    for (int i = 0; i < spinLimit; ++i) {
-        int expected = isFree;
-        if (state_.load(std::memory_order_relaxed) == isFree &&
-            state_.compare_exchange_weak(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed))
-            return;
-        pauseBriefly();
+    for (int pause = firstPause, sum = 0; sum < spinLimit; sum += pause, pause = std::min(2 * pause, longestPause)) {
+        detail::pauseBriefly(pause);
+        if (state_.load(std::memory_order_relaxed) == isFree && tryLock()) return;
     }
     while (state_.exchange(isAwaited, std::memory_order_acquire) != isFree)
         state_.wait(isAwaited, std::memory_order_relaxed);

@@ -6,6 +6,13 @@
 
 namespace corvex::inline v0 {
 
+namespace detail {
+
+/// Lets about so many times 30 ns pass without work, and says so to the core, so that its other thread runs on.
+CORVEX_EXPORT void pauseBriefly(int count) noexcept;
+
+}  // namespace detail
+
 /// A mutex for critical sections of a few instructions: one word, spins briefly, then sleeps in the kernel.
 /// Not recursive. Releasing it is the last access to its memory, so an object may be freed by whoever takes it next.
 class ShortMutex {
@@ -16,10 +23,13 @@ public:
 
     /// Not recursive.
     void lock() noexcept {
-        int expected = isFree;
-        if (!state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed))
-            [[unlikely]]
+        if (!tryLock()) [[unlikely]]
             lockContended();
+    }
+    /// Takes it unless another thread holds it.
+    [[nodiscard]] bool tryLock() noexcept {
+        int expected = isFree;
+        return state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed);
     }
     /// Wakes one that waits.
     void unlock() noexcept {

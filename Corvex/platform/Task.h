@@ -44,14 +44,13 @@ public:
 
     [[nodiscard]] std::suspend_always initial_suspend() const noexcept { return {}; }
     [[nodiscard]] FinalAwaiter final_suspend() const noexcept { return {}; }
-    [[nodiscard]] const TaskContext& taskContext() const noexcept { return *context_; }
+    [[nodiscard]] const TaskContext& taskContext() const noexcept { return context_ ? *context_ : detail::rootContext; }
 
     /// Prepares the task to be run for a coroutine that awaits it, which then goes on where it runs now.
     void continueWith(std::coroutine_handle<> continuation, const TaskContext& context) noexcept {
         continuation_ = continuation;
         executor_ = detail::threadState.executor;
         context_ = &context;
-        priority = context.priority;
     }
     /// Prepares the task to be posted as a piece of work of its own.
     void completeWith(std::coroutine_handle<> self, TaskCompletion& completion, const TaskContext& context) noexcept {
@@ -63,11 +62,14 @@ public:
 
 private:
     void finish() noexcept {
-        if (completion_) {
+        if (detail::threadState.starting == this) {
+            detail::threadState.starting = nullptr;
+        } else if (completion_) {
             completion_->taskFinished(*this);
         } else if (executor_ == detail::threadState.executor) [[likely]] {
             detail::transferTo(continuation_);
         } else {
+            priority = context_->priority;
             (executor_ ? *executor_ : defaultExecutor()).post(*this);
         }
     }
@@ -75,7 +77,7 @@ private:
     std::coroutine_handle<> continuation_;
     Executor* executor_ = nullptr;
     TaskCompletion* completion_ = nullptr;
-    const TaskContext* context_ = &detail::rootContext;
+    const TaskContext* context_ = nullptr;
 };
 
 template <class T>
@@ -139,9 +141,15 @@ public:
         explicit Awaiter(Handle coroutine) noexcept : coroutine_(coroutine) {}
         [[nodiscard]] bool await_ready() const noexcept { return false; }
         template <class Promise>
-        void await_suspend(std::coroutine_handle<Promise> awaiting) const noexcept {
-            coroutine_.promise().continueWith(awaiting, contextOf(awaiting));
-            detail::transferTo(coroutine_);
+        bool await_suspend(std::coroutine_handle<Promise> awaiting) const noexcept {
+            TaskPromiseBase& promise = coroutine_.promise();
+            promise.continueWith(awaiting, contextOf(awaiting));
+            if constexpr (std::is_base_of_v<TaskPromiseBase, Promise>) {
+                return detail::startWithin(coroutine_, &promise);
+            } else {
+                detail::transferTo(coroutine_);
+                return true;
+            }
         }
         T await_resume() const { return std::move(coroutine_.promise().result()).value(); }
 

@@ -181,7 +181,7 @@ Task<typename std::invoke_result_t<Body&, TaskGroup<T>&>::Value> withTaskGroup(B
     }
     if (result.error()) group.cancelAll();
     std::exception_ptr childError = co_await group.end();
-    if (!result.error()) result.setError(std::move(childError));
+    if (childError && !result.error()) result.setError(std::move(childError));
     co_return std::move(result).value();
 }
 

@@ -31,16 +31,22 @@ public:
     void setValue(U&& value) {
         value_.emplace(std::forward<U>(value));
     }
-    void setError(std::exception_ptr error) noexcept { error_ = std::move(error); }
+    /// There is no value any more. Not for a null pointer.
+    void setError(std::exception_ptr error) noexcept {
+        value_.reset();
+        error_ = std::move(error);
+    }
 
 private:
     void check() const {
-        if (error_) std::rethrow_exception(error_);
-        require(value_.has_value(), "the result of a task that has not finished");
+        if (value_.has_value()) [[likely]]
+            return;
+        require(error_ != nullptr, "the result of a task that has not finished");
+        std::rethrow_exception(error_);
     }
 
-    std::optional<T> value_;
     std::exception_ptr error_;
+    std::optional<T> value_;
 };
 
 /// How a task without a value ended.

@@ -6,6 +6,12 @@
 #include <Corvex/platform/Checked.h>
 
 namespace corvex::inline v0 {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+}  // namespace
+
 ThreadPool::ThreadPool(unsigned threadCount) {
     if (threadCount == 0) threadCount = std::max(1U, std::thread::hardware_concurrency());
     threads_.reserve(threadCount);
@@ -25,6 +31,10 @@ void ThreadPool::post(WorkNode& node) noexcept {
     ShortLock lock(mutex_);
     require(!hasEnded_, "work posted to a joined thread pool");
     queue_.append(node);
+    if (detail::threadState.executor == this) {
+        home_ = &detail::threadState;
+        ++progress_;
+    }
     const bool isWaker = claimWake();
     lock.unlock();
     if (isWaker) wakeCount_.notify_one();
@@ -47,26 +57,56 @@ void ThreadPool::join() noexcept {
 
 void ThreadPool::work() noexcept {
     ExecutorScope scope(*this);
-    ShortLock lock(mutex_);
+    Stint stint;
+    mutex_.lock();
     for (;;) {
         if (WorkNode* const node = queue_.takeFirst()) {
+            ++progress_;
             const bool isWaker = !queue_.isEmpty() && claimWake();
-            lock.unlock();
+            mutex_.unlock();
             if (isWaker) wakeCount_.notify_one();
             scope.run(*node);
-            lock.lock();
+            lockAfterWork(stint);
         } else if (isJoining_) {
-            return;  // what a thread still at work posts, it runs itself
+            return mutex_.unlock();  // what a thread still at work posts, it runs itself
         } else {
             ++sleepingCount_;
             const int seen = wakeCount_.load(std::memory_order_relaxed);
-            lock.unlock();
+            mutex_.unlock();
             wakeCount_.wait(seen, std::memory_order_relaxed);
-            lock.lock();
+            mutex_.lock();
             --sleepingCount_;
             isWaking_ = false;
+            stint.start = Clock::now();
+            stint.progress = progress_;
         }
     }
+}
+
+void ThreadPool::lockAfterWork(Stint& stint) noexcept {
+    const bool isFree = mutex_.tryLock();
+    if (!isFree) mutex_.lock();
+    if (home_ == &detail::threadState || queue_.isEmpty()) return;
+    if (--stint.remaining <= 0 || !isFree) stayAway(stint);
+}
+
+void ThreadPool::stayAway(Stint& stint) noexcept {
+    constexpr int stintLength = 64, fewestPauses = 64, mostPauses = 512;  // of about 27 ns
+    constexpr int clearProgress = 8;
+    const TimePoint start = Clock::now();
+    const std::uint32_t progress = progress_;
+    stint.pauses = std::max(stint.pauses, fewestPauses);
+    mutex_.unlock();
+    detail::pauseBriefly(stint.pauses);
+    mutex_.lock();
+    const TimePoint end = Clock::now();
+    const std::int64_t progressHere = progress - stint.progress, progressAway = progress_ - progress;
+    const bool isBetterAway = progressAway >= clearProgress &&
+                              progressAway * (start - stint.start).count() > 2 * progressHere * (end - start).count();
+    stint.pauses = isBetterAway ? std::min(2 * stint.pauses, mostPauses) : fewestPauses;
+    stint.remaining = isBetterAway ? 1 : stintLength;
+    stint.start = end;
+    stint.progress = progress_;
 }
 
 bool ThreadPool::claimWake() noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <thread>
 #include <vector>
 
@@ -27,10 +28,26 @@ public:
     [[nodiscard]] unsigned threadCount() const noexcept { return static_cast<unsigned>(threads_.size()); }
 
 private:
+    /// What a thread remembers of the work that it has done since it last stayed away.
+    struct Stint {
+        TimePoint start;
+        std::uint32_t progress = 0;
+        int remaining = 0;
+        int pauses = 0;
+    };
+
     void work() noexcept;
     bool claimWake() noexcept;
+    /// Takes the mutex again after a piece of work.
+    void lockAfterWork(Stint& stint) noexcept;
+    /// Where pieces of work are so short that sharing them costs more than it gains, because each and what it touches
+    /// moves from one core to another, a thread stays away for longer and longer: as long as the others, the one that
+    /// posts the work above all, get on faster without it. Whether they do it finds out now and then. Under the mutex.
+    void stayAway(Stint& stint) noexcept;
 
-    ShortMutex mutex_;
+    alignas(64) ShortMutex mutex_;  // on one line with most of what posting and taking touch
+    std::uint32_t progress_ = 0;    ///< Pieces of work taken, and posted by threads of this pool.
+    const void* home_ = nullptr;    ///< The thread of this pool that posted last.
     LeveledWorkQueue queue_;
     unsigned sleepingCount_ = 0;
     bool isWaking_ = false;  ///< A thread has been woken and has not looked at the queues yet; one at a time.

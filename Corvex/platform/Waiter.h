@@ -1,5 +1,6 @@
 #pragma once
 
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -161,7 +162,7 @@ protected:
 
 private:
     void abandon() noexcept {
-        const ShortLock lock(state_->mutex);
+        const std::lock_guard lock(state_->mutex);
         if (chain_ == nullptr) fatalError(std::string(operation_).append(lateMessage));
         chain_->remove(*this);
     }
