@@ -22,7 +22,7 @@ struct Invocation {
 /// The work of the subcommand that the user chose; set by its parse callback and run after parsing.
 using Action = std::function<ExitStatus()>;
 
-/// Each file that holds subcommands defines one such function and is named in main.cpp: it adds its subcommands to the
+/// Each file that holds subcommands defines one such function: it adds its subcommands to the
 /// application and, when one of them is chosen, sets `action`. `invocation` outlives the action.
 using AddSubcommand = void (*)(CLI::App& app, const Invocation& invocation, Action& action);
 
@@ -38,5 +38,9 @@ void addSettingsCommand(CLI::App& app, const Invocation& invocation, Action& act
 void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addVocabularyCommand(CLI::App& app, const Invocation& invocation, Action& action);
+
+/// Does what the words ask of a subcommand. Everything up to "--" is the tool's own; what follows is taken as it stands.
+/// Throws UsageError, and what the subcommand throws.
+ExitStatus runSubcommand(std::vector<std::string> own);
 
 }  // namespace corvex::tool

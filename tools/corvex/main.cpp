@@ -1,16 +1,13 @@
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
-#include <string_view>
-
-#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
 
 #include <Corvex/cli/CLIExitCodeError.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Localization.h>
 #include <Corvex/platform/Log.h>
-#include <Corvex/platform/Version.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/analysis/AnalysisWorker.h>
 #include <tools/corvex/host/AnalysisHost.h>
@@ -20,44 +17,6 @@
 namespace {
 
 using corvex::tool::ExitStatus;
-
-constexpr corvex::tool::AddSubcommand subcommands[] = {
-    corvex::tool::addAnalyzeCommand,  corvex::tool::addArgsCommand,      corvex::tool::addAudioCommand,
-    corvex::tool::addColorCommand,    corvex::tool::addGenerateCommand,  corvex::tool::addLutCommand,
-    corvex::tool::addMediaCommand,    corvex::tool::addRateCommand,      corvex::tool::addSettingsCommand,
-    corvex::tool::addTimecodeCommand, corvex::tool::addTranscodeCommand, corvex::tool::addVocabularyCommand,
-};
-
-/// Everything up to "--" is the tool's own; what follows is taken as it stands.
-ExitStatus runSubcommand(std::vector<std::string> own) {
-    corvex::tool::Invocation invocation;
-    const auto separator = std::find(own.begin(), own.end(), "--");
-    if (separator != own.end()) {
-        invocation.hasWords = true;
-        invocation.words.assign(separator + 1, own.end());
-        own.erase(separator, own.end());
-    }
-
-    CLI::App app("Command lines, transcodes and media facts for people on set and in post.", "corvex");
-    app.set_version_flag("--version", std::string("corvex ") + std::string(corvex::versionString));
-    app.require_subcommand(1);
-    corvex::tool::Action action;
-    for (const auto add : subcommands) add(app, invocation, action);
-    try {
-        std::reverse(own.begin(), own.end());  // that is how CLI11 takes a vector
-        app.parse(std::move(own));
-    } catch (const CLI::Success& success) {
-        app.exit(success);
-        return ExitStatus::success;
-    } catch (const CLI::ParseError& error) {
-        std::string message = error.what();
-        if (const auto chosen = app.get_subcommands(); !chosen.empty()) {
-            message = chosen.front()->get_name() + ": " + message;
-        }
-        throw corvex::tool::UsageError(message + " (corvex --help shows how)");
-    }
-    return action();
-}
 
 ExitStatus run(std::vector<std::string> words) {
     // A worker's words, and a transcode's, are the argument vector's language; they never pass through the tool's own.
@@ -74,7 +33,7 @@ ExitStatus run(std::vector<std::string> words) {
     if (!words.empty() && words.front() == "analyze" && !asksForHelp) {
         return corvex::tool::runAnalysisHost({words.begin() + 1, words.end()});
     }
-    return runSubcommand(std::move(words));
+    return corvex::tool::runSubcommand(std::move(words));
 }
 
 }  // namespace
