@@ -131,7 +131,11 @@ inline constexpr std::uintptr_t startingDepth = 16 * 1024;
 
 /// Starts a task from within its awaiter's await_suspend(), on top of it on the stack while that is not deep: most tasks
 /// end without waiting, and then the awaiter need not be suspended at all. False if the task has ended.
-inline bool startWithin(std::coroutine_handle<> coroutine, const void* promise) noexcept {
+#if defined(__clang__)  // keeps what an inlined await_suspend() has in hand in the awaiter's frame, which may be gone
+[[gnu::noinline]]
+#endif
+inline bool
+startWithin(std::coroutine_handle<> coroutine, const void* promise) noexcept {
     ThreadState& thread = threadState;
     if (frameAddress() < thread.lowestFrame) [[unlikely]] {
         transferTo(coroutine);
