@@ -13,6 +13,7 @@ namespace corvex::inline v0 {
 
 // Number texts of options: the whole text, ASCII, never locale-dependent. Pure; any thread.
 
+/// Whether it is an ASCII digit, whatever the locale.
 [[nodiscard]] constexpr bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 /// Whether signs may stand before a decimal integer.
