@@ -50,3 +50,14 @@ function(corvex_library_interface target)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${_map}")
     endif()
 endfunction()
+
+# corvex_test_flags(TARGET): what is under test is optimised as the preset says; tests themselves are compiled faster than
+# they would ever run faster.
+function(corvex_test_flags target)
+    corvex_build_flags(${target})
+    if(CORVEX_SANITIZE)
+        target_compile_options(${target} PRIVATE -O0)
+    else()
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+    endif()
+endfunction()

@@ -127,7 +127,7 @@ inline void transferTo(std::coroutine_handle<> coroutine) noexcept {
 }
 
 /// How deep tasks may lie on the stack that awaiters have started, counted from the loop.
-inline constexpr std::uintptr_t startingDepth = 16 * 1024;
+inline constexpr std::uintptr_t startingDepth = 0x4000;
 
 /// Starts a task from within its awaiter's await_suspend(), on top of it on the stack while that is not deep: most tasks
 /// end without waiting, and then the awaiter need not be suspended at all. False if the task has ended.
