@@ -50,6 +50,11 @@ public:
         check(avcodec_parameters_to_context(context_.get(), stream.codecpar), codec->name);
         context_->pkt_timebase = stream.time_base;
         context_->thread_count = 0;
+        // Decoders that work at several pictures copy a picture's error flags when the next one starts, which is before
+        // the errors are known: where a picture may leave in another thread than its own, damage would count by luck.
+        const AVCodecDescriptor* descriptor = avcodec_descriptor_get(codec->id);
+        const bool reorders = descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_REORDER) != 0;
+        if (reorders) context_->thread_type = FF_THREAD_SLICE;
         if (avcodec_open2(context_.get(), codec, nullptr) < 0) context_.reset();
     }
 
