@@ -49,7 +49,7 @@ struct LutPlan {
     bool takesEntriesUnblended = false;  ///< Tables of code values, as stated.
 
     /// From the lattice's numbers to the destination's: divided (floating point), or multiplied, rounded down after
-    /// adding, limited, and then given another depth by shifting (0: they keep theirs).
+    /// adding, given another depth by shifting (0: they keep theirs), and limited.
     double outputDivisor = 1, outputFactor = 1, outputBias = 0, outputLimit = 0;
     std::int64_t outputDepth = 0;
 

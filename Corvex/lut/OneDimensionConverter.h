@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -75,5 +76,13 @@ public:
                                             AnswerDepth answerDepth) const noexcept override;
     [[nodiscard]] std::string_view className() const noexcept override { return "OneDimensionFloatingPointConverter"; }
 };
+
+/// A converter that has its table at hand, in the order of the file.
+template <class Converter>
+concept LutRGBSampleConverter =
+    std::derived_from<Converter, RGBSampleConverter> && requires(const Converter& converter) {
+        { converter.orderedEntries() } -> std::convertible_to<std::span<const LutValueTriplet>>;
+    };
+static_assert(LutRGBSampleConverter<OneDimensionConverter>);
 
 }  // namespace corvex::inline v0

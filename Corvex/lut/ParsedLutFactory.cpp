@@ -2,14 +2,12 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 #include <string>
 #include <utility>
 
 #include <Corvex/lut/LutTextReader.h>
 #include <Corvex/platform/InputFile.h>
 #include <Corvex/platform/Number.h>
-#include <Corvex/platform/Text.h>
 
 namespace corvex::inline v0 {
 namespace {
@@ -130,7 +128,7 @@ void Reading::buildCube(std::vector<LutValueTriplet> entries) {
 template <class Read>
 LutReading readPermitted(const std::filesystem::path& path, Read&& read) {
     Reading reading(path);
-    if (!ParsedLutFactory::permitsExtension(path)) {
+    if (!ParsedLutFactory::extensionFilter.permitsExtension(path)) {
         reading.fail(LutReadProblem::extension,
                      "CVX_PLF_PLWV-Lut file " + fileUrlText(path) + " is not a supported format", LogLevel::info);
     } else {
@@ -140,14 +138,6 @@ LutReading readPermitted(const std::filesystem::path& path, Read&& read) {
 }
 
 }  // namespace
-
-bool ParsedLutFactory::permitsExtension(const std::filesystem::path& path) {
-    std::string extension = path.extension().string();
-    if (extension.starts_with('.')) extension.erase(0, 1);
-    return isAscii(extension) && std::ranges::any_of(permittedExtensions, [&](FileExtension permitted) {
-               return equalsIgnoringCase(extension, rawValue(permitted));
-           });
-}
 
 std::shared_ptr<const ParsedLutFile> ParsedLutFactory::parsedLut(const std::filesystem::path& lutFilePath) {
     const LutReading reading = read(lutFilePath);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <Corvex/exported/FileExtension.h>
+#include <Corvex/lut/ExtensionFilter.h>
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/LutReading.h>
 #include <Corvex/lut/ParsedLutFile.h>
@@ -16,6 +17,12 @@ namespace corvex::inline v0 {
 /// Reads LUT text files. The extension decides only whether a file is read; all go through one grammar (docs/LUTS.md).
 /// Threads  Any; calls are independent.
 class ParsedLutFactory {
+    static constexpr std::array permittedExtensions = {
+        FileExtension::alut,   FileExtension::cms, FileExtension::cube, FileExtension::dat,   FileExtension::ilut,
+        FileExtension::lut,    FileExtension::mga, FileExtension::olut, FileExtension::lut1d, FileExtension::lut3dl,
+        FileExtension::mesh3d, FileExtension::txt, FileExtension::xml,
+    };
+
 public:
     using LutValueTriplet = corvex::LutValueTriplet;
     using GenericTextLutInterpreter = corvex::GenericTextLutInterpreter;
@@ -27,14 +34,8 @@ public:
     using Integer3DSampleConverter = corvex::Integer3DSampleConverter;
     using NormalizedFloatingPoint3DSampleConverter = corvex::NormalizedFloatingPoint3DSampleConverter;
 
-    /// The extensions of files that are read.
-    static constexpr std::array permittedExtensions = {
-        FileExtension::alut,   FileExtension::cms, FileExtension::cube, FileExtension::dat,   FileExtension::ilut,
-        FileExtension::lut,    FileExtension::mga, FileExtension::olut, FileExtension::lut1d, FileExtension::lut3dl,
-        FileExtension::mesh3d, FileExtension::txt, FileExtension::xml,
-    };
-    /// Whether the path's extension is one of them, in any case.
-    [[nodiscard]] CORVEX_EXPORT static bool permitsExtension(const std::filesystem::path& path);
+    /// Which files are read, by their extension.
+    static constexpr ExtensionFilter extensionFilter{permittedExtensions};
 
     /// The table in a file; null for every failure, which is only logged.
     [[nodiscard]] CORVEX_EXPORT static std::shared_ptr<const ParsedLutFile> parsedLut(

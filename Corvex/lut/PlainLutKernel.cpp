@@ -151,6 +151,7 @@ std::optional<OffendingPixel> findOffender(const LutPlan& plan, const ConstPixel
 void store(const LutPlan& plan, const Block& colors, const PixelBuffer& destination, std::size_t row,
            std::size_t column, std::size_t count) noexcept {
     const auto depth = static_cast<std::int64_t>(bitDepth(destination.format()));
+    const auto largest = static_cast<std::uint64_t>(fullScale(destination.format()));
     withSampleType(destination.format(), [&]<class Sample>(Sample) {
         for (std::size_t channel = 0; channel < 3; ++channel) {
             Sample* to = samplesOf<Sample>(destination, channel, row, column);
@@ -160,10 +161,12 @@ void store(const LutPlan& plan, const Block& colors, const PixelBuffer& destinat
                     *to = static_cast<float>(*color / plan.outputDivisor);
                 } else {
                     const double number = codeNumber(plan, *color);
-                    const double limited = number > 0 ? std::min(number, plan.outputLimit) : 0;  // NaN too
-                    const auto whole = static_cast<std::uint64_t>(limited);
-                    *to = static_cast<Sample>(
-                        plan.outputDepth == 0 ? whole : normalizedUnsignedInteger(whole, plan.outputDepth, depth));
+                    // One more than the limit still tells that it was too large, also after the shift.
+                    const double bounded = number > 0 ? std::min(number, plan.outputLimit + 1) : 0;  // NaN too
+                    const auto whole = static_cast<std::uint64_t>(bounded);
+                    const std::uint64_t shifted =
+                        plan.outputDepth == 0 ? whole : normalizedUnsignedInteger(whole, plan.outputDepth, depth);
+                    *to = static_cast<Sample>(std::min(shifted, largest));
                 }
             }
         }

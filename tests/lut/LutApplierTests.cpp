@@ -74,6 +74,8 @@ const std::vector<NamedFile>& files() {
          table(std::make_unique<OneDimensionFloatingPointConverter>(randomEntries(256, 0, 1), 0, 1))},
         {"table of codes",
          table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(1024, 0, 4096, true), 12))},
+        {"table of 2 bits, to 4",
+         table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(256, 0, 5, true), 2))},
     };
     return all;
 }

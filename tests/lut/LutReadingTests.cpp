@@ -332,7 +332,7 @@ TEST_F(LutFileLog, extensionsDecideWhatIsReadInAnyCase) {
         EXPECT_TRUE(ParsedLutFactory::parsedLut(write(name, entryLines(256, "7")))) << name;
     }
     for (const char* name : {"cube", ".cube", "a.cub", "a.cube~", "a.cube.bak", "a.", "a.\u212aube"}) {
-        EXPECT_FALSE(ParsedLutFactory::permitsExtension(name)) << name;
+        EXPECT_FALSE(ParsedLutFactory::extensionFilter.permitsExtension(name)) << name;
     }
 }
 
