@@ -67,7 +67,7 @@ TEST_F(TranscodeOptionsEndToEnd, eachOptionShowsInTheResult) {
          "video 0 r_frame_rate 30000/1001, video 0 nb_read_packets 30, audio 0 channel_layout 5.1(side)"},
         {"plain", "a.mov", "-vr 12.5", "video 0 r_frame_rate 25/2, video 0 nb_read_packets 13"},
         {"plain", "a.mov", "-mf 10", "video 0 nb_read_packets 10, audio 0 duration 0.400000"},
-        {"plain", "a.mov", "-vscale 0.5 -c_space sRGB",
+        {"plain", "a.mov", "-vscale 0.5 -dims 200x100 -c_space sRGB",
          "video 0 width 160, video 0 height 90, video 0 color_primaries bt709, video 0 color_transfer iec61966-2-1"},
         {"plain", "a.mov", "-ovw 200 -ovh 100 -aspect_scaling stretch", "video 0 width 200, video 0 height 100"},
         {"tracks", "a.mov", "-acodec apple_lossless -abpc 16", "audio 0 bits_per_raw_sample 16"},

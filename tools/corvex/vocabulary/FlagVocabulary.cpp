@@ -121,7 +121,7 @@ constexpr Facts facts[] = {
     {OAVAudioBitRateFlag.cliFlag(), "data rate of the audio"},
     {OAVAudioQualityFlag.cliFlag(), "care in encoding the audio", knownTexts<TranscodeAudioQuality>},
     {OAVAudioLanguageCodeFlag.cliFlag(), "language of the audio, ISO 639-2"},
-    {OAVAudioDecodeEngineFlag.cliFlag(), "decoder of the audio", knownTexts<OAVTranscodeEngineValue>, "choice"},
+    {OAVAudioDecodeEngineFlag.cliFlag(), "decoder of the audio", knownTexts<OAVUnifiedCodecDecoderValue>, "choice"},
     {OAVAudioChannelLayoutDescriptionsFlag.cliFlag(), "channels, by descriptions", nullptr, "text"},
     {OAVAudioChannelLayoutBitmapFlag.cliFlag(), "channels, by SMPTE ST 2067-8 labels", knownTexts<AudioChannelLabel>},
 

@@ -45,7 +45,8 @@ std::optional<PixelSize> boxOf(const Arguments& arguments) {
         }
         return std::nullopt;
     }
-    if (resolution->width > largestPictureSide || resolution->height > largestPictureSide) {
+    const bool isTooLarge = resolution->width > largestPictureSide || resolution->height > largestPictureSide;
+    if (isTooLarge && !arguments.explicitVideoScaling()) {  // which scales the source instead
         throw UsageError("the output would be " + std::to_string(resolution->width) + "x" +
                          std::to_string(resolution->height) + "; expected sides of 1 to 16384 pixels");
     }
@@ -189,9 +190,7 @@ std::optional<VideoRequest> VideoRequest::make(const Arguments& arguments,
     }
     chooseFormat(request, arguments);
     request.frame = frameRequestOf(arguments);
-    if (const auto scale = arguments.explicitVideoScaling()) {
-        if (!arguments.videoDimensions()) request.sourceScale = static_cast<double>(*scale);
-    }
+    request.sourceScale = arguments.explicitVideoScaling();
     request.bitsPerSecond = bitRateOf(arguments, *request.codec);
     request.frameRate = frameRateOf(arguments);
     request.keyFrameDistance = wholeNumber<int>(arguments, OAVVideoKeyFramesFlag, 1, 100'000, "frames");

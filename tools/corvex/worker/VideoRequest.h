@@ -21,7 +21,7 @@ struct VideoRequest {
     const CodecProfile* profile = nullptr;  ///< nullptr: the codec's own.
     std::optional<int> bitDepth;
     FrameRequest frame;
-    std::optional<double> sourceScale;  ///< "-vscale": of the first input's size, instead of a box.
+    std::optional<float> sourceScale;  ///< "-vscale": of the first input's size, instead of the box.
     std::optional<std::int64_t> bitsPerSecond;
     std::optional<int> keyFrameDistance;    ///< Frames from one key frame to the next, exactly.
     std::optional<AVRational> frameRate;    ///< Constant rate of the output; pictures are repeated or left out.

@@ -41,7 +41,7 @@ VideoTrack::VideoTrack(const VideoRequest& request, const MediaInput& first, Vid
     if (request_.sourceScale) {
         const PixelSize whole = FrameGeometry::make(first.picture(), {}).upright;
         TranscodeCliArguments scaling;
-        scaling.setExplicitVideoScaling(static_cast<float>(*request_.sourceScale));
+        scaling.setExplicitVideoScaling(request_.sourceScale);
         const auto scaled = scaling.outputResolution(PictureSize(whole.width, whole.height));
         request_.frame.box = PixelSize{scaled->width, scaled->height};
     }
