@@ -51,8 +51,8 @@ void DispatchThreads::wakeOne(std::unique_lock<std::mutex>& lock) noexcept {
 
 void DispatchThreads::work() noexcept {
     std::unique_lock lock(mutex_);
+    isWaking_ = false;
     for (;;) {
-        isWaking_ = false;
         while (WorkNode* const node = queue_.takeFirst()) {
             if (queue_.isEmpty()) {
                 lock.unlock();
@@ -65,6 +65,7 @@ void DispatchThreads::work() noexcept {
         ++sleepingCount_;
         const bool isOver = changed_.wait_for(lock, idleTime) == std::cv_status::timeout;
         --sleepingCount_;
+        isWaking_ = false;  // also when this thread ends: it may be the one that was woken, too late
         if (isOver && queue_.isEmpty()) break;
     }
     --threadCount_;
