@@ -8,12 +8,12 @@
 namespace corvex::inline v0 {
 
 /// One of nine places in a picture: top, centre or bottom, then left, centre or right. For the crop, timecode burn-in
-/// and watermark anchors. Any text is legal.
+/// and watermark anchors. Any text is legal; left and right are the viewer's.
 class OAVTranscodeArgumentOverlayAnchorValue : public TypedString<OAVTranscodeArgumentOverlayAnchorValue> {
 public:
     using TypedString::TypedString;
 
-    /// The known values in their fixed order.
+    /// The known values in their fixed order, row by row from the top.
     [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue> allCases() noexcept;
 };
 

@@ -138,8 +138,7 @@ public:
     /// key), and it renders as that bare word. None when absent or no type's raw value.
     [[nodiscard]] std::optional<OrvaneUTType> explicitOutputFileType() const;
     void setExplicitOutputFileType(std::optional<OrvaneUTType> type);
-    /// Whether the index of the file goes in front of its media ("-web").
-    /// "-web".
+    /// "-web": whether the index of the file goes in front of its media.
     [[nodiscard]] bool prepareForWeb() const;
     void setPrepareForWeb(bool preparesForWeb);
 
