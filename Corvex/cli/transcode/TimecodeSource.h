@@ -7,10 +7,11 @@
 
 namespace corvex::inline v0 {
 
-/// Where the timecode of the output comes from: the source's own, its creation date, or a text.
+/// Where the first label of the output's timecode comes from: the source's own timecode, the time of day at which the
+/// source was made, or a text that the job states. What is counted from there on does not depend on it.
 enum class TimecodeSource : std::uint8_t { match, creationDate, custom };
 
-/// A row of the table: the flag of the case, too.
+/// A row of the table: the flag of the case, too. A pointer, as the flags are constants of their own.
 struct TimecodeSourceCase : Case<TimecodeSource> {
     const OAVTranscodeTimecodeArgumentFlag* tcFlag;
 };

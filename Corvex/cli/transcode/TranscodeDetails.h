@@ -20,7 +20,7 @@ namespace corvex::inline v0 {
 // Only the fields that are present are copied; a switch that is present and false removes its flag. Units are those of
 // the accessors of the same name. Plain values.
 
-/// Sound.
+/// Sound. Rates are in bits and in samples a second.
 struct TranscodeAudioDetail {
     std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat;
     std::optional<std::int64_t> audioBitRate;
@@ -35,30 +35,34 @@ struct TranscodeAudioDetail {
     TranscodeAudioDetail() {}  // NOLINT(modernize-use-equals-default): keeps it from being an aggregate
 };
 
-/// Pictures.
+/// Pictures. The frame rate is in frames, the bit rate in megabits a second, the size in pixels.
 struct TranscodeVideoDetail {
     std::optional<OAVTranscodeArgumentVideoCodecValue> videoFormat;
+    /// Pixels.
     std::optional<PictureSize> videoDimensions;
     std::optional<OAVTranscodeArgumentAspectRatioValue> aspectScaling;
     std::optional<VideoCropAnchor> videoCropAnchor;
     std::optional<float> videoFrameRate;
     std::optional<float> videoBitRate;
     std::optional<std::int64_t> videoBitDepth;
+    /// From one to the next, in frames.
     std::optional<std::int64_t> keyFrames;
     std::optional<std::string> videoProfile;
+    /// One without a word of the command line (the custom ones, for example) removes the flag.
     std::optional<OrvaneVideoColorSpace> colorSpace;
     std::optional<OrvanePixelColorRange> colorRange;
     std::optional<bool> preserveLogEncoding;
     TranscodeVideoDetail() {}  // NOLINT(modernize-use-equals-default)
 };
 
-/// The timecode track and the burnt-in timecode.
+/// The timecode track and the burnt-in timecode. Sizes are of the font, in pixels; colours are converted to sRGB.
 struct TranscodeTimecodeDetail {
     std::optional<bool> addTimecodeTrack;
     std::optional<bool> addTimecodeBurn;
     std::optional<TimecodeSource> timecodeSource;
     std::optional<std::string> timecode;  ///< Of the source `custom`.
     std::optional<float> timecodeFrameRate;
+    /// `unknown` removes both flags.
     std::optional<DropFrameState> timecodeDropFrameState;
     std::optional<TimecodeBurnAnchor> timecodeBurnAnchor;
     std::optional<std::int64_t> timecodeBurnFontSize;
@@ -71,11 +75,12 @@ struct TranscodeTimecodeDetail {
 struct TranscodeWatermarkImageDetail {
     std::optional<std::string> watermarkFilePath;
     std::optional<WatermarkBurnAnchor> watermarkFileAnchor;
+    /// A factor on the image's size; not checked here.
     std::optional<double> watermarkFileScale;
     TranscodeWatermarkImageDetail() {}  // NOLINT(modernize-use-equals-default)
 };
 
-/// The text over the picture.
+/// The text over the picture. Sizes are of the font, in pixels; colours are converted to sRGB.
 struct TranscodeWatermarkTextDetail {
     std::optional<bool> addWatermarkText;
     std::optional<std::string> watermarkText;

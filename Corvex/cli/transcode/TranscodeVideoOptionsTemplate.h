@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Ready-made video conversions that a host offers by name. The component Corvex::proto gives each as a message.
+/// Ready-made video conversions that a host offers by name. The component Corvex::proto gives each as a message. They
+/// are no presets of the command line: "-preset" does not know them.
 enum class TranscodeVideoOptionsTemplate : std::uint8_t { iOSCurrent, h264, proRes422, proRes4444 };
 
 template <>
@@ -20,12 +21,12 @@ inline constexpr auto caseTable<TranscodeVideoOptionsTemplate> = std::to_array<C
 });
 static_assert(isComplete<TranscodeVideoOptionsTemplate>(caseTable<TranscodeVideoOptionsTemplate>));
 
-/// The name to show, in the user's language.
+/// The name to show, in the user's language; the English one where the catalogue has no translation.
 [[nodiscard]] inline std::string localizedString(TranscodeVideoOptionsTemplate videoTemplate) {
     return localizedText(description(videoTemplate).data());  // a literal, and so ended by a null character
 }
 
-/// The identifier under which hosts and servers know the template's preset.
+/// The identifier under which hosts and servers know the template's preset. Stored data hold it, so it never changes.
 [[nodiscard]] inline std::string definedPresetID(TranscodeVideoOptionsTemplate videoTemplate) {
     return "ORV_TranscodePreset_Template-" + std::string(rawValue(videoTemplate));
 }
