@@ -47,8 +47,8 @@ struct TaskFactory {
     }
 
     /// Runs the operation. When the seconds are over it writes the log line if there is a `log`, asks the operation to
-    /// stop, waits until it has ended, and throws TimeoutError. An operation that does not react to cancellation delays that. With 0 seconds an operation
-    /// that ends without suspending is in time.
+    /// stop, waits until it has ended, and throws TimeoutError. An operation that does not react to cancellation delays
+    /// that. With 0 seconds an operation that ends without suspending is in time.
     template <class Operation>
     static Task<ResultOf<Operation>> withTimeout(std::uint64_t seconds, std::optional<TaskTimeoutLog> log,
                                                  Operation operation) {

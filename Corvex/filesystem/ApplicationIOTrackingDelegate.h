@@ -82,8 +82,8 @@ public:
     [[nodiscard]] static ApplicationIOTrackingDelegate& shared();
     [[nodiscard]] static ApplicationIOTrackingDelegate& sharedInstance() { return shared(); }
 
-    /// Only the first behaviour counts; a later one is discarded with a log line (level debug). It must not be empty
-    /// and should not throw: what it throws ends the process.
+    /// Only the first behaviour counts; a later one is discarded with a log line (level debug). An empty one counts as
+    /// none. What it throws stops the process.
     void setupIOTrackingBehavior(Behavior updateBehavior);
 
     void handleSpeedUpdate(const std::filesystem::path& from, std::int64_t bytesRead, std::int64_t bytesWritten,

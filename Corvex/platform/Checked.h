@@ -10,7 +10,8 @@
 namespace corvex::inline v0 {
 
 /// Stops the process because of a programming error: one line with the message and the place in the source goes to the
-/// log at level `fault`, then abort. Never for bad input, which is an error that a caller can answer.
+/// log at level `fault`, then abort. Never for bad input, which is an error that a caller can answer. Any thread; no
+/// destructor runs.
 [[noreturn]] CORVEX_EXPORT void fatalError(
     std::string_view message, const std::source_location& where = std::source_location::current()) noexcept;
 
@@ -21,7 +22,9 @@ constexpr void require(bool holds, std::string_view reason,
         fatalError(reason, where);
 }
 
-/// a + b, a - b, a * b in the operands' own type. Overflow stops the process, or the build where it is evaluated there.
+/// a + b in the operands' own type, unsigned ones without wrapping. Overflow stops the process, or the build where the
+/// compiler evaluates the call. So it is with all functions of this header; `where` is the caller's place, for the
+/// message.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedAdd(T a, T b,
                                      const std::source_location& where = std::source_location::current()) noexcept {
@@ -31,7 +34,7 @@ template <std::integral T>
     return sum;
 }
 
-/// a - b; overflow stops the process.
+/// a - b; overflow stops the process, for unsigned types any result below 0.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedSubtract(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -51,7 +54,7 @@ template <std::integral T>
     return product;
 }
 
-/// -a and |a|. The lowest value of a signed type has neither and stops the process.
+/// -a. The lowest value of a signed type has no counterpart and stops the process.
 template <std::signed_integral T>
 [[nodiscard]] constexpr T checkedNegate(T a,
                                         const std::source_location& where = std::source_location::current()) noexcept {
@@ -65,7 +68,7 @@ template <std::signed_integral T>
     return a < 0 ? checkedNegate(a, where) : a;
 }
 
-/// a / b and a % b, rounding towards zero. A zero divisor, or the lowest value over -1, stops the process.
+/// a / b, rounding towards zero. A zero divisor, or the lowest value over -1, stops the process.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedDivide(T a, T b,
                                         const std::source_location& where = std::source_location::current()) noexcept {
@@ -77,7 +80,7 @@ template <std::integral T>
     return static_cast<T>(a / b);
 }
 
-/// a % b; b = 0 stops the process.
+/// a % b, with the sign of a; b = 0 stops the process. The lowest value over -1 leaves 0.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedRemainder(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -89,7 +92,7 @@ template <std::integral T>
     return static_cast<T>(a % b);
 }
 
-/// `value` as a `To`. A value that `To` cannot hold stops the process.
+/// `value` as a `To`. A value that `To` cannot hold, as a negative one in an unsigned type, stops the process.
 template <std::integral To, std::integral From>
 [[nodiscard]] constexpr To checkedCast(From value,
                                        const std::source_location& where = std::source_location::current()) noexcept {

@@ -9,7 +9,8 @@
 
 namespace corvex::inline v0 {
 
-/// What every error that Corvex throws derives from. `what()` is one line: the offending value and what was expected.
+/// What every error that Corvex throws derives from, so that one handler takes them all. `what()` is one line: the
+/// offending value and what was expected. Copies share their text and do not throw. docs/ERRORS.md lists the messages.
 class CORVEX_EXPORT Error : public std::exception {
 public:
     explicit Error(const std::string& message) : message_(message) {}
@@ -23,10 +24,10 @@ private:
     std::runtime_error message_;  // shares its text: copying an exception must not throw
 };
 
-/// Coded data that lacks a key, or holds a value of another type under it.
+/// Coded data that lacks a key, or holds a value of another type under it. Equal by key and message.
 class CORVEX_EXPORT DecodingError : public Error {
 public:
-    /// `problem` says what is wrong with the value under `key`.
+    /// `problem` says what is wrong with the value under `key`. For a value that stands alone the key is "rawValue".
     DecodingError(const std::string& key, const std::string& problem);
     ~DecodingError() override;
     DecodingError(const DecodingError&) = default;

@@ -27,6 +27,7 @@ namespace detail {
 /// what is beyond the store's limit, go to the heap.
 class FrameCache {
 public:
+    /// `size` is above 0. Throws std::bad_alloc.
     [[nodiscard]] static void* allocate(std::size_t size) {
         if (!CORVEX_CACHES_FRAMES || size > largestSize) return ::operator new(size);
         Kept& kept = state.kept[classOf(size)];
@@ -38,6 +39,7 @@ public:
         --kept.count;
         return block;
     }
+    /// `size` as it was allocated. On any thread.
     static void release(void* memory, std::size_t size) noexcept {
         if (!CORVEX_CACHES_FRAMES || size > largestSize) {
             ::operator delete(memory);

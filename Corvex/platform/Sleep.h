@@ -6,7 +6,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// `duration` in nanoseconds; the nearest end of their range if it lies beyond.
+/// `duration` in nanoseconds; the nearest end of their range (292 years) if it lies beyond.
 template <class Count, class Period>
 [[nodiscard]] constexpr std::chrono::nanoseconds saturatedNanoseconds(
     std::chrono::duration<Count, Period> duration) noexcept {
@@ -27,10 +27,13 @@ template <class Count, class Period>
     return duration.count() > 0 ? TimePoint::max() : TimePoint::min();
 }
 
-/// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before.
+/// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before,
+/// at once where it is cancelled already. The timer lies in the coroutine's frame: sleeping allocates nothing and holds
+/// no thread.
 class CORVEX_EXPORT SleepAwaiter : public TimerNode {
 public:
-    explicit SleepAwaiter(TimePoint time) noexcept;  ///< Until a time, or for a while.
+    /// Until a time, or for a while counted from the suspension. sleepFor() and sleepUntil() say it more shortly.
+    explicit SleepAwaiter(TimePoint time) noexcept;
     explicit SleepAwaiter(std::chrono::nanoseconds duration) noexcept;
     ~SleepAwaiter();
 
@@ -39,6 +42,7 @@ public:
     void await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         start(coroutine, contextOf(coroutine));
     }
+    /// On the executor on which the coroutine was suspended.
     void await_resume();
 
 private:
@@ -60,7 +64,8 @@ private:
     CancelCallback cancelCallback_;
 };
 
-/// Suspends for at least `duration`; one of 0 or less goes to the end of the executor's queue.
+/// Suspends for at least `duration`; one of 0 or less goes to the end of the executor's queue. Not a pause of the
+/// thread: other work runs meanwhile.
 template <class Count, class Period>
 [[nodiscard]] SleepAwaiter sleepFor(std::chrono::duration<Count, Period> duration) noexcept {
     return SleepAwaiter(detail::saturatedNanoseconds(duration));

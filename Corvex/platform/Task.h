@@ -12,10 +12,10 @@ namespace corvex::inline v0 {
 
 class TaskPromiseBase;
 
-/// Told when a task that nobody awaits has finished; may destroy its frame.
+/// Told when a task that nobody awaits has finished: a handle's block, or a group.
 class TaskCompletion {
 public:
-    /// Called where the task ended; the frame may be destroyed in it.
+    /// Called where the task ended, with nothing of it left to run; the frame may be destroyed in it.
     virtual void taskFinished(TaskPromiseBase& promise) noexcept = 0;
 
 protected:
@@ -39,11 +39,14 @@ public:
     TaskPromiseBase() noexcept
         : WorkNode([](WorkNode& node) noexcept { static_cast<TaskPromiseBase&>(node).continuation_.resume(); }) {}
 
+    /// Frames are made and freed faster than anything else; see FrameCache.
     static void* operator new(std::size_t size) { return detail::FrameCache::allocate(size); }
     static void operator delete(void* memory, std::size_t size) noexcept { detail::FrameCache::release(memory, size); }
 
+    /// A task does nothing until it is awaited or started.
     [[nodiscard]] std::suspend_always initial_suspend() const noexcept { return {}; }
     [[nodiscard]] FinalAwaiter final_suspend() const noexcept { return {}; }
+    /// That of the task's awaiter, handle or group; before it starts the one of a task on its own.
     [[nodiscard]] const TaskContext& taskContext() const noexcept { return context_ ? *context_ : detail::rootContext; }
 
     /// Prepares the task to be run for a coroutine that awaits it, which then goes on where it runs now.
@@ -61,6 +64,8 @@ public:
     }
 
 private:
+    /// Hands over to whoever waits: the awaiter that started it on its own stack, a completion, or a continuation,
+    /// which is resumed in place where it lives on this executor and posted to its own where it does not.
     void finish() noexcept {
         if (detail::threadState.starting == this) {
             detail::threadState.starting = nullptr;
@@ -80,6 +85,7 @@ private:
     const TaskContext* context_ = nullptr;
 };
 
+/// The promise of a task that gives a value; that may be what a `co_return` gives converted.
 template <class T>
 class Task;
 
@@ -117,6 +123,8 @@ private:
 /// An awaited task runs where its awaiter runs and inherits its cancellation and priority. When it has finished, the
 /// awaiter goes on where it was: on the same thread, or posted to its executor if the task ended on another one.
 /// Stack use does not depend on how long a chain of tasks is. Destroying a task that waits abandons it.
+/// Lifetime A task that is made of a capturing lambda refers to that: keep the lambda as long as the task.
+/// Errors   What the coroutine throws is kept and thrown where it is awaited.
 template <class T = void>
 class [[nodiscard]] Task {
 public:
@@ -135,7 +143,7 @@ public:
         if (coroutine_) coroutine_.destroy();
     }
 
-    /// Starts the task where its awaiter runs, and gives its value or throws its error.
+    /// Starts the task where its awaiter runs, and gives its value or throws its error. The value is moved out.
     class Awaiter {
     public:
         explicit Awaiter(Handle coroutine) noexcept : coroutine_(coroutine) {}
@@ -156,7 +164,7 @@ public:
     private:
         Handle coroutine_;
     };
-    /// `co_await std::move(task)`, once.
+    /// `co_await std::move(task)`, once; a moved-from task stops the process.
     [[nodiscard]] Awaiter operator co_await() && noexcept {
         require(static_cast<bool>(coroutine_), "a task was awaited that has been moved from");
         return Awaiter(coroutine_);

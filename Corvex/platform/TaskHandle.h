@@ -5,7 +5,8 @@
 
 namespace corvex::inline v0 {
 
-/// Where and how a task of its own runs. By default on the caller's executor, with medium priority.
+/// Where and how a task of its own runs. By default on the caller's executor, with medium priority. Either may be given
+/// alone in its place.
 class SpawnOptions {
 public:
     SpawnOptions() noexcept : executor_(&Executor::current()) {}
@@ -25,7 +26,7 @@ private:
 
 namespace detail {
 
-/// What a spawned task and its handles share, whatever its result.
+/// What a spawned task and its handles share, whatever its result. The task holds itself while it runs.
 class CORVEX_EXPORT TaskBlockBase : public SharedState, public TaskCompletion {
 public:
     /// Waits until the task has finished.
@@ -54,6 +55,7 @@ public:
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine, Executor& executor) noexcept;
     void waitSync() const noexcept { isFinished_.wait(false, std::memory_order_acquire); }
     [[nodiscard]] bool isFinished() const noexcept { return isFinished_.load(std::memory_order_acquire); }
+    /// What the task, and whatever it awaits, sees in its context.
     [[nodiscard]] CancellationState& cancellation() noexcept { return cancellation_; }
 
     ShortMutex mutex;
@@ -89,7 +91,8 @@ public:
 
 }  // namespace detail
 
-/// A task that runs on its own. Copies refer to the same task; it goes on when nobody refers to it any more.
+/// A task that runs on its own. Copies refer to the same task; it goes on when nobody refers to it any more. What it
+/// throws is kept in its result, and lost where nobody asks for that.
 /// Threads  Every function from any thread.
 template <class T = void>
 class TaskHandle {
@@ -101,7 +104,9 @@ public:
     void cancel() const noexcept {
         if (block_) block_->cancellation().cancel();
     }
+    /// Whether it was asked to stop, not whether it has.
     [[nodiscard]] bool isCancelled() const noexcept { return block_ && block_->cancellation().isCancelled(); }
+    /// Whether it has returned or thrown; false of a handle that refers to no task.
     [[nodiscard]] bool isFinished() const noexcept { return block_ && block_->isFinished(); }
 
     /// What result() gives.
@@ -114,6 +119,8 @@ public:
         }
     };
     /// `co_await handle.result()` gives `const TaskResult<T>&`, which lives as long as a handle refers to the task.
+    /// Several may wait, and are resumed in the order in which they began to, each on its executor. A handle that
+    /// refers to no task stops the process.
     [[nodiscard]] ResultAwaiter result() const {
         require(static_cast<bool>(block_), "the result of a handle that refers to no task");
         return ResultAwaiter(Shared<detail::TaskBlockBase>::retain(*block_));
@@ -138,7 +145,8 @@ private:
     Shared<detail::TaskBlock<T>> block_;
 };
 
-/// Starts a task of its own: it is posted, never run inside this call. Nobody's cancellation reaches it but its handle's.
+/// Starts a task of its own: it is posted, never run inside this call. Nobody's cancellation reaches it but its
+/// handle's. Give it what it needs by value, as nobody need wait for it. Allocates one block beside the task's frame.
 template <class T>
 TaskHandle<T> spawn(Task<T> task, SpawnOptions options = {}) {
     auto block = Shared<detail::TaskBlock<T>>::make(options.priority());

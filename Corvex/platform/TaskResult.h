@@ -8,12 +8,13 @@
 
 namespace corvex::inline v0 {
 
-/// How a task ended: its value or its error.
+/// How a task ended: its value or its error. One of a task that has not finished has neither, and asking for its value
+/// stops the process. As any value type.
 template <class T>
 class TaskResult {
 public:
     [[nodiscard]] bool hasValue() const noexcept { return value_.has_value(); }
-    /// The value; throws the error if that is what there is.
+    /// The value; throws the error if that is what there is, the same object each time.
     [[nodiscard]] const T& value() const& {
         check();
         return *value_;
@@ -26,7 +27,7 @@ public:
     /// Null if there is a value.
     [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
 
-    /// Replaces the value.
+    /// Replaces the value. An error that is there stays, but value() gives the value.
     template <class U>
     void setValue(U&& value) {
         value_.emplace(std::forward<U>(value));
@@ -49,7 +50,7 @@ private:
     std::optional<T> value_;
 };
 
-/// How a task without a value ended.
+/// How a task without a value ended: with an error or without.
 template <>
 class TaskResult<void> {
 public:
@@ -58,6 +59,7 @@ public:
     void value() const {
         if (error_) std::rethrow_exception(error_);
     }
+    /// Null if there is none.
     [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
 
     void setError(std::exception_ptr error) noexcept { error_ = std::move(error); }
