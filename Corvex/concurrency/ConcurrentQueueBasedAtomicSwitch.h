@@ -5,9 +5,11 @@
 
 namespace corvex::inline v0 {
 
-/// A switch whose readers run side by side and whose writers run alone, in the order in which they came.
+/// A switch whose readers run side by side and whose writers run alone, in the order in which they came. A reader that
+/// comes behind a waiting writer sees what that writes. For switches that are read far more often than written.
 class ConcurrentQueueBasedAtomicSwitch final : public AtomicSwitch {
 public:
+    /// `label` names the switch's queue for people; `qos` is of no effect on callers, who do the work themselves.
     ConcurrentQueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS::QoSClass qos)
         : dispatchQueue_(std::move(label), qos), isOn_(startingState) {}
 

@@ -23,7 +23,7 @@ decltype(auto) awaiterOf(Awaitable&& awaitable) {
 template <class Awaitable>
 using AwaitResult = decltype(detail::awaiterOf(std::declval<Awaitable>()).await_resume());
 
-/// Gives items of its `SuppliedType`.
+/// Gives items of its `SuppliedType`; how, the concepts that refine this say.
 template <class T>
 concept PipelineSupplier = requires { typename T::SuppliedType; };
 
@@ -50,7 +50,8 @@ concept PushConsumer = PipelineConsumer<T> && requires(T& consumer, typename T::
 template <class T>
 concept PushPullConduit = PushConsumer<T> && PullSupplier<T>;
 
-/// Runs a pipeline by pulling what it consumes.
+/// Runs a pipeline by pulling what it consumes. Nothing more is asked of its type than of any consumer; the name says
+/// who drives.
 template <class T>
 concept PullPipelineController = PipelineConsumer<T>;
 

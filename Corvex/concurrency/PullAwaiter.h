@@ -18,6 +18,7 @@ public:
     static constexpr const char* operation = "next()";
 
     explicit PullAwaiter(State& conduit) noexcept : conduit_(conduit) {}
+    /// The quick way, for conduits that have one: the coroutine is not suspended then.
     [[nodiscard]] bool await_ready() noexcept {
         if constexpr (requires { conduit_.tryNext(*this); }) return conduit_.tryNext(*this);
         return false;
@@ -27,6 +28,7 @@ public:
         this->capture(coroutine);
         return conduit_.next(*this);
     }
+    /// The item, or nothing at the end. Moved out: await it once.
     std::optional<typename State::Supplied> await_resume() noexcept {
         this->leave();
         return std::move(this->payload);
@@ -37,7 +39,9 @@ private:
     State& conduit_;
 };
 
-/// A producer of a conduit that takes whatever comes: `State::add(value)` returns false if the conduit is closed.
+/// A producer of a conduit that takes whatever comes: `State::add(value)` returns false if the conduit is closed. It
+/// never suspends, and adds when it is awaited, not when it is made. It refers to the conduit: await it in the
+/// expression that makes it, while a handle of the conduit lives.
 template <class State>
 class PushAwaiter {
 public:
@@ -47,6 +51,7 @@ public:
     PushAwaiter& operator=(const PushAwaiter&) = delete;
     [[nodiscard]] bool await_ready() const noexcept { return true; }
     void await_suspend(std::coroutine_handle<>) const noexcept {}
+    /// Adds; throws DataCoordinationError if the conduit is closed.
     void await_resume() {
         if (!conduit_.add(value_)) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);
     }

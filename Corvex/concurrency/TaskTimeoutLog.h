@@ -6,7 +6,7 @@
 namespace corvex::inline v0 {
 
 /// How a timeout is labelled in the log: the line is `prefix`, then "- ", then `context`. The prefix brings its own
-/// spacing.
+/// spacing. It is written at level error, once for each timeout. As any value type.
 class TaskTimeoutLog {
 public:
     TaskTimeoutLog(std::string prefix, std::string context) noexcept

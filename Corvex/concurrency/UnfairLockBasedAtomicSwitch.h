@@ -5,9 +5,11 @@
 
 namespace corvex::inline v0 {
 
-/// The switch for the shortest and hottest paths: under a lock that serves its callers in no particular order.
+/// The switch for the shortest and hottest paths: under a lock that serves its callers in no particular order. A caller
+/// never waits longer than another's read or write takes.
 class UnfairLockBasedAtomicSwitch final : public AtomicSwitch {
 public:
+    /// Allocates nothing, unlike its relatives.
     explicit UnfairLockBasedAtomicSwitch(bool isOn) noexcept : isOn_(isOn) {}
 
     [[nodiscard]] bool isOn() const override {
