@@ -19,7 +19,7 @@ public:
     /// In items. 0 counts as 1.
     explicit LimitedSizeQueue(std::uint64_t capacity) : capacity_(std::max<std::uint64_t>(capacity, 1)) {}
 
-    /// Drops the oldest where the queue is full. Allocates; items are destroyed on the queue's thread.
+    /// Drops the oldest where the queue is full. Allocates; what is dropped is destroyed on the queue's thread.
     void push(Item item) {
         dispatch_.async([this, item = std::move(item)]() mutable {
             if (queue_.size() >= capacity_) queue_.pop_front();

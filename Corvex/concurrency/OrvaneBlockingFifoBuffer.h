@@ -69,7 +69,7 @@ public:
         return true;
     }
 
-    /// True if the producer has to wait. Storage grows outside of the lock, doubling up to the capacity, and may throw
+    /// True if the producer has to wait. Storage grows outside of the lock, doubling, and may throw
     /// std::bad_alloc.
     [[gnu::noinline]] bool add(Producer& producer) {
         Ring spare;

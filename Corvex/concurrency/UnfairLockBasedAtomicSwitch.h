@@ -5,8 +5,7 @@
 
 namespace corvex::inline v0 {
 
-/// The switch for the shortest and hottest paths: under a lock that serves its callers in no particular order. A caller
-/// never waits longer than another's read or write takes.
+/// The switch for the shortest and hottest paths: under a lock that serves its callers in no particular order.
 class UnfairLockBasedAtomicSwitch final : public AtomicSwitch {
 public:
     /// Allocates nothing, unlike its relatives.
