@@ -7,7 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// Whether timecode skips labels to follow the clock at an NTSC rate (SMPTE ST 12-1).
+/// Whether timecode skips labels to follow the clock at an NTSC rate (SMPTE ST 12-1): frames 0 and 1 of each minute but
+/// every tenth at 29.97. No frame is dropped, only labels. `unknown` is for sources that do not say.
 /// Codes to JSON as an object with the case's name as its one key: {"drop": {}}.
 enum class DropFrameState : std::uint8_t { unknown, nonDrop, drop };
 

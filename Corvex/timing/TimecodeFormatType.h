@@ -7,8 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// How a media sample carries timecode: a label or a plain counter, in 32 or 64 bits. Raw value: the format's code in
-/// a QuickTime sample description.
+/// How a media sample carries timecode: a label or a plain counter, in 32 or 64 bits. Raw value: the format's code in a
+/// QuickTime sample description. Files of today have `timecode32`; the others are read and written as well.
 enum class TimecodeFormatType : std::uint8_t { timecode32, timecode64, counter32, counter64 };
 
 template <>
@@ -20,7 +20,7 @@ inline constexpr auto caseTable<TimecodeFormatType> = std::to_array<Case<Timecod
 });
 static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
 
-/// How a timecode counts and in which form a media sample carries it.
+/// How a timecode counts and in which form a media sample carries it. A plain value.
 struct TimecodeFormatOptions {
     bool ensureValidDropFrameRates = true;  ///< Only rates that are NTSC drop-frame compliant drop frames.
     bool enforceBroadcastTimecode = true;   ///< For the caller: counting does not look at it.
