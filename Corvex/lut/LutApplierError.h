@@ -9,7 +9,7 @@
 
 namespace corvex::inline v0 {
 
-/// Why a table cannot be applied to pixels.
+/// Why a table cannot be applied to pixels. A file that was read may still have one of these.
 enum class LutApplierProblem : std::uint8_t { highValueNotPositive, emptyDomain, blendingNotStated };
 
 template <>
@@ -22,7 +22,8 @@ inline constexpr auto caseTable<LutApplierProblem> = std::to_array<Case<LutAppli
 });
 static_assert(isComplete<LutApplierProblem>(caseTable<LutApplierProblem>));
 
-/// A table that cannot be applied as asked for.
+/// A table that cannot be applied as asked for. Thrown when an applier is made, never while it works. Equal by problem
+/// and message.
 class CORVEX_EXPORT LutApplierError : public Error {
 public:
     /// `offender` follows the problem's description.
@@ -31,6 +32,7 @@ public:
     LutApplierError(const LutApplierError&) = default;
     LutApplierError& operator=(const LutApplierError&) = default;
 
+    /// Which of them; its description begins what().
     [[nodiscard]] LutApplierProblem problem() const noexcept { return problem_; }
 
     friend bool operator==(const LutApplierError& a, const LutApplierError& b) noexcept {

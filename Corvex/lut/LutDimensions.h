@@ -6,7 +6,7 @@
 
 namespace corvex::inline v0 {
 
-/// One table for each channel, or one for colours.
+/// One table for each channel, or one for colours: only the latter can mix channels, as a change of saturation does.
 enum class LutDimensions : std::uint8_t { oneD, cube };
 
 template <>
@@ -16,7 +16,7 @@ inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimension
 });
 static_assert(isComplete<LutDimensions>(caseTable<LutDimensions>));
 
-/// How a LUT file is written. All dialects of plain text are read by one grammar.
+/// How a LUT file is written. All dialects of plain text are read by one grammar, so there is one case.
 enum class LutMarkupType : std::uint8_t { genericText };
 
 template <>

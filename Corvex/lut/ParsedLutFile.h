@@ -15,13 +15,14 @@
 
 namespace corvex::inline v0 {
 
-/// A LUT file: where it lies and what it is.
+/// A LUT file: where it lies and what it is. The file itself is not looked at any more. Immutable; any thread.
 class CORVEX_EXPORT LutFile {
 public:
     virtual ~LutFile();
     LutFile(const LutFile&) = delete;
     LutFile& operator=(const LutFile&) = delete;
 
+    /// As it was given to the reader, or the name that stood for it.
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
     [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
     [[nodiscard]] LutMarkupType fileMarkup() const noexcept { return fileMarkup_; }
@@ -40,14 +41,15 @@ private:
     LutMarkupType fileMarkup_;
 };
 
-/// A LUT file that was read. Immutable; owns its table; any thread.
+/// A LUT file that was read. Immutable; owns its table; any thread. Its class says what the values are;
+/// ParsedLutFactory makes it, LutApplier applies it to pictures.
 class CORVEX_EXPORT ParsedLutFile : public LutFile {
 public:
     ~ParsedLutFile() override;
 
-    /// Samples the table.
+    /// Samples the table, one colour at a time. Valid as long as the file.
     [[nodiscard]] virtual const RGBSampleConverter& converter() const noexcept = 0;
-    /// The entries of the file in its order, at least one.
+    /// The entries of the file in its order, at least one. Valid as long as the file.
     [[nodiscard]] virtual std::span<const LutValueTriplet> orderedEntries() const noexcept = 0;
 
 protected:
@@ -72,7 +74,7 @@ private:
     std::unique_ptr<const OneDimensionConverter> converter_;
 };
 
-/// A cube whose full scale is 1.0.
+/// A cube whose full scale is 1.0: one whose largest value is at most 1, or has a fraction.
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
     /// Keeps what was read and how it converts.
@@ -92,7 +94,7 @@ private:
     NormalizedFloatingPoint3DSampleConverter converter_;
 };
 
-/// A cube of whole code values.
+/// A cube of whole code values: one whose largest value is whole and above 1. The depth follows from that value.
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
     /// Keeps what was read and how it converts.
@@ -100,6 +102,7 @@ public:
                                       Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalIntegerFile() override;
 
+    /// Bits of the values.
     [[nodiscard]] std::int64_t bitDepth() const noexcept { return converter_.bitDepth(); }
     [[nodiscard]] const Integer3DSampleConverter& converter() const noexcept override { return converter_; }
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
