@@ -49,7 +49,8 @@ public:
         if constexpr (!std::is_trivially_destructible_v<Node>) destroyBelow(root_);
     }
 
-    /// Null when the tree is empty, which `size` does not tell.
+    /// Null when the tree is empty, which `size` does not tell. For walks and for looking at the shape; the tree alone
+    /// changes it.
     [[nodiscard]] const Node* root() const noexcept { return root_; }
     [[nodiscard]] Node* root() noexcept { return root_; }
 
@@ -86,7 +87,7 @@ public:
         return takeOut(first_ && first_->key_ == key ? first_ : find(root_, key));
     }
 
-    /// The payload under the key; null when the key is absent or has no payload.
+    /// The payload under the key; null when the key is absent or has no payload. Valid as nodes are.
     [[nodiscard]] const Payload* search(const Key& key) const { return payloadOf(find(root_, key)); }
     [[nodiscard]] Payload* search(const Key& key) { return payloadOf(find(root_, key)); }
 
@@ -98,7 +99,8 @@ public:
     [[nodiscard]] std::optional<Neighbours<Node>> lowHighSearch(const Key& key) { return neighbours<Node>(root_, key); }
 
     /// Calls `visit(node, stop)` or `visit(node)` in key order; none is visited after one that sets `stop`, a bool that
-    /// is false at first. For this and the following: `node` may be null, and `visit` must not change the tree.
+    /// is false at first. For this and the following: `node` may be null, `visit` may change payloads but must not
+    /// change the tree, and what it throws ends the walk.
     template <class NodeType, class Visitor>
     static void inOrderTraversal(NodeType* node, Visitor&& visit) {
         walk(
@@ -123,7 +125,8 @@ public:
     }
 
     /// Calls `decide(node, stop)` in key order and deletes each entry for which it returns true, also when it sets
-    /// `stop`. It may change or move out the payload, but not the tree.
+    /// `stop`. It may change or move out the payload, but not the tree. Linear for the walk, and logarithmic for each
+    /// entry that goes.
     template <class Decider>
     void deleteWhere(Decider&& decide) {
         bool stop = false;
@@ -304,8 +307,8 @@ private:
         }
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree
-    /// is as high as before: nothing above it changes.
+    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a
+    /// subtree is as high as before: nothing above it changes. Unlike growth, it may restructure at every level.
     void rebalanceShrunk(Node* node) noexcept {
         while (node) {
             const std::int64_t leftHeight = heightOf(node->children_[left]);

@@ -25,7 +25,8 @@ class AVLTreeNode {
                   "deletion moves entries between nodes and could not undo half of a move");
 
 public:
-    /// Takes height and links as they are given; the children do not learn of their parent.
+    /// Takes height and links as they are given; the children do not learn of their parent. For tests and for trees of
+    /// a host's own.
     AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
                 AVLTreeNode* parent, std::int64_t height) noexcept
         : key_(std::move(key)),
@@ -79,7 +80,8 @@ public:
         return bracketedText(this, leftOf, rightOf, [](const AVLTreeNode& node) { return plainText(node.key_); });
     }
 
-    /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present.
+    /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present. Of
+    /// the whole subtree; no form to parse.
     [[nodiscard]] std::string debugDescription() const;
 
 private:

@@ -20,6 +20,7 @@ namespace corvex::inline v0 {
 /// throw ends the walk. Linear time; one allocation, more for a path of more than 64 nodes.
 template <class Node, class LeftOf, class RightOf, class Before, class Between, class After>
 void walkBinaryTree(Node* node, LeftOf&& leftOf, RightOf&& rightOf, Before&& before, Between&& between, After&& after) {
+    /// A node whose left subtree has been walked, and whether the right one has.
     struct Step {
         Node* node;
         bool isRightDone;
@@ -81,7 +82,7 @@ template <class Node, class LeftOf, class RightOf, class TextOf>
 }
 
 /// An optional payload for a debugger: "nil", or "Optional(7)" with texts in quotation marks and, where the type has
-/// one, its `debugDescription()`.
+/// one, its `debugDescription()`. Quotation marks within texts are not escaped.
 template <class Value>
 [[nodiscard]] std::string debugText(const std::optional<Value>& value) {
     if (!value) return "nil";

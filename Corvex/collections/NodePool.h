@@ -22,7 +22,8 @@ public:
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
 
-    /// A node in memory of the pool. What it throws is only std::bad_alloc.
+    /// A node in memory of the pool. What it throws is only std::bad_alloc, and then nothing has changed: nodes are
+    /// made without exceptions.
     template <class... Arguments>
     [[nodiscard]] Node* make(Arguments&&... arguments) {
         static_assert(std::is_nothrow_constructible_v<Node, Arguments...>, "the slot would be lost");
@@ -38,11 +39,13 @@ public:
     }
 
 private:
+    /// Memory for a node, or a link to the next slot that was given back.
     union Slot {
         Slot* next;
         alignas(Node) std::byte bytes[sizeof(Node)];
     };
 
+    /// 8 nodes, then twice as many each time, up to 512: small trees stay small.
     void addBlock() {
         const std::size_t count =
             std::min<std::size_t>(std::size_t{8} << std::min<std::size_t>(blocks_.size(), 6), 512);

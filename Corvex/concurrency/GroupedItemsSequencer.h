@@ -69,6 +69,7 @@ public:
     std::optional<Key> nextKeyInSequnce;
 
 private:
+    /// Takes the smallest entry into the consumer's payload; there must be one.
     void giveSmallest(Consumer& consumer) noexcept {
         auto entry = searchTree_.takeMinimum();
         nextKeyInSequnce = entry->key;

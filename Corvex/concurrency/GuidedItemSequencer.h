@@ -62,6 +62,7 @@ public:
         return false;
     }
 
+    /// Takes effect at the end of a hand-out that is under way.
     void close() noexcept {
         ReleasedWaiters released;
         const ShortLock lock(mutex);
@@ -80,6 +81,7 @@ public:
 private:
     using Tree = AVLTree<Key, Item>;
 
+    /// Nothing for no entry.
     static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
         if (entry) consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
     }
@@ -121,6 +123,7 @@ private:
     Tree pending_;
     WaiterList<Consumer> consumers_, lateConsumers_;  ///< The latter came after the closing that is under way.
     Key keyToSupply_;
+    /// Somebody hands items out, with the lock released now and then.
     bool isSupplying_ = false;
     const KeyUpdateBlock keyUpdateBlock_;
 };

@@ -69,10 +69,12 @@ public:
     ShortMutex mutex;
     const std::uint64_t flushWindow;
     bool isOpen = true;
+    /// Items handed out so far.
     std::int64_t supplied = 0;
     std::optional<Key> highestSuppliedKey;
 
 private:
+    /// What is pending under a key, and how many larger ones have come since.
     struct Waiting {
         Item item;
         std::int64_t outrankings;
@@ -186,7 +188,7 @@ public:
         const ShortLock lock(state_->mutex);
         return state_->supplied;
     }
-    /// None while nothing has been handed out.
+    /// The largest key handed out so far; none while nothing has been. A key at or below it is late.
     [[nodiscard]] std::optional<Key> highestSuppliedKey() const {
         const ShortLock lock(state_->mutex);
         return state_->highestSuppliedKey;

@@ -86,15 +86,18 @@ public:
     bool isOpen = true;
 
 private:
+    /// An item that nobody has asked for yet, and the semaphore whose slot it holds.
     struct Stored {
         SharedItem item;
         TaskSemaphore throttle;
     };
+    /// What a request gets.
     struct Answer {
         SharedItem item;
         bool isOnlyOne = false;  ///< Nobody else has been given the item.
     };
 
+    /// Gives the item to all that wait for the index; they are posted when the lock is gone.
     bool answer(std::int64_t index, const SharedItem& item, ReleasedWaiters& released) noexcept {
         Requester* last = nullptr;
         requestsOf(index).takeWhere([&](const Requester& requester) { return requester.index_ == index; },
@@ -108,11 +111,14 @@ private:
         return last != nullptr;
     }
 
+    /// The list that holds the requests for an index, among those for others of the same remainder.
     WaiterList<Requester>& requestsOf(std::int64_t index) noexcept {
         return requests_[static_cast<std::uint64_t>(index) % requests_.size()];
     }
 
+    /// One for each feed that was ever seen.
     std::unordered_map<FeedId, TaskSemaphore> throttles_;
+    /// By index.
     AVLTree<std::int64_t, Stored> items_;
     std::array<WaiterList<Requester>, 128>
         requests_;  ///< By remainder of the index, so that waiting allocates nothing.
@@ -125,12 +131,14 @@ public:
     static constexpr const char* operation = "requestItemsAtIndex(_:)";
 
     Requester(MultiFeedState& sequencer, std::int64_t index) noexcept : sequencer_(sequencer), index_(index) {}
+    /// The item is looked for under the lock alone.
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         this->capture(coroutine);
         return sequencer_.request(*this);
     }
+    /// The item, or nothing once the sequencer is closed.
     std::optional<Item> await_resume() {
         this->leave();
         if (!this->payload.item) return std::nullopt;
@@ -173,6 +181,7 @@ public:
         keeper_ = Shared<MultiFeedState>::retain(sequencer_);
         return slot_->await_suspend(coroutine);
     }
+    /// The slot is held now: the item is handed over or stored in it. One that was delivered without needs none.
     void await_resume() {
         if (!item_) return;
         if (!throttle_) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);
@@ -189,11 +198,15 @@ private:
     };
 
     MultiFeedState& sequencer_;
+    /// Null once it has been delivered.
     SharedItem item_;
     const std::int64_t index_;
     const FeedId feed_;
+    /// Of the feed; none where the sequencer was closed.
     std::optional<TaskSemaphore> throttle_;
+    /// The wait for a slot, within this awaiter.
     std::optional<SemaphoreWaiter> slot_;
+    /// While it waits: the semaphore alone would not keep the sequencer.
     Shared<MultiFeedState> keeper_;
 };
 

@@ -29,6 +29,7 @@ public:
         taking.unlock();
     }
 
+    /// On cache lines of their own, as the two sides use them at the same time.
     alignas(64) ShortMutex taking;
     alignas(64) ShortMutex adding;
 };
@@ -123,6 +124,7 @@ public:
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
 
+    /// In items, at least 1. The ring may be larger, and is never fuller.
     const std::uint64_t capacity;
     FifoMutex mutex;
 
@@ -179,12 +181,14 @@ public:
     static constexpr const char* operation = "add(_:)";
 
     Producer(FifoState& buffer, Item item) noexcept : Waiter<FifoState, Item>(std::move(item)), buffer_(buffer) {}
+    /// Without suspending where there is room and nobody waits.
     [[nodiscard]] bool await_ready() noexcept { return buffer_.tryAdd(*this); }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) {
         this->capture(coroutine);
         return buffer_.add(*this);
     }
+    /// Throws if the buffer was closed before the item was in it.
     void await_resume() {
         this->leave();
         if (isRefused_) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);

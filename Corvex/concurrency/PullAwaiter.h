@@ -23,6 +23,7 @@ public:
         if constexpr (requires { conduit_.tryNext(*this); }) return conduit_.tryNext(*this);
         return false;
     }
+    /// False if the payload is there after all.
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         this->capture(coroutine);
@@ -45,6 +46,7 @@ private:
 template <class State>
 class PushAwaiter {
 public:
+    /// Takes the value over; it is destroyed with the awaiter if the conduit refuses it.
     PushAwaiter(State& conduit, typename State::Consumed value) noexcept
         : conduit_(conduit), value_(std::move(value)) {}
     PushAwaiter(const PushAwaiter&) = delete;

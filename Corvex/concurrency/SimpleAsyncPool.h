@@ -65,8 +65,10 @@ public:
     }
 
     ShortMutex mutex;
+    /// On hand, oldest first.
     ItemRing<Item> available;
     WaiterList<Borrower> waiters;
+    /// How many are kept on hand at most; may be negative, as a host may set it.
     std::int64_t capacity = 0;
 };
 
@@ -83,6 +85,7 @@ public:
         this->capture(coroutine);
         return pool_.checkOut(*this);
     }
+    /// The item, which is the borrower's until it checks it in.
     Item await_resume() noexcept {
         this->leave();
         return std::move(*this->payload);

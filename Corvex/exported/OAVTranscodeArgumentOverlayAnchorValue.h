@@ -17,12 +17,16 @@ public:
     [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue> allCases() noexcept;
 };
 
+/// The first letter is the row: t for top,
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopLeft{"tl"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopCenter{"tc"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorTopRight{"tr"};
+/// c for centre,
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenterLeft{"cl"};
+/// one letter alone for the middle of the picture,
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenter{"c"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorCenterRight{"cr"};
+/// b for bottom; the second letter is l for left, c for centre or r for right.
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomLeft{"bl"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomCenter{"bc"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomRight{"br"};

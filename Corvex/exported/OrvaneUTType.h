@@ -12,6 +12,7 @@ namespace corvex::inline v0 {
 /// Types that no desktop registers have a name in their maker's domain, look-up tables one in the system's own. What
 /// each format is stands beside the extension of the same name.
 enum class OrvaneUTType : std::uint8_t {
+    /// Containers of pictures and sound.
     quickTimeMovie,
     mpeg4Movie,
     /// Kept apart from mpeg4Movie, as desktops do: files called m4v.
@@ -21,6 +22,7 @@ enum class OrvaneUTType : std::uint8_t {
     matroska,
     /// ISO/IEC 13818-1; the type of AVCHD's files, too.
     mpegTransportStream,
+    /// Camera raw, by maker.
     redRaw,
     blackmagicRaw,
     canonRaw,
@@ -29,6 +31,7 @@ enum class OrvaneUTType : std::uint8_t {
     arriRaw,
     /// In the domain of Codex, who made the coding, not of ARRI.
     arriRawHde,
+    /// Still images and image sequences.
     dpx,
     /// The identifier is that of raw images in general.
     digitalNegative,
@@ -39,8 +42,10 @@ enum class OrvaneUTType : std::uint8_t {
     heic,
     gif,
     bmp,
+    /// Audio.
     waveformAudio,
     appleMPEG4Audio,
+    /// With digital rights management: no worker opens these.
     protectedMPEG4Audio,
     /// No other type has audiobooks, protected or not.
     protectedMPEG4Audiobook,
@@ -49,6 +54,7 @@ enum class OrvaneUTType : std::uint8_t {
     coreAudio,
     aacAudio,
     mp3,
+    /// Texts and documents.
     plainText,
     commaSeparatedText,
     xml,

@@ -26,13 +26,13 @@ static_assert(isComplete<LutApplierProblem>(caseTable<LutApplierProblem>));
 /// and message.
 class CORVEX_EXPORT LutApplierError : public Error {
 public:
-    /// `offender` follows the problem's description.
+    /// `what()` is the offender, which names the numbers at fault, then a colon and the problem's description.
     LutApplierError(LutApplierProblem problem, const std::string& offender);
     ~LutApplierError() override;
     LutApplierError(const LutApplierError&) = default;
     LutApplierError& operator=(const LutApplierError&) = default;
 
-    /// Which of them; its description begins what().
+    /// Which of them; its description ends what().
     [[nodiscard]] LutApplierProblem problem() const noexcept { return problem_; }
 
     friend bool operator==(const LutApplierError& a, const LutApplierError& b) noexcept {

@@ -46,7 +46,7 @@ public:
 
     /// None for a table of one dimension.
     [[nodiscard]] const std::optional<ObjcLutCube>& cube() const noexcept { return cube_; }
-    /// 3 with a cube, 1 without.
+    /// 3 with a cube, 1 without: the number of axes.
     [[nodiscard]] std::int64_t dimensions() const noexcept { return cube_ ? 3 : 1; }
 
     [[nodiscard]] std::string description() const override;

@@ -54,6 +54,7 @@ public:
     [[nodiscard]] const std::vector<ObjcLutRGBNumericTriplet>& orderedLutValues() const noexcept {
         return orderedLutValues_;
     }
+    /// Whether it is a cube, and which.
     [[nodiscard]] const ObjcLutDimensionDescriptor& dimensionDescriptor() const noexcept {
         return dimensionDescriptor_;
     }
@@ -79,7 +80,7 @@ private:
     std::optional<ObjcFloatingPointLutDescriptor> floatingPointDescriptor_;
 };
 
-/// Reads a LUT file into a tree of objects.
+/// Reads a LUT file into a tree of objects. Any thread; what goes wrong is only logged.
 class ObjcLutConversionFactory {
 public:
     /// None where ParsedLutFactory::parsedLut gives nothing. A code value that fits no unsigned integer, as a negative

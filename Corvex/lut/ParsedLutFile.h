@@ -30,6 +30,7 @@ public:
     [[nodiscard]] const LutDomain& domain() const noexcept { return domain_; }
 
 protected:
+    /// Only readers make files; a host that has a table of its own derives from ParsedLutFile.
     LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup,
             const LutDomain& domain) noexcept
         : file_(std::move(file)), domain_(domain), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
@@ -59,12 +60,13 @@ protected:
 /// One table for each channel, of code values or of numbers whose full scale is 1.0.
 class CORVEX_EXPORT ParsedOneDimensionLutFile final : public ParsedLutFile {
 public:
-    /// `converter` must not be null.
+    /// `converter` must not be null; it is owned from now on.
     ParsedOneDimensionLutFile(std::filesystem::path file, LutMarkupType fileMarkup,
                               std::unique_ptr<const OneDimensionConverter> converter,
                               const LutDomain& domain = {}) noexcept;
     ~ParsedOneDimensionLutFile() override;
 
+    /// For code values OneDimensionsUnsignedIntegerConverter, else OneDimensionFloatingPointConverter.
     [[nodiscard]] const OneDimensionConverter& converter() const noexcept override { return *converter_; }
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
         return converter_->orderedEntries();
@@ -83,6 +85,7 @@ public:
                                             const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalFloatingPointFile() override;
 
+    /// Its cube() is the table.
     [[nodiscard]] const NormalizedFloatingPoint3DSampleConverter& converter() const noexcept override {
         return converter_;
     }
@@ -104,6 +107,7 @@ public:
 
     /// Bits of the values.
     [[nodiscard]] std::int64_t bitDepth() const noexcept { return converter_.bitDepth(); }
+    /// Its cube() is the table.
     [[nodiscard]] const Integer3DSampleConverter& converter() const noexcept override { return converter_; }
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
         return converter_.cube().orderedEntries();

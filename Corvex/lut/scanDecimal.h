@@ -69,6 +69,7 @@ struct DigitRun {
 /// Reads the number at `at` into `value`, correctly rounded, minus zero as zero. Null where there is none of the form
 /// [+-]? (digits [. digits*] | . digits) ([eE] [+-]? digits)?, or where it is too large or too small for double; then
 /// the caller takes a closer look. The text ends with a byte that belongs to no number, and 8 more can be read.
+/// Without an exponent, up to 19 digits that make at most 2^53 are converted here; std::from_chars does the rest.
 [[nodiscard]] inline const char* scanDecimal(const char* at, double& value) noexcept {
     if (const char* const end = scanSixPlaces(at, value)) return end;
     const auto isDigit = [](char character) { return static_cast<unsigned char>(character - '0') < 10; };

@@ -15,8 +15,9 @@
 
 namespace corvex::inline v0 {
 
-/// One row of a closed enumeration's table: the enumerator, its raw value (text or integer) and its description.
-/// An enumeration that says more about its cases (equivalents, flags) derives its own row type from this one.
+/// One row of a closed enumeration's table: the enumerator, its raw value (text or integer) and its description. An
+/// enumeration that says more about its cases (equivalents, flags) derives its own row type from this one. Aggregates
+/// of literals: tables cost no start-up time.
 template <class Enumeration, class Raw = std::string_view>
 struct Case {
     Enumeration value;
@@ -35,7 +36,8 @@ template <class Enumeration>
 concept ClosedEnumeration =
     std::is_enum_v<Enumeration> && !std::same_as<std::remove_cvref_t<decltype(caseTable<Enumeration>)>, std::nullptr_t>;
 
-/// Whether `value` is declared in its enumeration; g++ and clang spell an undeclared one as a cast, "(Type)3".
+/// Whether `value` is declared in its enumeration; g++ and clang spell an undeclared one as a cast, "(Type)3". So a
+/// missing row at the end is found, which no count could.
 template <auto value>
 consteval bool isEnumerator() {
     const std::string_view text = __PRETTY_FUNCTION__;

@@ -15,7 +15,8 @@ namespace corvex::inline v0 {
 [[noreturn]] CORVEX_EXPORT void fatalError(
     std::string_view message, const std::source_location& where = std::source_location::current()) noexcept;
 
-/// Stops the process with `reason` unless `holds`; while the compiler evaluates the call, stops the build.
+/// Stops the process with `reason` unless `holds`; while the compiler evaluates the call, stops the build. `reason`
+/// says what should have held, in words that a user can send on.
 constexpr void require(bool holds, std::string_view reason,
                        const std::source_location& where = std::source_location::current()) noexcept {
     if (!holds) [[unlikely]]
@@ -44,7 +45,7 @@ template <std::integral T>
     return difference;
 }
 
-/// a * b; overflow stops the process.
+/// a * b; overflow stops the process. For a product of two 64-bit numbers that may be large on purpose there is Int128.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedMultiply(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -61,7 +62,7 @@ template <std::signed_integral T>
     return checkedSubtract(T{0}, a, where);
 }
 
-/// Without its sign; the lowest value stops the process.
+/// Without its sign; the lowest value has no magnitude in its type and stops the process.
 template <std::signed_integral T>
 [[nodiscard]] constexpr T checkedMagnitude(
     T a, const std::source_location& where = std::source_location::current()) noexcept {

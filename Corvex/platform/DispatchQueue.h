@@ -15,7 +15,8 @@ namespace detail {
 
 class DispatchState;
 
-/// A piece of work in a dispatch queue. A caller that waits for its turn is one whose `run` wakes it.
+/// A piece of work in a dispatch queue. A caller that waits for its turn is one whose `run` wakes it, and lies on that
+/// caller's stack.
 struct DispatchItem : WorkNode {
     DispatchItem(Run function, bool exclusive, bool sync) noexcept
         : WorkNode(function), isExclusive(exclusive), isSync(sync) {}
@@ -36,6 +37,7 @@ private:
     Shared<DispatchState> state_;
 };
 
+/// The caller's function object, moved in.
 template <class Work>
 class DispatchWork final : public AsyncDispatchItem {
 public:
@@ -51,6 +53,7 @@ class CORVEX_EXPORT DispatchState final : public SharedState {
 public:
     DispatchState(Executor& target, TaskPriority priority) noexcept : target_(target), priority_(priority) {}
 
+    /// Posts it at once if it may run, else keeps it.
     void add(AsyncDispatchItem& item) noexcept;
     /// Blocks until the caller may run; from the queue's own work, stops the process.
     void begin(bool isExclusive) noexcept;
@@ -59,12 +62,15 @@ public:
 private:
     friend AsyncDispatchItem;
     static void run(WorkNode& node) noexcept;
+    /// Whether one more of that kind may run beside what runs now.
     [[nodiscard]] bool admits(bool isExclusive) const noexcept {
         return isExclusive ? runningCount_ == 0 : !isExclusiveRunning_;
     }
+    /// Under the lock.
     void noteStart(bool isExclusive) noexcept;
     /// Ends one item and takes from the queue what may run now. Under the lock.
     void noteEnd(WorkQueue& admitted) noexcept;
+    /// Outside of the lock: wakes the callers and posts the work that may run now.
     void start(WorkQueue& admitted) noexcept;
 
     Executor& target_;

@@ -13,7 +13,10 @@ namespace corvex::inline v0 {
 /// offending value and what was expected. Copies share their text and do not throw. docs/ERRORS.md lists the messages.
 class CORVEX_EXPORT Error : public std::exception {
 public:
+    /// The message is one line without a full stop at its end: programs put their name and a colon in front.
     explicit Error(const std::string& message) : message_(message) {}
+    /// Out of line, as those of all derived errors are: so their type information is in the library once, and they can
+    /// be caught across its border.
     ~Error() override;
     Error(const Error&) = default;
     Error& operator=(const Error&) = default;

@@ -43,6 +43,7 @@ public:
     friend constexpr auto operator<=>(FourCharacterCode, FourCharacterCode) noexcept = default;
 
 private:
+    /// Of the first four bytes, which must be there.
     static constexpr std::uint32_t valueOf(std::string_view text) noexcept {
         std::uint32_t value = 0;
         for (std::size_t i = 0; i < 4; ++i) value = value << 8U | static_cast<unsigned char>(text[i]);

@@ -52,18 +52,24 @@ public:
     }
 
 private:
+    /// Sizes are rounded up to cache lines; larger frames are rare, and the heap is good enough for them.
     static constexpr std::size_t step = 64, largestSize = 512, classCount = largestSize / step;
+    /// Blocks that move between a thread and the store at once.
     static constexpr std::uint32_t batchCount = 64;
     static constexpr std::uint32_t fullCount = batchCount - 1;        ///< Of none, while the thread may not keep any.
     static constexpr std::size_t storeLimit = std::size_t{2} << 20U;  ///< In bytes, over all sizes.
 
+    /// A free block: its first bytes link it to the next.
     struct Block {
         Block* next;
     };
+    /// The free blocks of one size that a thread keeps. The count begins so that the first release of a thread
+    /// registers it.
     struct Kept {
         Block* first = nullptr;
         std::uint32_t count = fullCount;
     };
+    /// What a thread keeps; constant initialisation, so that it costs nothing to reach.
     struct State {
         std::array<Kept, classCount> kept;
         bool isRegistered = false;
@@ -71,6 +77,7 @@ private:
     struct Store;
     struct ThreadEnd;
 
+    /// `size` is above 0.
     [[nodiscard]] static constexpr std::size_t classOf(std::size_t size) noexcept { return (size - 1) / step; }
     /// Has what the thread keeps given back when it ends. False if that is happening.
     static bool registerThread() noexcept;

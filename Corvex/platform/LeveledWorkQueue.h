@@ -29,6 +29,7 @@ public:
     }
 
 private:
+    /// 0 is the highest. Raw values between the named ones belong to the level below them.
     [[nodiscard]] static std::size_t levelOf(TaskPriority priority) noexcept {
         if (priority >= TaskPriority::userInitiated) return 0;
         if (priority >= TaskPriority::medium) return 1;

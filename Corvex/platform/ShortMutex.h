@@ -27,7 +27,7 @@ public:
         if (!tryLock()) [[unlikely]]
             lockContended();
     }
-    /// Takes it unless another thread holds it.
+    /// Takes it unless another thread holds it. Never blocks, and never fails while it is free.
     [[nodiscard]] bool tryLock() noexcept {
         int expected = isFree;
         return state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed);
@@ -39,6 +39,7 @@ public:
     }
 
 private:
+    /// A thread that sleeps has left `isAwaited`, so that an unlock without sleepers makes no system call.
     static constexpr int isFree = 0, isTaken = 1, isAwaited = 2;
     CORVEX_EXPORT void lockContended() noexcept;
     CORVEX_EXPORT void wakeOne() noexcept;

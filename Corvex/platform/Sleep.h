@@ -19,7 +19,8 @@ template <class Count, class Period>
 
 }  // namespace detail
 
-/// `start` + `duration`; never (TimePoint::max()) where the clock cannot count so far.
+/// `start` + `duration`; never (TimePoint::max()) where the clock cannot count so far, and TimePoint::min() below its
+/// range.
 [[nodiscard]] constexpr TimePoint saturatedAdd(TimePoint start, std::chrono::nanoseconds duration) noexcept {
     std::int64_t sum{};
     const bool overflows = __builtin_add_overflow(start.time_since_epoch().count(), duration.count(), &sum);
@@ -38,6 +39,7 @@ public:
     ~SleepAwaiter();
 
     [[nodiscard]] bool await_ready() const noexcept { return false; }
+    /// On whatever executor is current then.
     template <class Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         start(coroutine, contextOf(coroutine));
@@ -46,6 +48,7 @@ public:
     void await_resume();
 
 private:
+    /// Wakes the sleeper early.
     class CancelCallback : public CancellationCallback {
     public:
         explicit CancelCallback(SleepAwaiter& sleeper) noexcept;

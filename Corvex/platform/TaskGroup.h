@@ -24,6 +24,7 @@ protected:
     /// With children running stops the process.
     ~TaskGroupBase();
 
+    /// Posts a child to the current executor.
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept;
     /// `kept` is the finished child's promise, if anything is to be taken from it. One that failed asks the others to stop.
     void finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept;
@@ -35,6 +36,7 @@ protected:
     [[nodiscard]] bool isEnding() const noexcept {
         return (running_.load(std::memory_order_relaxed) & waitsForAll) != 0;
     }
+    /// One of the children that have ended, if any; `child` is null for one that left nothing to take.
     struct Finished {
         TaskPromiseBase* child;
         bool isAny;
@@ -43,6 +45,7 @@ protected:
     Finished takeFinished() noexcept;
 
 private:
+    /// Passes the parent's cancellation on to the group.
     class Link : public CancellationCallback {
     public:
         explicit Link(TaskGroupBase& group) noexcept;
@@ -112,7 +115,7 @@ public:
     /// optional; or throws its error. Nothing when no child is left. In a group of void, whether there was one.
     [[nodiscard]] NextAwaiter next() noexcept { return NextAwaiter(*this); }
 
-    /// Waits for the children that are left.
+    /// What end() gives.
     class EndAwaiter final : public Suspension {
     public:
         explicit EndAwaiter(TaskGroup& group) noexcept : group_(group) {}
@@ -139,6 +142,7 @@ public:
     }
 
 private:
+    /// Destroys the child's frame behind it.
     auto takeNext() {
         const Finished finished = takeFinished();
         auto* const child = static_cast<TaskPromise<T>*>(finished.child);
@@ -150,6 +154,7 @@ private:
             return child ? std::optional<T>(std::move(child->result()).value()) : std::nullopt;
         }
     }
+    /// Values that nobody took are destroyed with their frames.
     std::exception_ptr discardAll() noexcept {
         std::exception_ptr error;
         while (auto* const child = static_cast<TaskPromise<T>*>(takeFinished().child)) {

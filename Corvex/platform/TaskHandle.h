@@ -29,7 +29,7 @@ namespace detail {
 /// What a spawned task and its handles share, whatever its result. The task holds itself while it runs.
 class CORVEX_EXPORT TaskBlockBase : public SharedState, public TaskCompletion {
 public:
-    /// Waits until the task has finished.
+    /// Waits until the task has finished. Keeps the block, so that a handle may go meanwhile.
     class FinishWaiter : public Waiter<TaskBlockBase> {
     public:
         static constexpr const char* operation = "result()";
@@ -61,10 +61,12 @@ public:
     ShortMutex mutex;
 
 protected:
+    /// The result is there: wakes threads and posts waiters.
     void publish() noexcept;
     Shared<TaskBlockBase> self_;  ///< While the task runs.
 
 private:
+    /// False if the task has finished.
     bool append(FinishWaiter& waiter) noexcept;
 
     CancellationState cancellation_;
@@ -78,6 +80,7 @@ class TaskBlock final : public TaskBlockBase {
 public:
     using TaskBlockBase::TaskBlockBase;
 
+    /// Moves the result out of the frame and destroys that, before anybody hears of the end.
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         const Shared<TaskBlockBase> keeper = std::move(self_);
         auto& finished = static_cast<TaskPromise<T>&>(promise);
@@ -135,6 +138,7 @@ public:
         block_->waitSync();
         return block_->result;
     }
+    /// The same, with the value moved out, for all handles.
     std::optional<TaskResult<T>> waitSync() && {
         if (!block_) return std::nullopt;
         block_->waitSync();

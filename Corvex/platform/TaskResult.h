@@ -19,7 +19,7 @@ public:
         check();
         return *value_;
     }
-    /// Moved out.
+    /// Moved out; the result then holds a moved-from value. Throws as the other does.
     [[nodiscard]] T value() && {
         check();
         return std::move(*value_);
@@ -32,7 +32,7 @@ public:
     void setValue(U&& value) {
         value_.emplace(std::forward<U>(value));
     }
-    /// There is no value any more. Not for a null pointer.
+    /// There is no value any more. Not for a null pointer, which would be no end at all.
     void setError(std::exception_ptr error) noexcept {
         value_.reset();
         error_ = std::move(error);

@@ -20,6 +20,7 @@ public:
 
 private:
     TimerThread() = default;
+    /// Posts outside of the lock, many at a time and not all at once, so that sleepers do not wait long for it.
     [[noreturn]] void work() noexcept;
 
     std::mutex mutex_;

@@ -84,7 +84,7 @@ class WaiterList {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
     [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
-    /// At the end of the list; the waiter is in none.
+    /// At the end of the list; the waiter is in none. O(1).
     void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
     /// The oldest waiter, nullptr if empty. Fill its payload under the lock, then post() it outside: from then on its
     /// frame may be gone.
@@ -124,7 +124,7 @@ public:
     ReleasedWaiters(const ReleasedWaiters&) = delete;
     ReleasedWaiters& operator=(const ReleasedWaiters&) = delete;
 
-    /// Behind those that are there.
+    /// Behind those that are there. Under the lock or not: it is the caller's own list.
     void append(Suspension& waiter) noexcept {
         waiter.next = nullptr;
         (first_ ? last_->next : first_) = &waiter;
@@ -159,7 +159,8 @@ protected:
             abandon();
     }
 
-    /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone.
+    /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone:
+    /// nothing of it may be touched then.
     template <class WaiterType>
     void enqueue(State& state, WaiterList<WaiterType>& list) noexcept {
         if constexpr (requires { WaiterType::operation; }) operation_ = WaiterType::operation;

@@ -15,7 +15,7 @@ public:
     WorkQueue& operator=(const WorkQueue&) = delete;
 
     [[nodiscard]] bool isEmpty() const noexcept { return first_ == nullptr; }
-    /// At the end.
+    /// At the end. The node must be in no queue.
     void append(WorkNode& node) noexcept {
         node.next = nullptr;
         (first_ ? last_->next : first_) = &node;

@@ -14,19 +14,24 @@ namespace corvex::inline v0 {
 
 /// What a text must hold beyond four fields of digits. Both are off at first, as readers of old files want them.
 struct TimecodeFormChecks {
-    bool forceProperComponentLength = false;  ///< Every field has at least two characters.
-    bool forceComponentBounds = false;        ///< Minutes and seconds are at most 60; 60 itself passes, on purpose.
+    /// Every field has at least two characters.
+    bool forceProperComponentLength = false;
+    /// Minutes and seconds are at most 60; 60 itself passes, on purpose.
+    bool forceComponentBounds = false;
 };
 
 /// The fields that a text has, as far as they can be read; a field that is missing or no number is none.
 struct DecomposedTimecode {
+    /// In the order of the text; further fields are ignored.
     std::optional<std::int64_t> hours, minutes, seconds, frames;
+    /// `drop` if there is a ";" anywhere, else `nonDrop`; never `unknown`.
     DropFrameState dropFrameState = DropFrameState::nonDrop;
     friend constexpr bool operator==(const DecomposedTimecode&, const DecomposedTimecode&) noexcept = default;
 };
 
 /// What the strict reading gives; every field was there.
 struct ProperTimecode {
+    /// Never negative, as signs are no digits.
     TimecodeFields fields;
     DropFrameState dropFrameState;
 };
@@ -34,6 +39,7 @@ struct ProperTimecode {
 /// The first four fields of a text, how many there are in all, and what the separators say. Refers to the text.
 struct SplitTimecode {
     std::array<std::string_view, 4> fields;
+    /// Of all fields of the text, which may be more than four.
     std::size_t count = 0;
     DropFrameState dropFrameState = DropFrameState::nonDrop;
 };

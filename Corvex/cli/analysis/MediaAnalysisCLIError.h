@@ -18,9 +18,11 @@ enum class MediaAnalysisCLIErrorCase : std::uint8_t {
     pathToAnalyzeNotSupplied,
     /// The first of the paths at which nothing lies.
     pathToAnalyzeDoesNotExist,
+    /// No "-workDirectory", or nothing behind it.
     workDirectoryNotSupplied,
     /// Nothing lies there, or no folder does.
     workDirectoryDoesNotExist,
+    /// No "-resultsFilePath", or nothing behind it.
     resultsFilePathNotSupplied,
     /// Results never replace a file; a link that leads nowhere counts as one.
     resultsFileAlreadyExists,
@@ -34,6 +36,7 @@ enum class MediaAnalysisCLIImageErrorCase : std::uint8_t { missingSnapshotLocati
 /// A row of their tables: the exit status that a child ends with, one of those in CLIExitCodeError.h.
 template <class Enumeration>
 struct CLIErrorCase : Case<Enumeration> {
+    /// What `main` returns.
     int exitCode;
 };
 
@@ -88,6 +91,7 @@ public:
     MediaAnalysisCLIError(const MediaAnalysisCLIError&) = default;
     MediaAnalysisCLIError& operator=(const MediaAnalysisCLIError&) = default;
 
+    /// Which of them.
     [[nodiscard]] Case which() const noexcept { return case_; }
     /// The path at fault, empty where none was supplied. Valid as long as this object.
     [[nodiscard]] const char* path() const noexcept { return path_.what(); }

@@ -28,6 +28,7 @@ public:
     /// The anchor's text. Valid until the anchor is set or the object ends.
     [[nodiscard]] constexpr std::string_view rawValue() const noexcept { return anchorArgument_.rawValue(); }
 
+    /// Letter for letter. Options of different things do not compare.
     friend constexpr bool operator==(const Option& a, const Option& b) noexcept {
         return a.anchorArgument() == b.anchorArgument();
     }

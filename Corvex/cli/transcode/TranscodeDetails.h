@@ -25,10 +25,13 @@ struct TranscodeAudioDetail {
     std::optional<OAVTranscodeArgumentAudioFormatValue> audioFormat;
     std::optional<std::int64_t> audioBitRate;
     std::optional<std::int64_t> sampleRate;
+    /// Of a sample, without loss.
     std::optional<std::int64_t> audioBitsPerChannel;
     std::optional<TranscodeAudioQuality> audioQuality;
     std::optional<OAVTranscodeArgumentAudioChannelLayoutValue> channelLayout;
+    /// A Core Audio layout tag; beside a layout the worker refuses it.
     std::optional<std::int64_t> channelLayoutTag;
+    /// ISO 639-2, three letters.
     std::optional<std::string> audioLanguageCode;
     std::optional<bool> audioOutputIsDiscrete;
     std::optional<bool> audioOutputChannelsMatchSource;
@@ -44,6 +47,7 @@ struct TranscodeVideoDetail {
     std::optional<VideoCropAnchor> videoCropAnchor;
     std::optional<float> videoFrameRate;
     std::optional<float> videoBitRate;
+    /// Of a component.
     std::optional<std::int64_t> videoBitDepth;
     /// From one to the next, in frames.
     std::optional<std::int64_t> keyFrames;
@@ -59,6 +63,7 @@ struct TranscodeVideoDetail {
 struct TranscodeTimecodeDetail {
     std::optional<bool> addTimecodeTrack;
     std::optional<bool> addTimecodeBurn;
+    /// Of the three flags one is left. Taken after `timecode`, which `custom` keeps.
     std::optional<TimecodeSource> timecodeSource;
     std::optional<std::string> timecode;  ///< Of the source `custom`.
     std::optional<float> timecodeFrameRate;

@@ -22,6 +22,7 @@ public:
     /// of its threads, not that of posting; a strand keeps it.
     explicit AsioExecutor(asio::any_io_executor executor) noexcept : executor_(std::move(executor)) {}
 
+    /// Waits for the few instructions that a post still needs on another thread.
     ~AsioExecutor() override {
         while (const int count = posting_.load(std::memory_order_acquire))
             posting_.wait(count, std::memory_order_acquire);
