@@ -77,7 +77,7 @@ public:
         return valuesBelow(node ? node->right() : nullptr);
     }
 
-    /// The node with the smallest value of the subtree.
+    /// The node with the smallest value of the subtree, itself where it has no left child.
     [[nodiscard]] const BinarySearchTreeNode* minNode() const noexcept {
         const BinarySearchTreeNode* node = this;
         while (node->left_) node = node->left_.get();

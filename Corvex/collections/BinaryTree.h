@@ -68,6 +68,7 @@ template <class Value>
 }
 
 /// A subtree in order, each child's text in brackets: "[1] 2 [3]". `textOf(node)` is a node's own. Empty for null.
+/// Takes no stack, however deep the tree.
 template <class Node, class LeftOf, class RightOf, class TextOf>
 [[nodiscard]] std::string bracketedText(Node* node, LeftOf&& leftOf, RightOf&& rightOf, TextOf&& textOf) {
     std::string text;

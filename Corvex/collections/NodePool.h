@@ -18,6 +18,7 @@ namespace corvex::inline v0 {
 template <class Node>
 class NodePool {
 public:
+    /// Allocates nothing until the first node.
     NodePool() = default;
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;

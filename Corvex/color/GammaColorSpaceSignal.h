@@ -27,7 +27,8 @@ public:
     /// The exponent by which code values become light; above 1 for displays.
     [[nodiscard]] float gamma() const noexcept { return gamma_; }
 
-    /// Cinema projection: DCI-P3 primaries, gamma 2.6 (SMPTE RP 431-2). Shared, kept until the process ends.
+    /// Cinema projection: DCI-P3 primaries, gamma 2.6 (SMPTE RP 431-2), no matrix, as cinema pictures are R'G'B' or
+    /// X'Y'Z'. Shared, kept until the process ends.
     [[nodiscard]] static const GammaColorSpaceSignal& dcip3Cinema();
 
     /// Equal in all four parts, the exponent exactly.

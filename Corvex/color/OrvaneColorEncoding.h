@@ -19,6 +19,7 @@ struct OrvaneColorEncoding {
     bool shouldTag = false;
 
     OrvaneColorEncoding() = default;
+    /// Shares the signal.
     OrvaneColorEncoding(std::shared_ptr<const OrvaneColorSpaceSignal> theSignal,
                         std::optional<OrvanePixelColorRange> theRange, bool tags) noexcept
         : signal(std::move(theSignal)), range(theRange), shouldTag(tags) {}

@@ -13,9 +13,11 @@ public:
     ConcurrentQueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS::QoSClass qos)
         : dispatchQueue_(std::move(label), qos), isOn_(startingState) {}
 
+    /// Waits for the writers before it. Never from work of this switch's own.
     [[nodiscard]] bool isOn() const override {
         return dispatchQueue_.sync([this] { return isOn_; });
     }
+    /// Waits for everybody before it, and has taken effect when it returns.
     void setIsOn(bool isOn) override {
         dispatchQueue_.syncBarrier([this, isOn] { isOn_ = isOn; });
     }

@@ -13,11 +13,13 @@ public:
     /// of several types; those of the library check types when they are compiled.
     enum class Case : std::uint8_t { addToClosedConduitError, improperDataType };
 
-    explicit DataCoordinationError(Case which);  ///< The message is that of the case.
+    /// The message is that of the case; the item is not named, as any type may be one.
+    explicit DataCoordinationError(Case which);
     ~DataCoordinationError() override;
     DataCoordinationError(const DataCoordinationError&) = default;
     DataCoordinationError& operator=(const DataCoordinationError&) = default;
 
+    /// Which of them. Conduits of the library throw the first alone.
     [[nodiscard]] Case which() const noexcept { return case_; }
 
     friend bool operator==(const DataCoordinationError& a, const DataCoordinationError& b) noexcept {

@@ -22,7 +22,7 @@ public:
     class Storage {
     public:
         Storage() noexcept = default;
-        /// Room for at least `size` items.
+        /// Room for at least `size` items, a power of two. Throws std::bad_alloc.
         explicit Storage(std::size_t size)
             : items_(std::allocator<Item>().allocate(std::bit_ceil(size))), size_(std::bit_ceil(size)) {}
         Storage(Storage&& other) noexcept
@@ -52,6 +52,7 @@ public:
     }
 
     [[nodiscard]] bool isEmpty() const noexcept { return count_ == 0; }
+    /// Items that are in it, not the room for them.
     [[nodiscard]] std::size_t count() const noexcept { return count_; }
     /// Whether append() has no slot.
     [[nodiscard]] bool needsRoom() const noexcept { return count_ == storage_.size(); }

@@ -26,7 +26,7 @@ public:
             queue_.push_back(std::move(item));
         });
     }
-    /// Drops what was pushed before.
+    /// Drops what was pushed before, in its turn: what another thread pushes meanwhile may stay.
     void clear() {
         dispatch_.async([this] { std::deque<Item>().swap(queue_); });
     }

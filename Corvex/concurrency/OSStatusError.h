@@ -21,6 +21,7 @@ public:
     OSStatusError(const OSStatusError&) = default;
     OSStatusError& operator=(const OSStatusError&) = default;
 
+    /// On Linux an error number (errno), unless the host has others.
     [[nodiscard]] std::int32_t status() const noexcept { return status_; }
     /// What what() says; nothing where that is empty for want of a description.
     [[nodiscard]] std::optional<std::string> errorDescription() const {

@@ -46,7 +46,7 @@ concept PushConsumer = PipelineConsumer<T> && requires(T& consumer, typename T::
     requires std::same_as<AwaitResult<decltype(consumer.add(std::move(item)))>, void>;
 };
 
-/// What items go in at one end of and come out at the other.
+/// What items go in at one end of and come out at the other: the buffer and the sequencers.
 template <class T>
 concept PushPullConduit = PushConsumer<T> && PullSupplier<T>;
 

@@ -16,9 +16,11 @@ public:
     QueueBasedAtomicSwitch(bool startingState, std::string label, DispatchQoS qos)
         : dispatchQueue_(std::move(label), qos), isOn_(startingState) {}
 
+    /// Waits for everybody before it.
     [[nodiscard]] bool isOn() const override {
         return dispatchQueue_.sync([this] { return isOn_; });
     }
+    /// Has taken effect when it returns.
     void setIsOn(bool isOn) override {
         dispatchQueue_.sync([this, isOn] { isOn_ = isOn; });
     }

@@ -13,6 +13,7 @@ namespace corvex::inline v0 {
 template <class Key, class Item>
 class SequencerEntry {
 public:
+    /// With no outrankings.
     SequencerEntry(Key ownKey, Item ownValue) noexcept : key(std::move(ownKey)), value(std::move(ownValue)) {}
 
     /// Where in the sequence the item belongs.

@@ -22,6 +22,7 @@ public:
     TimeoutError(const TimeoutError&) = default;
     TimeoutError& operator=(const TimeoutError&) = default;
 
+    /// `timedOut`, or `undefined` where nobody knows after how long.
     [[nodiscard]] Case which() const noexcept { return case_; }
     /// How long the operation was given; 0 for `undefined`.
     [[nodiscard]] std::uint64_t seconds() const noexcept { return seconds_; }

@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Flags of the look that a transcode renders from the metadata of ARRI footage. OAVArriLookValues.h has the values.
+/// Flags of the look that a transcode renders from the metadata of ARRI footage: what colours it ends in, and what to
+/// do where the look cannot be used. OAVArriLookValues.h has the values.
 class OAVTranscodeArriLookArgumentFlag : public TypedString<OAVTranscodeArriLookArgumentFlag> {
 public:
     using TypedString::TypedString;

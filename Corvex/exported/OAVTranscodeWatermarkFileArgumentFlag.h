@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Flags of the image that is laid over every picture; without a path there is none.
+/// Flags of the image that is laid over every picture, with its transparency; without a path there is none, and the
+/// other two have no meaning.
 class OAVTranscodeWatermarkFileArgumentFlag : public TypedString<OAVTranscodeWatermarkFileArgumentFlag> {
 public:
     using TypedString::TypedString;

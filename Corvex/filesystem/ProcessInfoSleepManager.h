@@ -16,7 +16,8 @@ namespace corvex::inline v0 {
 class CORVEX_EXPORT SystemSleepManager {
 public:
     virtual ~SystemSleepManager();
-    virtual void prevent() = 0;                       ///< Holds the machine awake, until permit().
+    /// Holds the machine awake, until permit(). A second call changes nothing.
+    virtual void prevent() = 0;
     virtual void permit() = 0;                        ///< Lets the machine go to sleep.
     [[nodiscard]] virtual bool canSleep() const = 0;  ///< Whether nothing here holds the machine awake.
 };

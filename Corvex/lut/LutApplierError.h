@@ -9,7 +9,9 @@
 
 namespace corvex::inline v0 {
 
-/// Why a table cannot be applied to pixels. A file that was read may still have one of these.
+/// Why a table cannot be applied to pixels. A file that was read may still have one of these. `highValueNotPositive` is
+/// of the stated application alone, which divides by that value; `emptyDomain` of the conventional one;
+/// `blendingNotStated` of tetrahedral blending where there is no cube, or as stated.
 enum class LutApplierProblem : std::uint8_t { highValueNotPositive, emptyDomain, blendingNotStated };
 
 template <>

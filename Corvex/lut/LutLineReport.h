@@ -26,7 +26,8 @@ inline constexpr auto caseTable<SkippedLutLine> = std::to_array<Case<SkippedLutL
 });
 static_assert(isComplete<SkippedLutLine>(caseTable<SkippedLutLine>));
 
-/// What the lines of a LUT text were. Lines count from 1; a CR LF ends one line.
+/// What the lines of a LUT text were, for people who wonder why a file looks different. Lines count from 1; a CR LF
+/// ends one line.
 struct LutLineReport {
     /// Lines of one kind that were skipped.
     struct Skipped {

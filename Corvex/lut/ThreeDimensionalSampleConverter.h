@@ -22,6 +22,7 @@ public:
 
     /// Valid as long as the converter, and so is the next.
     [[nodiscard]] const LutCube& cube() const noexcept { return cube_; }
+    /// Valid as long as the converter.
     [[nodiscard]] const ThreeDimensionalLutInterpolator& interpolator() const noexcept { return *interpolator_; }
 
 protected:

@@ -52,8 +52,9 @@ struct DigitRun {
     }
 }
 
-/// Reads a number of the shape that most programs write, 0.123456 before a blank or a control character, of nine readable
-/// bytes. Null for any other. Its length is known before its digits are, so that the next one need not wait for them.
+/// Reads a number of the shape that most programs write, 0.123456 before a blank or a control character, of nine
+/// readable bytes. Null for any other. Its length is known before its digits are, so that the next one need not wait
+/// for them. Little-endian machines alone; others take the general way.
 [[nodiscard]] inline const char* scanSixPlaces(const char* at, double& value) noexcept {
     if constexpr (std::endian::native != std::endian::little) return nullptr;
     std::uint64_t word = 0;

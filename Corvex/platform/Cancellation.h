@@ -59,6 +59,7 @@ private:
 class CORVEX_EXPORT CancellationState {
 public:
     CancellationState() noexcept = default;
+    /// With a callback armed stops the process.
     ~CancellationState();
     CancellationState(const CancellationState&) = delete;
     CancellationState& operator=(const CancellationState&) = delete;

@@ -21,6 +21,7 @@ public:
     Error(const Error&) = default;
     Error& operator=(const Error&) = default;
 
+    /// Valid as long as this object or a copy.
     [[nodiscard]] const char* what() const noexcept override { return message_.what(); }
 
 private:
@@ -36,7 +37,7 @@ public:
     DecodingError(const DecodingError&) = default;
     DecodingError& operator=(const DecodingError&) = default;
 
-    /// The key at fault, as the coded form spells it.
+    /// The key at fault, as the coded form spells it. Valid as long as this object or a copy.
     [[nodiscard]] const char* key() const noexcept { return key_.what(); }
 
     friend bool operator==(const DecodingError& a, const DecodingError& b) noexcept {

@@ -56,8 +56,9 @@ private:
     static constexpr std::size_t step = 64, largestSize = 512, classCount = largestSize / step;
     /// Blocks that move between a thread and the store at once.
     static constexpr std::uint32_t batchCount = 64;
-    static constexpr std::uint32_t fullCount = batchCount - 1;        ///< Of none, while the thread may not keep any.
-    static constexpr std::size_t storeLimit = std::size_t{2} << 20U;  ///< In bytes, over all sizes.
+    static constexpr std::uint32_t fullCount = batchCount - 1;  ///< Of none, while the thread may not keep any.
+    /// In bytes, over all sizes: what is kept for other threads, not what frames may take.
+    static constexpr std::size_t storeLimit = std::size_t{2} << 20U;
 
     /// A free block: its first bytes link it to the next.
     struct Block {

@@ -13,7 +13,7 @@ namespace corvex::inline v0 {
 class LeveledWorkQueue {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
-    /// Behind those of the same priority.
+    /// Behind those of the same level, whatever their priorities within it.
     void append(WorkNode& node) noexcept {
         const std::size_t level = levelOf(node.priority);
         levels_[level].append(node);

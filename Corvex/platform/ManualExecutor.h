@@ -16,6 +16,7 @@ public:
     /// With work posted or sleeping stops the process.
     ~ManualExecutor() override;
 
+    /// From any thread; wakes nobody, as nobody waits.
     void post(WorkNode& node) noexcept override;
     /// The clock begins at the epoch of TimePoint.
     [[nodiscard]] Timers& timers() const noexcept override { return clock_; }

@@ -19,6 +19,7 @@ class LiteralText {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions): a literal is one
     consteval LiteralText(const char* literal) noexcept : text_(literal) {}
+    /// Valid for ever.
     [[nodiscard]] constexpr std::string_view text() const noexcept { return text_; }
 
 private:
@@ -74,6 +75,7 @@ public:
     }
 
 private:
+    /// A copy on the heap; nothing for the empty text.
     static constexpr std::string_view own(std::string_view text) {
         if (text.empty()) return {};
         char* copy = new char[text.size()];

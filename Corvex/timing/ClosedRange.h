@@ -17,6 +17,7 @@ public:
         require(lower <= upper, "a range must not end before it begins");
     }
 
+    /// At most upper().
     [[nodiscard]] constexpr const T& lower() const noexcept { return lower_; }
     [[nodiscard]] constexpr const T& upper() const noexcept { return upper_; }
 

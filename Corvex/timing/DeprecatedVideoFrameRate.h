@@ -68,7 +68,7 @@ public:
     /// The four `ntsc…` cases.
     [[nodiscard]] CORVEX_EXPORT static std::span<const DeprecatedVideoFrameRate> definedNTSCRates() noexcept;
 
-    /// "29.97", "25".
+    /// "29.97", "25": two digits after the point, ".00" left out.
     [[nodiscard]] CORVEX_EXPORT std::string formattedString() const;
 
     /// The denominator of the `ntsc…` cases, at first 1001. Process-wide, any thread; setting 0 stops the process.

@@ -22,6 +22,7 @@ public:
         return DispatchTime(std::numeric_limits<std::uint64_t>::max());
     }
 
+    /// All ones for the distant future.
     [[nodiscard]] constexpr std::uint64_t uptimeNanoseconds() const noexcept { return uptimeNanoseconds_; }
 
     /// Later by `seconds`, or earlier when they are negative. What does not fit is the distant future, or 0.

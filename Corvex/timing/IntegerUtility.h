@@ -77,7 +77,7 @@ template <BinaryInteger T>
 
 /// Adds 1 in place and answers the new value. Overflow stops the process.
 constexpr std::int64_t preIncrement(std::int64_t& value) noexcept { return value = checkedAdd<std::int64_t>(value, 1); }
-/// The value before 1 was added. Overflow stops the process.
+/// Adds 1 in place and answers the value before. Overflow stops the process.
 constexpr std::int64_t postIncrement(std::int64_t& value) noexcept {
     return std::exchange(value, checkedAdd<std::int64_t>(value, 1));
 }

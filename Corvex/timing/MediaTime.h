@@ -27,6 +27,7 @@ public:
     /// Ticks, so many of which make a second as timeScale() says. Either is 0 for an invalid time.
     [[nodiscard]] constexpr std::int64_t value() const noexcept { return value_; }
     [[nodiscard]] constexpr std::int64_t timeScale() const noexcept { return timeScale_; }  ///< Above 0 when valid.
+    /// Bit 0: the time is valid. No other is set.
     [[nodiscard]] constexpr std::uint32_t flags() const noexcept { return flags_; }
     [[nodiscard]] constexpr bool isValid() const noexcept { return (flags_ & validFlag) != 0; }
 

@@ -40,6 +40,7 @@ public:
     /// beyond 64 bits, stops the process.
     [[nodiscard]] static constexpr NumericRational fromDouble(double value, double epsilon) noexcept;
 
+    /// As stored: nothing is reduced but by arithmetic.
     [[nodiscard]] constexpr std::int64_t numerator() const noexcept { return numerator_; }
     [[nodiscard]] constexpr std::int64_t denominator() const noexcept { return denominator_; }
     [[nodiscard]] constexpr bool isDefined() const noexcept { return denominator_ != 0; }

@@ -22,10 +22,14 @@ static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
 
 /// How a timecode counts and in which form a media sample carries it. A plain value.
 struct TimecodeFormatOptions {
-    bool ensureValidDropFrameRates = true;  ///< Only rates that are NTSC drop-frame compliant drop frames.
-    bool enforceBroadcastTimecode = true;   ///< For the caller: counting does not look at it.
+    /// Only rates that are NTSC drop-frame compliant drop frames.
+    bool ensureValidDropFrameRates = true;
+    /// For the caller: counting does not look at it.
+    bool enforceBroadcastTimecode = true;
+    /// Of the description that TimecodeFrame::formatDescription() makes.
     TimecodeFormatType formatType = TimecodeFormatType::timecode32;
-    bool permitNegativeTimes = false;  ///< For the caller, too.
+    /// For the caller, too: counting takes any frame number.
+    bool permitNegativeTimes = false;
 
     friend constexpr bool operator==(const TimecodeFormatOptions&, const TimecodeFormatOptions&) noexcept = default;
 };

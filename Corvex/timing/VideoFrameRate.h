@@ -26,6 +26,7 @@ public:
     explicit constexpr VideoFrameRate(CommonVideoFrameRate common) noexcept
         : rational_(corvex::rational(common)), commonValue_(common) {}
 
+    /// As it was given, unreduced.
     [[nodiscard]] constexpr const MediaRational& rational() const noexcept { return rational_; }
     /// None for a rate that is not one of the 36.
     [[nodiscard]] constexpr std::optional<CommonVideoFrameRate> commonValue() const noexcept { return commonValue_; }

@@ -33,7 +33,8 @@ enum class MediaAnalysisCLIErrorCase : std::uint8_t {
 /// Why it is unusable for pictures, which any flag of MediaAnalysisImageCLIFlags asks for.
 enum class MediaAnalysisCLIImageErrorCase : std::uint8_t { missingSnapshotLocations, missingMaxImageWidth };
 
-/// A row of their tables: the exit status that a child ends with, one of those in CLIExitCodeError.h.
+/// A row of their tables: the exit status that a child ends with, one of those in CLIExitCodeError.h. Descriptions are
+/// the messages: the flag, then what is wrong with it.
 template <class Enumeration>
 struct CLIErrorCase : Case<Enumeration> {
     /// What `main` returns.
@@ -110,7 +111,8 @@ class CORVEX_EXPORT MediaAnalysisCLIImageError : public CLIExitCodeError {
 public:
     using Case = MediaAnalysisCLIImageErrorCase;
 
-    explicit MediaAnalysisCLIImageError(Case which);  ///< The message and the exit code are those of the case.
+    /// The message and the exit code are those of the case.
+    explicit MediaAnalysisCLIImageError(Case which);
     ~MediaAnalysisCLIImageError() override;
     MediaAnalysisCLIImageError(const MediaAnalysisCLIImageError&) = default;
     MediaAnalysisCLIImageError& operator=(const MediaAnalysisCLIImageError&) = default;

@@ -13,6 +13,7 @@ namespace corvex::inline v0 {
 /// blanks, so that a newline separates them. MediaAnalysisCLIArgumentFactory makes all three stores; as any value type.
 class BasicMediaAnalysisCLIOptions : public CliArgumentStoreDefaults<BasicMediaAnalysisCLIOptions> {
 public:
+    /// Keeps the lookup as it is; nothing checks that its flags are these.
     explicit BasicMediaAnalysisCLIOptions(ArgumentLookup lookup) : lookup_(std::move(lookup)) {}
     [[nodiscard]] const ArgumentLookup& argumentLookup() const noexcept { return lookup_; }
     [[nodiscard]] std::string_view listValueSeparator() const noexcept { return "\n"; }

@@ -15,6 +15,7 @@ namespace corvex::inline v0 {
 template <class Option>
 class AnchorOption {
 public:
+    /// Takes the anchor as it is; whether it is one of the nine, its user finds out.
     constexpr explicit AnchorOption(OAVTranscodeArgumentOverlayAnchorValue anchor) noexcept
         : anchorArgument_(std::move(anchor)) {}
 

@@ -24,7 +24,7 @@ inline constexpr auto caseTable<TimecodeSource> = std::to_array<TimecodeSourceCa
 });
 static_assert(isComplete<TimecodeSource>(caseTable<TimecodeSource>));
 
-/// The flag that asks for it.
+/// The flag that asks for it; `custom` alone has a value.
 [[nodiscard]] constexpr const OAVTranscodeTimecodeArgumentFlag& tcFlag(TimecodeSource source) noexcept {
     return *caseOf(source).tcFlag;
 }

@@ -31,7 +31,7 @@ inline constexpr auto caseTable<TranscodeAudioQuality> = std::to_array<Transcode
 });
 static_assert(isComplete<TranscodeAudioQuality>(caseTable<TranscodeAudioQuality>));
 
-/// The platform's level.
+/// The platform's level, for hosts that encode with its services.
 [[nodiscard]] constexpr AVAudioQuality avEquivalent(TranscodeAudioQuality quality) noexcept {
     return caseOf(quality).avEquivalent;
 }

@@ -6,8 +6,9 @@
 
 namespace corvex::inline v0 {
 
-/// Short flags of earlier transcoders that are still understood: the type of the output (a uniform type identifier) and
-/// its size. See TranscodeCliArguments::explicitOutputResolution for how the sizes count, in pixels or as factors.
+/// Short flags of earlier transcoders that are still understood: the type of the output (a uniform type identifier), a
+/// factor on the size of the input, and the output's width and height.
+/// See TranscodeCliArguments::explicitOutputResolution for how the sizes count, in pixels or as factors.
 enum class TranscodeCLIFlag : std::uint8_t { ftype, vscale, ovw, ovh };
 
 template <>

@@ -69,6 +69,7 @@ struct TranscodeTimecodeDetail {
     std::optional<float> timecodeFrameRate;
     /// `unknown` removes both flags.
     std::optional<DropFrameState> timecodeDropFrameState;
+    /// Of the burnt-in timecode alone; a track has no place.
     std::optional<TimecodeBurnAnchor> timecodeBurnAnchor;
     std::optional<std::int64_t> timecodeBurnFontSize;
     std::optional<Color> timecodeBurnFontColor;
@@ -87,6 +88,7 @@ struct TranscodeWatermarkImageDetail {
 
 /// The text over the picture. Sizes are of the font, in pixels; colours are converted to sRGB.
 struct TranscodeWatermarkTextDetail {
+    /// Without a text the worker refuses it.
     std::optional<bool> addWatermarkText;
     std::optional<std::string> watermarkText;
     std::optional<std::int64_t> watermarkTextBurnFontSize;

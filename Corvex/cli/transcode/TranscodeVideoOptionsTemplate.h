@@ -9,7 +9,8 @@
 namespace corvex::inline v0 {
 
 /// Ready-made video conversions that a host offers by name. The component Corvex::proto gives each as a message. They
-/// are no presets of the command line: "-preset" does not know them.
+/// are no presets of the command line: "-preset" does not know them. Raw values are part of definedPresetID() and never
+/// change; descriptions are the names to show, in English.
 enum class TranscodeVideoOptionsTemplate : std::uint8_t { iOSCurrent, h264, proRes422, proRes4444 };
 
 template <>
