@@ -8,6 +8,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
+/// What `co_await` asks: the value, or what its member operator co_await gives. A free operator is not looked for.
 template <class Awaitable>
 decltype(auto) awaiterOf(Awaitable&& awaitable) {
     if constexpr (requires { std::forward<Awaitable>(awaitable).operator co_await(); }) {

@@ -18,6 +18,7 @@ public:
 
     /// Where in the sequence the item belongs.
     Key key;
+    /// Handed out once the key's turn has come; a sequencer never looks at it.
     Item value;
     /// How many entries with larger keys have come since. Above 0 at the start, the item is ready so many arrivals
     /// earlier.

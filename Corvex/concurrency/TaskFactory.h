@@ -84,6 +84,7 @@ struct TaskFactory {
     }
 
 private:
+    /// Gives the slot back at its end, also when the operation throws.
     class HeldSlot {
     public:
         explicit HeldSlot(const TaskSemaphore* semaphore) noexcept : semaphore_(semaphore) {}

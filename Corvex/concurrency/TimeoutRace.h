@@ -63,6 +63,7 @@ public:
     void taskFinished(TaskPromiseBase& promise) noexcept override;
 
 private:
+    /// Who ended first. With `timer` the awaiting coroutine gets TimeoutError, with `cancellation` CancellationError.
     enum class Winner : std::uint8_t { none, operation, timer, cancellation };
     /// The limit, as a piece of work of its own.
     struct Timer : TimerNode {

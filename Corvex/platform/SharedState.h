@@ -17,15 +17,14 @@ protected:
     ~SharedState() = default;
 
 private:
-    /// An owner of a SharedState: a reference count without a second block, as small as a pointer. What is in the block
-    /// is not synchronised by this; the count is. The thread that lets go last sees all that the others wrote.
     template <class State>
     friend class Shared;
 
     std::atomic<std::size_t> owners_{1};
 };
 
-/// An owner of a SharedState: a reference count without a second block, as small as a pointer.
+/// An owner of a SharedState: a reference count without a second block, as small as a pointer. What is in the block is
+/// not synchronised by this; the count is. The thread that lets go last sees all that the others wrote.
 template <class State>
 class Shared {
 public:

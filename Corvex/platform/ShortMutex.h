@@ -41,6 +41,7 @@ public:
 private:
     /// A thread that sleeps has left `isAwaited`, so that an unlock without sleepers makes no system call.
     static constexpr int isFree = 0, isTaken = 1, isAwaited = 2;
+    /// Spins, then sleeps until an unlock wakes it.
     CORVEX_EXPORT void lockContended() noexcept;
     CORVEX_EXPORT void wakeOne() noexcept;
 

@@ -41,8 +41,6 @@ private:
     friend detail::WaiterChain;
     template <class State, class Payload>
     friend class Waiter;
-    /// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to. Allocates nothing, as the
-    /// waiters lie in their coroutines' frames.
     template <class WaiterType>
     friend class WaiterList;
 
@@ -78,7 +76,8 @@ inline void detail::WaiterChain::remove(WaiterLinks& waiter) noexcept {
     --count;
 }
 
-/// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to.
+/// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to. Allocates nothing, as the
+/// waiters lie in their coroutines' frames.
 template <class WaiterType>
 class WaiterList {
 public:

@@ -40,6 +40,7 @@ public:
         return DispatchTime(sum);
     }
 
+    /// Earlier is less; the distant future is greatest.
     friend constexpr auto operator<=>(const DispatchTime&, const DispatchTime&) noexcept = default;
 
 private:
