@@ -13,7 +13,9 @@ namespace corvex::inline v0 {
 /// the flag without its "-".
 template <class Enumeration>
 struct CLIFlagCase : Case<Enumeration> {
+    /// With its "-".
     std::string_view cliFlag;
+    /// Otherwise a switch.
     bool acceptsArguments;
 };
 

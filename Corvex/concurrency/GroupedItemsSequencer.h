@@ -64,8 +64,10 @@ public:
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
 
+    /// Guards all that follows.
     ShortMutex mutex;
     bool isOpen = true;
+    /// Of the item that was handed out last.
     std::optional<Key> nextKeyInSequnce;
 
 private:

@@ -64,6 +64,7 @@ public:
         return static_cast<std::int64_t>(available.count()) + more < capacity;
     }
 
+    /// Guards the three below.
     ShortMutex mutex;
     /// On hand, oldest first.
     ItemRing<Item> available;

@@ -9,10 +9,15 @@
 
 namespace corvex::inline v0 {
 
-/// Why a table cannot be applied to pixels. A file that was read may still have one of these. `highValueNotPositive` is
-/// of the stated application alone, which divides by that value; `emptyDomain` of the conventional one;
-/// `blendingNotStated` of tetrahedral blending where there is no cube, or as stated.
-enum class LutApplierProblem : std::uint8_t { highValueNotPositive, emptyDomain, blendingNotStated };
+/// Why a table cannot be applied to pixels. A file that was read may still have one of these.
+enum class LutApplierProblem : std::uint8_t {
+    /// Of the stated application alone, which divides by the largest value of the cube.
+    highValueNotPositive,
+    /// Of the conventional application alone. A domain too wide for floating point counts as empty.
+    emptyDomain,
+    /// Tetrahedral blending was asked for where there is no cube, or as stated.
+    blendingNotStated,
+};
 
 template <>
 inline constexpr auto caseTable<LutApplierProblem> = std::to_array<Case<LutApplierProblem>>({

@@ -6,8 +6,13 @@
 
 namespace corvex::inline v0 {
 
-/// One table for each channel, or one for colours: only the latter can mix channels, as a change of saturation does.
-enum class LutDimensions : std::uint8_t { oneD, cube };
+/// What a table is looked up by.
+enum class LutDimensions : std::uint8_t {
+    /// Each channel by itself, as for contrast or a transfer function.
+    oneD,
+    /// The colour as a whole: only so can channels mix, as a change of saturation needs it.
+    cube,
+};
 
 template <>
 inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimensions>>({

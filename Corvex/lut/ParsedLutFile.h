@@ -79,7 +79,7 @@ private:
 /// A cube whose full scale is 1.0: one whose largest value is at most 1, or has a fraction.
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
-    /// Keeps what was read and how it converts.
+    /// `file` need not lie there; nothing is read.
     ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                             NormalizedFloatingPoint3DSampleConverter converter,
                                             const LutDomain& domain = {}) noexcept;
@@ -100,7 +100,7 @@ private:
 /// A cube of whole code values: one whose largest value is whole and above 1. The depth follows from that value.
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
-    /// Keeps what was read and how it converts.
+    /// `file` need not lie there; nothing is read.
     ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                       Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalIntegerFile() override;

@@ -20,8 +20,11 @@ namespace corvex::inline v0 {
 /// of literals: tables cost no start-up time.
 template <class Enumeration, class Raw = std::string_view>
 struct Case {
+    /// Its number is the row's index.
     Enumeration value;
+    /// No two rows have the same.
     Raw rawValue;
+    /// For people, in English.
     std::string_view description;
 };
 

@@ -14,6 +14,7 @@ struct TaskContext {
     CancellationState* cancellation = nullptr;  ///< None: never cancelled.
     TaskPriority priority = TaskPriority::medium;
 
+    /// Any thread may make it true at any moment; from then on it stays so.
     [[nodiscard]] bool isCancelled() const noexcept { return cancellation && cancellation->isCancelled(); }
 };
 

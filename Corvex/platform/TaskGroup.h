@@ -133,6 +133,7 @@ public:
     /// `co_await group.end()` waits for all children and gives the first error that next() did not take.
     [[nodiscard]] EndAwaiter end() noexcept { return EndAwaiter(*this); }
 
+    /// Keeps the frames of children that still have something to give, and frees the others at once.
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         auto& child = static_cast<TaskPromise<T>&>(promise);
         const bool hasFailed = child.result().error() != nullptr;

@@ -52,6 +52,7 @@ public:
     explicit TaskBlockBase(TaskPriority priority) noexcept : context_{&cancellation_, priority} {}
     virtual ~TaskBlockBase();
 
+    /// Posts the task, which holds the block from here on.
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine, Executor& executor) noexcept;
     void waitSync() const noexcept { isFinished_.wait(false, std::memory_order_acquire); }
     [[nodiscard]] bool isFinished() const noexcept { return isFinished_.load(std::memory_order_acquire); }

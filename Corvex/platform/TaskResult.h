@@ -13,6 +13,7 @@ namespace corvex::inline v0 {
 template <class T>
 class TaskResult {
 public:
+    /// False after an error, and as long as the task has not finished.
     [[nodiscard]] bool hasValue() const noexcept { return value_.has_value(); }
     /// The value; throws the error if that is what there is, the same object each time.
     [[nodiscard]] const T& value() const& {

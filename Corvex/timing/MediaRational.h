@@ -49,6 +49,7 @@ public:
 
     [[nodiscard]] constexpr std::int64_t timeValue() const noexcept { return timeValue_; }
     [[nodiscard]] constexpr std::int64_t timeScale() const noexcept { return timeScale_; }
+    /// As a double, and so exact up to 2^53; the denominator as well.
     [[nodiscard]] constexpr double numerator() const noexcept { return static_cast<double>(timeValue_); }
     [[nodiscard]] constexpr double denominator() const noexcept { return static_cast<double>(timeScale_); }
 

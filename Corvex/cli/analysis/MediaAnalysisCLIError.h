@@ -31,7 +31,12 @@ enum class MediaAnalysisCLIErrorCase : std::uint8_t {
 };
 
 /// Why it is unusable for pictures, which any flag of MediaAnalysisImageCLIFlags asks for.
-enum class MediaAnalysisCLIImageErrorCase : std::uint8_t { missingSnapshotLocations, missingMaxImageWidth };
+enum class MediaAnalysisCLIImageErrorCase : std::uint8_t {
+    /// No "-snapshotLocation", the place in the clip from 0 to 1.
+    missingSnapshotLocations,
+    /// No "-maxImageWidth", in pixels.
+    missingMaxImageWidth,
+};
 
 /// A row of their tables: the exit status that a child ends with, one of those in CLIExitCodeError.h. Descriptions are
 /// the messages: the flag, then what is wrong with it.

@@ -7,9 +7,15 @@
 
 namespace corvex::inline v0 {
 
-/// Where the first label of the output's timecode comes from: the source's own timecode, the time of day at which the
-/// source was made, or a text that the job states. What is counted from there on does not depend on it.
-enum class TimecodeSource : std::uint8_t { match, creationDate, custom };
+/// Where the first label of the output's timecode comes from. What is counted from there on does not depend on it.
+enum class TimecodeSource : std::uint8_t {
+    /// The source's own timecode.
+    match,
+    /// The time of day at which the source was made.
+    creationDate,
+    /// A text that the job states.
+    custom,
+};
 
 /// A row of the table: the flag of the case, too. A pointer, as the flags are constants of their own.
 struct TimecodeSourceCase : Case<TimecodeSource> {
