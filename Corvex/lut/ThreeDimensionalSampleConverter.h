@@ -20,7 +20,7 @@ public:
     ThreeDimensionalSampleConverter(const ThreeDimensionalSampleConverter&) = delete;
     ThreeDimensionalSampleConverter& operator=(const ThreeDimensionalSampleConverter&) = delete;
 
-    /// Valid as long as the converter, and so is the next.
+    /// Valid as long as the converter.
     [[nodiscard]] const LutCube& cube() const noexcept { return cube_; }
     /// Valid as long as the converter.
     [[nodiscard]] const ThreeDimensionalLutInterpolator& interpolator() const noexcept { return *interpolator_; }

@@ -17,7 +17,7 @@ public:
     /// Of any concurrency; an arena of one runs the work one piece at a time.
     explicit TbbExecutor(oneapi::tbb::task_arena& arena) noexcept : arena_(arena) {}
 
-    /// Spins for the few instructions that a post still needs on another thread.
+    /// Waits for the few instructions that a post still needs on another thread.
     ~TbbExecutor() override {
         while (const int count = posting_.load(std::memory_order_acquire))
             posting_.wait(count, std::memory_order_acquire);
