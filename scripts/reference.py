@@ -107,7 +107,7 @@ def with_the_obvious(text):
             said = next((what for kind, what in ENUMERATIONS.items() if f"enum class {kind} " in head), "")
             if said and not here:
                 head = "/** " + said + " */ " + head
-            if in_enumeration and "///<" in line:
+            if in_enumeration and here:
                 body = line.partition("///<")[0]
                 lines[at] = line
             else:

@@ -6,7 +6,10 @@
 
 namespace corvex::inline v0 {
 
-/// The flags with which a parent process identifies itself to the child that it starts.
+/// The flags with which a parent process identifies itself to the child that it starts; each takes a decimal integer. A
+/// child that knows its parent ends when the parent does.
+/// They stand behind the child's own words and belong to no family, so that a parser of those sets them aside as
+/// unknown.
 enum class CLICustodialFlag : std::uint8_t { parentPid, parentAppNumber };
 
 template <>

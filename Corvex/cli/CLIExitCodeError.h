@@ -14,7 +14,8 @@ inline constexpr int noInput = 66;        ///< EX_NOINPUT
 inline constexpr int cannotCreate = 73;   ///< EX_CANTCREAT
 }  // namespace exitCode
 
-/// An error of a command line that decides the exit status of the process that was given it.
+/// An error of a command line that decides the exit status of the process that was given it: `main` catches this one
+/// type, prints what() and returns exitCode(). Copies share their text, so that copying does not throw.
 class CORVEX_EXPORT CLIExitCodeError : public Error {
 public:
     CLIExitCodeError(const std::string& message, int exitCode) : Error(message), exitCode_(exitCode) {}
@@ -28,16 +29,17 @@ private:
     int exitCode_;
 };
 
-/// A word that has no place on a command line: a flag that is not known, a value that is none, a value too many.
+/// A word that has no place on a command line: a flag that is not known, a value that is none, a value too many. Its
+/// exit status is that of unusable words.
 class CORVEX_EXPORT CLIWordError : public CLIExitCodeError {
 public:
-    /// `what()` reads "-maxImageWidth 'abc': expected ...".
+    /// `what()` reads "-maxImageWidth 'abc': expected ...". An empty flag is left out: "'abc': expected ...".
     CLIWordError(const std::string& flag, const std::string& word, const std::string& problem);
     ~CLIWordError() override;
     CLIWordError(const CLIWordError&) = default;
     CLIWordError& operator=(const CLIWordError&) = default;
 
-    /// The word at fault, as it was given.
+    /// The word at fault, as it was given. Valid as long as this object.
     [[nodiscard]] const char* word() const noexcept { return word_.what(); }
 
 private:

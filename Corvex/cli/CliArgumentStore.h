@@ -12,8 +12,9 @@
 
 namespace corvex::inline v0 {
 
-/// A command-line model: it can be rendered as the words of a command line, or as one text that identifies it.
-/// The characters of the list prefix and separator are ASCII.
+/// A command-line model: it can be rendered as the words of a command line, or as one text that identifies it. The
+/// characters of the list prefix and separator are ASCII.
+/// A host renders commandLineArguments() for the child that it starts, and the child makes the same model from them.
 template <class Store>
 concept CliArgumentStore = requires(const Store& store) {
     { store.argumentLookup() } -> std::convertible_to<const ArgumentLookup&>;
@@ -23,16 +24,20 @@ concept CliArgumentStore = requires(const Store& store) {
     { store.cliString() } -> std::same_as<std::string>;
 };
 
-/// For each entry the flag and then its value, also when the value is empty; in the lookup's order.
+/// For each entry the flag and then its value, also when the value is empty; in the lookup's order. Twice as many words
+/// as there are entries.
 [[nodiscard]] CORVEX_EXPORT std::vector<std::string> renderArguments(const ArgumentLookup& lookup);
 
-/// The words with nothing between them: a text to compare by, never one for a shell.
+/// The words with nothing between them: a text to compare by, never one for a shell. Different words may give the same
+/// text ("a", "bc" and "ab", "c").
 [[nodiscard]] CORVEX_EXPORT std::string joinedWithoutSeparator(std::span<const std::string> words);
 
 /// What a store does unless it says otherwise. A store derives from this by its own name and gives argumentLookup().
 template <class Store>
 class CliArgumentStoreDefaults {
 public:
+    /// What a value that holds several values begins with, and what stands between two of them. ASCII, one or more
+    /// characters.
     [[nodiscard]] std::string_view listPrefix() const noexcept { return "["; }
     [[nodiscard]] std::string_view listValueSeparator() const noexcept { return " "; }
 

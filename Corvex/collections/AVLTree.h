@@ -14,10 +14,14 @@
 
 namespace corvex::inline v0 {
 
-/// A balanced search tree from keys to optional payloads, with the neighbours of a key and an ordered walk.
-/// Time     Search, insertion and deletion take logarithmic time; inserting above the largest key and taking the
-///          smallest compare one key at most.
-/// Memory   Nodes come from blocks that the tree keeps until it goes.
+/// A balanced search tree from keys to optional payloads, with the neighbours of a key and an ordered walk. Keys
+/// differ; the sequencers keep what waits for its turn in these.
+/// Cost     Search, insertion and deletion take logarithmic time; inserting above the largest key and taking the
+///          smallest compare one key at most. A walk is linear.
+/// Lifetime Nodes come from blocks that the tree keeps until it goes. A node, and what refers into it, is valid until
+///          any key is deleted, as deletion moves entries between nodes.
+/// Errors   What copying or comparing a key throws leaves the tree as it was. A tree whose links contradict each other,
+///          as memory that somebody else wrote to, stops the process.
 /// Threads  None of its own; the owner serialises access.
 /// Source   Adelson-Velsky and Landis, Doklady Akademii Nauk 146(2), 1962.
 template <std::totally_ordered Key, class Payload>
@@ -25,7 +29,7 @@ class AVLTree {
 public:
     using Node = AVLTreeNode<Key, Payload>;
 
-    /// The entries on either side of a key, or twice the one entry that has it. Never null.
+    /// The entries on either side of a key, or twice the one entry that has it. Never null. Valid as nodes are.
     template <class NodeType>
     struct Neighbours {
         NodeType* low;
@@ -45,14 +49,15 @@ public:
         if constexpr (!std::is_trivially_destructible_v<Node>) destroyBelow(root_);
     }
 
-    /// Null when the tree is empty, which `size` does not tell.
+    /// Null when the tree is empty, which `size` does not tell. For walks and for looking at the shape; the tree alone
+    /// changes it.
     [[nodiscard]] const Node* root() const noexcept { return root_; }
     [[nodiscard]] Node* root() noexcept { return root_; }
 
     /// How many calls inserted less how many deleted: a key that was there already counts again.
     [[nodiscard]] std::int64_t size() const noexcept { return size_; }
 
-    /// An equal key keeps its entry, payload included.
+    /// An equal key keeps its entry, payload included; `size` counts the call all the same.
     void insert(Key key, std::optional<Payload> payload = std::nullopt) {
         const std::int64_t grownSize = checkedAdd(size_, std::int64_t{1});
         if (!root_) {
@@ -63,7 +68,8 @@ public:
         size_ = grownSize;
     }
 
-    /// `delete`, under a name that the language allows. When `size` is 1, empties the tree whatever the key is.
+    /// `delete`, under a name that the language allows; an absent key is no error. When `size` is 1, empties the tree
+    /// whatever the key is.
     void deleteKey(const Key& key) {
         if (size_ == 1) {
             if (root_) pool_.destroy(root_);
@@ -74,32 +80,34 @@ public:
         }
     }
 
-    /// Deletes the entry with the smallest key, or with that key, and hands it out; nothing when there is none.
+    /// Deletes the entry with the smallest key and hands it out; nothing when there is none.
     [[nodiscard]] std::optional<Entry> takeMinimum() { return takeOut(first_); }
-    /// As takeMinimum(), by key.
+    /// As takeMinimum(), the entry with that key. Unlike deleteKey() it never looks at `size`.
     [[nodiscard]] std::optional<Entry> take(const Key& key) {
         return takeOut(first_ && first_->key_ == key ? first_ : find(root_, key));
     }
 
-    /// The payload under the key; null when the key is absent or has no payload.
+    /// The payload under the key; null when the key is absent or has no payload. Valid as nodes are.
     [[nodiscard]] const Payload* search(const Key& key) const { return payloadOf(find(root_, key)); }
     [[nodiscard]] Payload* search(const Key& key) { return payloadOf(find(root_, key)); }
 
-    /// The entries with the nearest keys at or below and at or above `key`; nothing unless there are both.
+    /// The entries with the nearest keys at or below and at or above `key`; nothing unless there are both, as for a key
+    /// above the largest. One descent.
     [[nodiscard]] std::optional<Neighbours<const Node>> lowHighSearch(const Key& key) const {
         return neighbours<const Node>(root_, key);
     }
     [[nodiscard]] std::optional<Neighbours<Node>> lowHighSearch(const Key& key) { return neighbours<Node>(root_, key); }
 
     /// Calls `visit(node, stop)` or `visit(node)` in key order; none is visited after one that sets `stop`, a bool that
-    /// is false at first. For this and the following: `node` may be null, and `visit` must not change the tree.
+    /// is false at first. For this and the following: `node` may be null, `visit` may change payloads but must not
+    /// change the tree, and what it throws ends the walk.
     template <class NodeType, class Visitor>
     static void inOrderTraversal(NodeType* node, Visitor&& visit) {
         walk(
             node, ignore, [&](NodeType& entry) { return !callVisitor(visit, entry); }, ignore);
     }
 
-    /// Calls `visit(node)` for every node of a subtree: left, node, right; node, left, right; left, right, node.
+    /// Calls `visit(node)` for every node of a subtree: left, node, right. The other two differ in their order alone.
     template <class NodeType, class Visitor>
     static void doInOrder(NodeType* node, Visitor&& visit) {
         walk(
@@ -117,7 +125,8 @@ public:
     }
 
     /// Calls `decide(node, stop)` in key order and deletes each entry for which it returns true, also when it sets
-    /// `stop`. It may change or move out the payload, but not the tree.
+    /// `stop`. It may change or move out the payload, but not the tree. Linear for the walk, and logarithmic for each
+    /// entry that goes.
     template <class Decider>
     void deleteWhere(Decider&& decide) {
         bool stop = false;
@@ -143,7 +152,7 @@ public:
         return text;
     }
 
-    /// Prints the node's `description()` and a newline to standard output; an empty line for null.
+    /// Prints the node's `description()` and a newline to standard output; an empty line for null. For debugging.
     static void display(const Node* node) { std::puts(node ? node->description().c_str() : ""); }
 
     /// Those of the root; empty for an empty tree.
@@ -161,6 +170,7 @@ private:
         unsigned side;
     };
 
+    /// 0 for none, so that a leaf has 1.
     static std::int64_t heightOf(const Node* node) noexcept { return node ? node->height_ : 0; }
 
     /// The last nodes on the way to `key` that lie below it, and at or above it. One comparison a node, whose result is an
@@ -175,6 +185,7 @@ private:
         return {passed[1], passed[0]};
     }
 
+    /// The node with the key, or null. One comparison a level and one for equality at the end.
     static Node* find(Node* root, const Key& key) {
         Node* const node = descend(root, key).high;
         return node && node->key_ == key ? node : nullptr;
@@ -182,6 +193,7 @@ private:
 
     static Payload* payloadOf(Node* node) noexcept { return node && node->payload_ ? &*node->payload_ : nullptr; }
 
+    /// Both or nothing.
     template <class NodeType>
     static std::optional<Neighbours<NodeType>> neighbours(Node* root, const Key& key) {
         const auto [low, high] = descend(root, key);
@@ -191,6 +203,7 @@ private:
         return Neighbours<NodeType>{low, high};
     }
 
+    /// The three moments of a node; a walk that `between` ends has visited no more.
     template <class NodeType, class Before, class Between, class After>
     static void walk(NodeType* node, Before&& before, Between&& between, After&& after) {
         walkBinaryTree(node, Node::leftOf, Node::rightOf, before, between, after);
@@ -208,12 +221,14 @@ private:
         return stop;
     }
 
+    /// The node with the next larger key, or null. O(1) on average over a walk.
     static Node* successor(Node* node) noexcept {
         if (node->children_[right]) return node->children_[right]->minimum();
         while (node->isRightChild()) node = node->parent_;
         return node->parent_;
     }
 
+    /// Where a new key is attached. Looks at the end first, as keys mostly come in ascending order.
     Place placeFor(const Key& key) {
         if (last_->key_ < key) return {last_, right};
         // Keys that come nearly in order belong near the end: few steps from a node a little above it.
@@ -229,6 +244,7 @@ private:
         }
     }
 
+    /// Makes the node, and keeps the ends and the balance.
     void attach(const Place& place, Key&& key, std::optional<Payload>&& payload) {
         Node* const node = pool_.make(std::move(key), std::move(payload), nullptr, nullptr, place.parent, 1);
         place.parent->children_[place.side] = node;
@@ -237,6 +253,7 @@ private:
         rebalanceAboveGrown(node);
     }
 
+    /// What is taken out is moved, and the node is then removed as if it held nothing.
     std::optional<Entry> takeOut(Node* node) {
         if (!node) return std::nullopt;
         std::optional<Entry> entry(std::in_place, std::move(node->key_), std::move(node->payload_));
@@ -258,6 +275,7 @@ private:
         size_ = shrunkSize;
     }
 
+    /// Frees a node without children; `first_` and `last_` follow.
     void unlinkLeaf(Node* leaf) noexcept {
         Node* const parent = leaf->parent_;
         if (!parent) {
@@ -289,8 +307,8 @@ private:
         }
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a subtree
-    /// is as high as before: nothing above it changes.
+    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a
+    /// subtree is as high as before: nothing above it changes. Unlike growth, it may restructure at every level.
     void rebalanceShrunk(Node* node) noexcept {
         while (node) {
             const std::int64_t leftHeight = heightOf(node->children_[left]);
@@ -325,11 +343,13 @@ private:
         return middle;
     }
 
+    /// Both directions at once; `child` may be null.
     static void link(Node* parent, unsigned side, Node* child) noexcept {
         parent->children_[side] = child;
         if (child) child->parent_ = parent;
     }
 
+    /// Puts a node into the place of another below that one's parent, or at the root.
     void replace(Node* node, Node* replacement) noexcept {
         if (Node* const parent = node->parent_) {
             link(parent, parent->children_[right] == node, replacement);
@@ -339,6 +359,7 @@ private:
         }
     }
 
+    /// From the heights of the children, which are right.
     static void refreshHeight(Node* node) noexcept {
         const std::int64_t leftHeight = heightOf(node->children_[left]);
         const std::int64_t rightHeight = heightOf(node->children_[right]);

@@ -14,8 +14,10 @@ template <std::totally_ordered Key, class Payload>
 class AVLTree;
 
 /// One entry of an AVLTree and its place there. The tree owns its nodes and alone changes key, children and height; the
-/// payload is free to change. A node lives until the tree deletes it, and deleting another key may move another entry
-/// into it. A node built by hand owns nothing either: its caller keeps the children and the parent alive.
+/// payload is free to change.
+/// Lifetime A node lives until the tree deletes it, and deleting another key may move another entry into it. A node
+///          built by hand owns nothing either: its caller keeps the children and the parent alive.
+/// Threads  As its tree.
 template <std::totally_ordered Key, class Payload>
 class AVLTreeNode {
     static_assert(std::is_nothrow_move_constructible_v<Key> && std::is_nothrow_move_assignable_v<Key> &&
@@ -23,7 +25,8 @@ class AVLTreeNode {
                   "deletion moves entries between nodes and could not undo half of a move");
 
 public:
-    /// Takes height and links as they are given; the children do not learn of their parent.
+    /// Takes height and links as they are given; the children do not learn of their parent. For tests and for trees of
+    /// a host's own.
     AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
                 AVLTreeNode* parent, std::int64_t height) noexcept
         : key_(std::move(key)),
@@ -31,6 +34,7 @@ public:
           parent_(parent),
           height_(height),
           payload_(std::move(payload)) {}
+    /// A leaf of height 1, in no tree.
     AVLTreeNode(Key key, std::optional<Payload> payload) noexcept
         : AVLTreeNode(std::move(key), std::move(payload), nullptr, nullptr, nullptr, 1) {}
     explicit AVLTreeNode(Key key) noexcept : AVLTreeNode(std::move(key), std::nullopt) {}
@@ -38,6 +42,7 @@ public:
     AVLTreeNode& operator=(const AVLTreeNode&) = delete;
 
     [[nodiscard]] const Key& key() const noexcept { return key_; }
+    /// None for a key that was inserted alone.
     [[nodiscard]] const std::optional<Payload>& payload() const noexcept { return payload_; }
     [[nodiscard]] std::optional<Payload>& payload() noexcept { return payload_; }
 
@@ -50,17 +55,18 @@ public:
     /// 1 for a leaf, otherwise one more than the higher child's.
     [[nodiscard]] std::int64_t height() const noexcept { return height_; }
 
+    /// False for a root.
     [[nodiscard]] bool isLeftChild() const noexcept { return parent_ && parent_->children_[left] == this; }
     [[nodiscard]] bool isRightChild() const noexcept { return parent_ && parent_->children_[right] == this; }
 
-    /// The nodes with the smallest and the largest key of this subtree.
+    /// The node with the smallest key of this subtree, itself where it has no left child. O(height).
     [[nodiscard]] const AVLTreeNode* minimum() const noexcept {
         const AVLTreeNode* node = this;
         while (node->children_[left]) node = node->children_[left];
         return node;
     }
     [[nodiscard]] AVLTreeNode* minimum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).minimum()); }
-    /// The node with the largest key of the subtree.
+    /// The node with the largest key of this subtree. O(height).
     [[nodiscard]] const AVLTreeNode* maximum() const noexcept {
         const AVLTreeNode* node = this;
         while (node->children_[right]) node = node->children_[right];
@@ -68,12 +74,14 @@ public:
     }
     [[nodiscard]] AVLTreeNode* maximum() noexcept { return const_cast<AVLTreeNode*>(std::as_const(*this).maximum()); }
 
-    /// The keys of this subtree in order, each child's text in brackets: "[1] 2 [3]".
+    /// The keys of this subtree in order, each child's text in brackets: "[1] 2 [3]". Takes no stack, however large the
+    /// subtree.
     [[nodiscard]] std::string description() const {
         return bracketedText(this, leftOf, rightOf, [](const AVLTreeNode& node) { return plainText(node.key_); });
     }
 
-    /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present.
+    /// "key: 2, payload: nil, height: 2, parent: 4, left = [...], right = [...]": the last three only when present. Of
+    /// the whole subtree; no form to parse.
     [[nodiscard]] std::string debugDescription() const;
 
 private:

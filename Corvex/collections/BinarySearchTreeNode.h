@@ -12,15 +12,20 @@ namespace corvex::inline v0 {
 
 /// A node of a plain search tree, and with it the subtree that it owns. Nothing balances: values that arrive in order
 /// make a list, whose operations take linear time but no more stack than others. Equal values are kept, to the right.
+/// AVLTree is for everything that must be quick.
+/// Cost     Operations on one value take time for each level that they pass; each value is one allocation.
+/// Lifetime References to nodes and values are valid until the value is deleted, or another one moves into its node.
 /// Threads  None of its own; the owner serialises access.
 template <std::totally_ordered Value>
 class BinarySearchTreeNode {
 public:
     using Pointer = std::unique_ptr<BinarySearchTreeNode>;
 
+    /// A tree of one value, without children.
     explicit BinarySearchTreeNode(Value value) : value_(std::move(value)) {}
     BinarySearchTreeNode(const BinarySearchTreeNode&) = delete;
     BinarySearchTreeNode& operator=(const BinarySearchTreeNode&) = delete;
+    /// Linear in the subtree, without recursion.
     ~BinarySearchTreeNode() {
         flatten(std::move(left_));
         flatten(std::move(right_));
@@ -31,7 +36,7 @@ public:
     [[nodiscard]] const BinarySearchTreeNode* left() const noexcept { return left_.get(); }
     [[nodiscard]] const BinarySearchTreeNode* right() const noexcept { return right_.get(); }
 
-    /// Into the subtree below this node.
+    /// Into the subtree below this node. Throws std::bad_alloc, and then nothing has changed.
     void insert(Value value) {
         BinarySearchTreeNode* node = this;
         for (;;) {
@@ -44,10 +49,11 @@ public:
         }
     }
 
-    /// In the subtree below this node.
+    /// In the subtree of this node, itself included.
     [[nodiscard]] bool contains(const Value& value) const { return find(value) != nullptr; }
 
-    /// Calls `visit(const Value&)` for each value of the subtree in order.
+    /// Calls `visit(const Value&)` for each value of the subtree in order. What it throws ends the walk. It must not
+    /// change the tree.
     template <class Visitor>
     void inOrderTraversal(Visitor&& visit) const {
         walkBinaryTree(
@@ -59,19 +65,19 @@ public:
             [](const auto&) {});
     }
 
-    /// The values below the first node on the search path that holds `value`, on its left or right, in order. Empty when
-    /// there is no such node.
+    /// Copies of the values below the first node on the search path that holds `value`, on its left, in order. Empty
+    /// when there is no such node, and when it has no left child.
     [[nodiscard]] std::vector<Value> leftSubtreeValues(const Value& value) const {
         const BinarySearchTreeNode* const node = find(value);
         return valuesBelow(node ? node->left() : nullptr);
     }
-    /// As leftSubtreeValues(), of the other side.
+    /// As leftSubtreeValues(), on its right; further values that are equal are among these.
     [[nodiscard]] std::vector<Value> rightSubtreeValues(const Value& value) const {
         const BinarySearchTreeNode* const node = find(value);
         return valuesBelow(node ? node->right() : nullptr);
     }
 
-    /// The node with the smallest value of the subtree.
+    /// The node with the smallest value of the subtree, itself where it has no left child.
     [[nodiscard]] const BinarySearchTreeNode* minNode() const noexcept {
         const BinarySearchTreeNode* node = this;
         while (node->left_) node = node->left_.get();
@@ -80,6 +86,7 @@ public:
 
     /// `delete` of the tree under `root`, under a name that the language allows and static because the root itself may
     /// go: takes out the first node on the search path that holds `value` and returns the new root, null for none left.
+    /// A value that is not there changes nothing; `root` may be null.
     /// A node with a right child stays and takes over the smallest value of its right subtree.
     [[nodiscard]] static Pointer deleteValue(Pointer root, const Value& value) {
         Pointer* slot = &root;

@@ -11,16 +11,20 @@
 namespace corvex::inline v0 {
 
 /// Storage for the nodes of one tree: blocks that grow up to 512 nodes, and a list of the slots that were given back,
-/// used again last first. Blocks return to the heap when the pool goes, which destroys no node that is still there.
+/// used again last first. Blocks return to the heap when the pool goes, which destroys no node that is still there: the
+/// tree does that first.
+/// Cost     O(1) for a node; memory is that of the largest number of nodes that were there at once.
 /// Threads  None of its own; the tree's owner serialises access.
 template <class Node>
 class NodePool {
 public:
+    /// Allocates nothing until the first node.
     NodePool() = default;
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
 
-    /// A node in memory of the pool. What it throws is only std::bad_alloc.
+    /// A node in memory of the pool. What it throws is only std::bad_alloc, and then nothing has changed: nodes are
+    /// made without exceptions.
     template <class... Arguments>
     [[nodiscard]] Node* make(Arguments&&... arguments) {
         static_assert(std::is_nothrow_constructible_v<Node, Arguments...>, "the slot would be lost");
@@ -36,11 +40,13 @@ public:
     }
 
 private:
+    /// Memory for a node, or a link to the next slot that was given back.
     union Slot {
         Slot* next;
         alignas(Node) std::byte bytes[sizeof(Node)];
     };
 
+    /// 8 nodes, then twice as many each time, up to 512: small trees stay small.
     void addBlock() {
         const std::size_t count =
             std::min<std::size_t>(std::size_t{8} << std::min<std::size_t>(blocks_.size(), 6), 512);

@@ -8,13 +8,15 @@
 
 namespace corvex::inline v0 {
 
-/// A row of a colour enumeration: the raw integer by which it is exchanged and coded, its name for people, the name of
-/// its case, its value on a transcoder's command line (nullptr: none) and its code point in ISO/IEC 23091-2 (ITU-T
-/// H.273), which containers and codecs carry (none where that standard has no such entry).
+/// A row of a colour enumeration. Raw integers begin at 1 for most and may have gaps; they are in stored data and never
+/// change.
 template <class Enumeration, class CliValue>
 struct ColorCase : Case<Enumeration, std::int64_t> {
+    /// The enumerator as it is spelt, by which tools and JSON for people name it.
     std::string_view caseName;
+    /// Its value on a transcoder's command line; nullptr: none.
     const CliValue* cliEquivalent;
+    /// In ISO/IEC 23091-2 (ITU-T H.273), which containers and codecs carry; none where that standard has no such entry.
     std::optional<std::uint8_t> codePoint;
 };
 
@@ -45,7 +47,7 @@ template <ColorEnumeration Enumeration>
     return std::nullopt;
 }
 
-/// The typed value by which a transcoder is asked for it, or none.
+/// The typed value by which a transcoder is asked for it, or none. Copying it does not allocate, as it is a constant.
 template <ColorEnumerationWithCliValues Enumeration>
 [[nodiscard]] constexpr auto cliEquivalent(Enumeration value) noexcept {
     using CliValue = std::remove_cvref_t<decltype(*caseOf(value).cliEquivalent)>;

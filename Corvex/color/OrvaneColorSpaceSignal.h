@@ -9,7 +9,8 @@
 
 namespace corvex::inline v0 {
 
-/// How a video signal is tagged: primaries, transfer function and matrix, each of which may be absent.
+/// How a video signal is tagged: primaries, transfer function and matrix, each of which may be absent. The three are
+/// what QuickTime's "colr" atom and the headers of H.264 and H.265 carry. Implementations are immutable; any thread.
 class CORVEX_EXPORT OrvaneColorSpaceSignal {
 public:
     virtual ~OrvaneColorSpaceSignal();
@@ -17,7 +18,7 @@ public:
     [[nodiscard]] virtual std::optional<OrvaneVideoColorPrimaries> primaries() const noexcept = 0;
     /// None where it is not known.
     [[nodiscard]] virtual std::optional<OrvanePixelTransferFunction> transferFunction() const noexcept = 0;
-    /// None where it is not known.
+    /// None where it is not known, and for R'G'B', which needs none.
     [[nodiscard]] virtual std::optional<OrvaneVideoColorMatrix> matrix() const noexcept = 0;
 
 protected:

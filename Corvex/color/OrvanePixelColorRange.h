@@ -10,7 +10,9 @@
 
 namespace corvex::inline v0 {
 
-/// Whether the components use all code values, or the video (limited) range that leaves room below and above.
+/// Whether the components use all code values, or the video (narrow) range that leaves room below and above: of 8 bits
+/// 16 to 235 for Y' and R'G'B', 16 to 240 for colour differences; the same times a power of two of more bits. Coded as
+/// the raw integer.
 enum class OrvanePixelColorRange : std::uint8_t { full, video };
 
 /// A row of the table: the name of the case, the text that follows "-v_colrange" and the VideoFullRangeFlag of

@@ -8,17 +8,22 @@
 
 namespace corvex::inline v0 {
 
-/// The transfer function of a video signal. `gamma` is a pure power; its exponent travels in GammaColorSpaceSignal.
-/// Coded as the raw integer.
+/// The transfer function of a video signal: how light and code values, 0 to 1, belong together. Coded as the raw
+/// integer.
 enum class OrvanePixelTransferFunction : std::uint8_t {
+    /// Hybrid log-gamma: high dynamic range relative to the display's peak.
     hlg,
     rec709,
     smpte240M,
+    /// Of computer displays: a short line, then a power of 2.4.
     sRGB,
     rec2020,
+    /// A power of 2.6 from cinema masters (48 cd/m² over 52.37).
     smpteST428,
+    /// Perceptual quantiser: absolute luminance up to 10,000 cd/m².
     pq,
     linear,
+    /// A pure power; its exponent travels in GammaColorSpaceSignal.
     gamma,
 };
 

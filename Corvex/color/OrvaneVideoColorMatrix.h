@@ -9,8 +9,9 @@
 
 namespace corvex::inline v0 {
 
-/// The matrix between R'G'B' and Y'CbCr of a video signal; `none`: the components are R'G'B'. `custom5` and `custom6`
-/// are matrices that no standard names. Coded as the raw integer.
+/// The matrix between R'G'B' and Y'CbCr of a video signal; `none`: the components are R'G'B'. `rec2020` is that of
+/// non-constant luminance. `custom5` and `custom6` are matrices that no standard names. Coded as the raw integer. Code
+/// points differ from the raw integers: 1 is the same by chance.
 enum class OrvaneVideoColorMatrix : std::uint8_t { none, rec709, rec2020, rec601, smpte240M, custom5, custom6 };
 
 // Sources: ITU-R BT.709-6, BT.2020-2 (non-constant luminance), BT.601-7, SMPTE ST 240M.
@@ -36,7 +37,7 @@ static_assert(isComplete<OrvaneVideoColorMatrix>(caseTable<OrvaneVideoColorMatri
     return OAVVideoColorMatrixFlag.rawValue();
 }
 
-/// The raw integer as an object.
+/// The raw integer as an object, as StandardColorSpaceSignal takes it.
 [[nodiscard]] inline Number wrappedValue(OrvaneVideoColorMatrix matrix) noexcept { return Number(rawValue(matrix)); }
 
 /// The matrix of an ISO/IEC 23091-2 code point, or none. 5 (BT.601 at 625 lines) is the matrix of 6.

@@ -5,14 +5,19 @@
 
 namespace corvex::inline v0 {
 
-/// The primaries and white point of a video signal. There is no raw value 9. Coded as the raw integer.
-/// `custom7`, `custom8` and `custom10` are the primaries of colour spaces 9, 10 and 11, which no standard names.
+/// The primaries and white point of a video signal. There is no raw value 9. Coded as the raw integer. `custom7`,
+/// `custom8` and `custom10` are the primaries of colour spaces 9, 10 and 11, which no standard names.
 enum class OrvaneVideoColorPrimaries : std::uint8_t {
     rec2020,
+    /// Those of sRGB, too.
     rec709,
+    /// Of 525-line systems.
     smpteC,
+    /// Of 625-line systems; ITU-R BT.601 has both.
     ebu3213,
+    /// With the white point of cinema projectors.
     dciP3,
+    /// The same primaries with the white point of television, as displays of computers have them.
     p3D65,
     custom7,
     custom8,

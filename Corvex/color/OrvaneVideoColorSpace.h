@@ -16,14 +16,19 @@ namespace corvex::inline v0 {
 
 class OrvaneColorSpaceSignal;
 
-/// A named combination of primaries, transfer function and matrix. Coded as the raw integer.
+/// A named combination of primaries, transfer function and matrix, which definedSignals() spells out. Coded as the raw
+/// integer. The custom ones and `linear11` are numbers that stored data may hold and that no standard names.
 enum class OrvaneVideoColorSpace : std::uint8_t {
     rec2020,
     rec709,
+    /// 525 lines.
     rec601Smpte,
+    /// 625 lines.
     rec601EBU,
     sRGB,
+    /// Projection: a power of 2.6 and the projector's white.
     dciP3Cinema,
+    /// Displays: the curve of sRGB, or as video that of BT.709.
     p3D65,
     custom8,
     custom9,

@@ -7,8 +7,9 @@
 
 namespace corvex::inline v0 {
 
-/// A stock of items of its `ItemType` that tasks borrow and bring back: `add(item)` enlarges it,
-/// `co_await checkOut()` borrows one, `checkIn(item)` brings one back.
+/// A stock of items of its `ItemType` that tasks borrow and bring back: `add(item)` enlarges it, `co_await checkOut()`
+/// borrows one, `checkIn(item)` brings one back. SimpleAsyncPool is the library's own; code that takes any pool names
+/// this.
 template <class T>
 concept AsyncPool = requires(T& pool, typename T::ItemType item) {
     pool.add(std::move(item));

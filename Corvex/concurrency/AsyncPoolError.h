@@ -7,9 +7,11 @@
 
 namespace corvex::inline v0 {
 
-/// What a pool may throw that has nothing to hand out and never will.
+/// What a pool may throw that has nothing to hand out and never will. For pools of a host's own: SimpleAsyncPool lets
+/// borrowers wait instead. Equal and hashed by case.
 class CORVEX_EXPORT AsyncPoolError : public Error {
 public:
+    /// What went wrong.
     enum class Case : std::uint8_t { emptyPool };
 
     explicit AsyncPoolError(Case which);  ///< The message is that of the case.
@@ -17,6 +19,7 @@ public:
     AsyncPoolError(const AsyncPoolError&) = default;
     AsyncPoolError& operator=(const AsyncPoolError&) = default;
 
+    /// What went wrong: no item, and nobody who might bring one back.
     [[nodiscard]] Case which() const noexcept { return case_; }
 
     friend bool operator==(const AsyncPoolError& a, const AsyncPoolError& b) noexcept { return a.case_ == b.case_; }

@@ -10,8 +10,10 @@ namespace corvex::inline v0 {
 /// reading and writing. Nothing ever waits. Any thread.
 class AsyncSwitch {
 public:
+    /// Allocates the state that copies share.
     explicit AsyncSwitch(bool isOn) : state_(Shared<State>::make(isOn)) {}
 
+    /// Of this moment: whatever the answer, the next call may find another.
     [[nodiscard]] bool isOn() const noexcept { return (state_->flips.load(std::memory_order_acquire) & 1U) != 0; }
     /// The other state, in one step.
     void toggle() const noexcept { state_->flips.fetch_xor(1U, std::memory_order_acq_rel); }

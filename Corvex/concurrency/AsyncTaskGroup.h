@@ -10,6 +10,7 @@ namespace detail {
 
 class GroupWaiter;
 
+/// The count, and who waits for it to fall to 0.
 class CORVEX_EXPORT GroupState final : public SharedState {
 public:
     void enter() noexcept;
@@ -24,6 +25,7 @@ private:
     WaiterList<GroupWaiter> waiters_;
 };
 
+/// What wait() gives; it may be awaited once.
 class GroupWaiter final : public Waiter<GroupState> {
 public:
     static constexpr const char* operation = "wait()";
@@ -52,8 +54,11 @@ class CORVEX_EXPORT AsyncTaskGroup {
 public:
     AsyncTaskGroup() : state_(Shared<detail::GroupState>::make()) {}
 
-    void enter() const noexcept { state_->enter(); }  ///< One more; never waits.
-    void leave() const noexcept { state_->leave(); }  ///< One less; the last one posts those that wait.
+    /// One more; never waits. Enter before the work is posted: if the work itself does, wait() may find the count at 0
+    /// before it has begun.
+    void enter() const noexcept { state_->enter(); }
+    /// One less; the one that brings the count from 1 to 0 posts those that wait.
+    void leave() const noexcept { state_->leave(); }
     /// `co_await group.wait()`; does not suspend while the count is 0.
     [[nodiscard]] detail::GroupWaiter wait() const noexcept { return detail::GroupWaiter(*state_); }
 

@@ -10,6 +10,7 @@ namespace detail {
 
 class ClosableSemaphoreWaiter;
 
+/// The slots and who waits for one.
 class CORVEX_EXPORT ClosableSemaphoreState final : public SharedState {
 public:
     explicit ClosableSemaphoreState(std::int64_t ownLimit) noexcept : limit(ownLimit) {}
@@ -27,6 +28,7 @@ private:
     WaiterList<ClosableSemaphoreWaiter> waiters_;
 };
 
+/// What wait() gives; its payload is whether a slot was taken.
 class ClosableSemaphoreWaiter final : public Waiter<ClosableSemaphoreState, bool> {
 public:
     static constexpr const char* operation = "wait()";
@@ -51,7 +53,8 @@ private:
 
 }  // namespace detail
 
-/// A TaskSemaphore that can be closed, which frees all who wait. Copies are the same semaphore.
+/// A TaskSemaphore that can be closed, which frees all who wait. Copies are the same semaphore. For the end of a
+/// pipeline: whoever gets false gives up without touching what the slots stand for.
 /// Order    Strictly first in, first out; waiters are posted, also those that closing turns away.
 /// Threads  Every function from any thread.
 class CORVEX_EXPORT ClosableTaskSemaphore {
@@ -70,6 +73,7 @@ public:
     /// For good. What still holds a slot may go on, but is counted no more.
     void close() const noexcept { state_->close(); }
 
+    /// How many slots there are; it never changes.
     [[nodiscard]] std::int64_t limit() const noexcept { return state_->limit; }
     /// The slots that are taken; 0 once it is closed.
     [[nodiscard]] std::int64_t activeTasks() const noexcept;

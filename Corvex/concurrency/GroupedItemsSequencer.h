@@ -14,7 +14,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// Consumers wait only while no item is there.
+/// Consumers wait only while no item is there, so that an item never waits while a consumer does.
 template <class Key, class Item>
 class GroupedState final : public SharedState {
 public:
@@ -22,6 +22,7 @@ public:
     using Consumed = std::map<Key, Item>;
     using Consumer = PullAwaiter<GroupedState>;
 
+    /// False if closed. Takes the items out of the map one by one.
     bool add(Consumed& items) {
         std::vector<Supplied> entries;  // so that nothing is freed under the lock
         entries.reserve(items.size());
@@ -44,6 +45,7 @@ public:
         return true;
     }
 
+    /// True if the consumer has to wait; else its payload is the item or, at the end, empty.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
         const ShortLock lock(mutex);
         if (searchTree_.root()) {
@@ -54,6 +56,7 @@ public:
         return isOpen;
     }
 
+    /// Consumers wait only while nothing is there, so all of them get nothing.
     void close() noexcept {
         ReleasedWaiters released;
         const ShortLock lock(mutex);
@@ -61,11 +64,14 @@ public:
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
 
+    /// Guards all that follows.
     ShortMutex mutex;
     bool isOpen = true;
+    /// Of the item that was handed out last.
     std::optional<Key> nextKeyInSequnce;
 
 private:
+    /// Takes the smallest entry into the consumer's payload; there must be one.
     void giveSmallest(Consumer& consumer) noexcept {
         auto entry = searchTree_.takeMinimum();
         nextKeyInSequnce = entry->key;
@@ -82,6 +88,8 @@ private:
 /// key: a smaller one that comes later goes out later. Copies are the same sequencer.
 /// Order    Consumers are served first in, first out, and posted: add() ends before the consumer runs.
 /// Keys     Are compared and copied under a lock: quickly, and without exceptions.
+/// Cost     O(log n) for each item in and each item out, with n items that wait; a group of k items allocates k nodes.
+/// Limits   Nothing bounds how many items wait, and producers never do: bound them with a TaskSemaphore.
 /// Threads  Every function from any thread.
 template <std::totally_ordered Key, class Item>
 class GroupedItemsSequencer {
@@ -93,17 +101,17 @@ public:
 
     GroupedItemsSequencer() : state_(Shared<State>::make()) {}
 
-    /// `co_await sequencer.add(items)` never suspends. A key that is still there keeps its first item. Throws
-    /// DataCoordinationError if the sequencer is closed.
+    /// `co_await sequencer.add(items)` never suspends. A key that is still there keeps its first item, and the new one
+    /// is dropped. Throws DataCoordinationError if the sequencer is closed.
     [[nodiscard]] detail::PushAwaiter<State> add(ConsumableType items) const noexcept {
         return {*state_, std::move(items)};
     }
     /// `co_await sequencer.next()` gives the item with the smallest key; nothing once the sequencer is closed and empty.
     [[nodiscard]] typename State::Consumer next() const noexcept { return typename State::Consumer(*state_); }
-    /// Refuses further items, for good.
+    /// Refuses further items, for good; what is there is still handed out. Closing again does nothing.
     void close() const noexcept { state_->close(); }
 
-    /// The key that was handed out last, whatever the name says.
+    /// The key that was handed out last, whatever the name says. None before the first.
     [[nodiscard]] std::optional<Key> nextKeyInSequnce() const {
         const ShortLock lock(state_->mutex);
         return state_->nextKeyInSequnce;

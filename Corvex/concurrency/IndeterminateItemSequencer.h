@@ -26,6 +26,7 @@ public:
 
     explicit IndeterminateState(std::uint64_t ownFlushWindow) noexcept : flushWindow(ownFlushWindow) {}
 
+    /// False if closed.
     bool add(Consumed& entry) {
         ReleasedWaiters released;
         Aside aside;
@@ -42,6 +43,7 @@ public:
         return true;
     }
 
+    /// True if the consumer has to wait; else its payload is the item or, at the end, empty.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
         Aside aside;
         const ShortLock lock(mutex);
@@ -67,10 +69,12 @@ public:
     ShortMutex mutex;
     const std::uint64_t flushWindow;
     bool isOpen = true;
+    /// Items handed out so far.
     std::int64_t supplied = 0;
     std::optional<Key> highestSuppliedKey;
 
 private:
+    /// What is pending under a key, and how many larger ones have come since.
     struct Waiting {
         Item item;
         std::int64_t outrankings;
@@ -93,6 +97,8 @@ private:
         std::vector<std::pair<Key, Key>> lateKeys;
     };
 
+    /// Counts one more larger key for each pending item below `key`, and moves those that have enough of them, or are
+    /// late.
     void readyThoseBelow(const Key& key, Aside& aside) {
         pending_.deleteWhere([&](typename Tree::Node& node, bool& stop) {
             stop = !(node.key() < key);
@@ -121,6 +127,7 @@ private:
         return *(!ready || (pending && pending->key() < ready->key()) ? pending_ : ready_).takeMinimum();
     }
 
+    /// Hands an entry to a consumer and notes how far the sequence has come.
     void give(Consumer& consumer, TreeEntry entry, Aside& aside) {
         consumer.payload.emplace(std::move(entry.payload->item));
         supplied = checkedAdd(supplied, std::int64_t{1});
@@ -137,15 +144,17 @@ private:
 
 }  // namespace detail
 
-/// Holds items back for a while to bring them nearer to ascending order of their keys: an item becomes ready when
-/// `flushWindow` items with larger keys have come after it, or when one with a larger key comes and it is late already.
-/// Copies are the same sequencer.
-/// Order    The smallest key that is ready goes first. One that came before a smaller key is ready before it, so the smaller
-///          may find it gone: it is still delivered, and logged at level info as "CV_IS_S-Out of order sequencing
-///          detected.  Payload key: 3 high key: 5". Consumers are served first in, first out, and posted: add() ends before
-///          the consumer runs.
+/// Holds items back for a while to bring them nearer to ascending order of their keys, where nobody knows which keys
+/// will come: an item becomes ready when `flushWindow` items with larger keys have come after it, or when one with a
+/// larger key comes and it is late already. Copies are the same sequencer.
+/// Order    The smallest key that is ready goes first. One that came before a smaller key is ready before it, so the
+///          smaller may find it gone: it is still delivered, and logged at level info as "CV_IS_S-Out of order
+///          sequencing detected.  Payload key: 3 high key: 5". Consumers are served first in, first out, and posted:
+///          add() ends before the consumer runs.
 /// Keys     Are compared and copied under a lock: quickly, and without exceptions.
-/// Time     add() takes time for every item that is pending with a smaller key: `flushWindow` where order is nearly kept.
+/// Cost     add() takes time for every item that is pending with a smaller key: `flushWindow` where order is nearly
+///          kept. next() is O(log n).
+/// Limits   The last `flushWindow` items stay until the sequencer is closed, as nothing larger follows them.
 /// Threads  Every function from any thread.
 template <std::totally_ordered Key, class Item>
 class IndeterminateItemSequencer {
@@ -156,18 +165,21 @@ public:
     using SuppliedType = Item;
     using ConsumableType = Entry;
 
-    /// 0 acts as 1: an item is ready when the first with a larger key comes.
+    /// The larger the window, the more disorder is mended and the later items come. 0 acts as 1: an item is ready when
+    /// the first with a larger key comes.
     explicit IndeterminateItemSequencer(std::uint64_t flushWindow) : state_(Shared<State>::make(flushWindow)) {}
 
     /// `co_await sequencer.add(entry)` never suspends. A key that is pending keeps its first item, and so does a key that
     /// is ready when another item of that key becomes so. Throws DataCoordinationError if the sequencer is closed.
     [[nodiscard]] detail::PushAwaiter<State> add(Entry entry) const noexcept { return {*state_, std::move(entry)}; }
+    /// The same, with the key behind the item and no outrankings.
     [[nodiscard]] detail::PushAwaiter<State> add(Item item, Key forKey) const noexcept {
         return {*state_, Entry(std::move(forKey), std::move(item))};
     }
     /// `co_await sequencer.next()` gives the next item that is ready; nothing once the sequencer is closed and empty.
     [[nodiscard]] typename State::Consumer next() const noexcept { return typename State::Consumer(*state_); }
-    /// Refuses further items, for good, and makes all that is pending ready.
+    /// Refuses further items, for good, and makes all that is pending ready, in ascending order. Closing again does
+    /// nothing.
     void close() const noexcept { state_->close(); }
 
     [[nodiscard]] std::uint64_t flushWindow() const noexcept { return state_->flushWindow; }
@@ -176,7 +188,7 @@ public:
         const ShortLock lock(state_->mutex);
         return state_->supplied;
     }
-    /// None while nothing has been handed out.
+    /// The largest key handed out so far; none while nothing has been. A key at or below it is late.
     [[nodiscard]] std::optional<Key> highestSuppliedKey() const {
         const ShortLock lock(state_->mutex);
         return state_->highestSuppliedKey;

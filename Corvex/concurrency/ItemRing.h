@@ -9,17 +9,20 @@
 namespace corvex::inline v0 {
 
 /// A queue of items in a ring of storage. It never allocates by itself: whoever guards it with a lock makes larger
-/// storage outside of that and swaps it in. Items move without exceptions.
+/// storage outside of that and swaps it in. Items move without exceptions. Not synchronised.
+/// Use      While needsRoom(): unlock, make a Storage of sizeForMore(), lock, makeRoom(storage), look again. Then
+///          append().
 template <class Item>
 class ItemRing {
 public:
     static_assert(std::is_nothrow_move_constructible_v<Item>, "an item must be movable without exceptions");
 
-    /// Room for items, without any.
+    /// Room for items, without any: it knows its size and not which of its slots hold something, so its end destroys
+    /// none.
     class Storage {
     public:
         Storage() noexcept = default;
-        /// Room for at least `size` items.
+        /// Room for at least `size` items, a power of two. Throws std::bad_alloc.
         explicit Storage(std::size_t size)
             : items_(std::allocator<Item>().allocate(std::bit_ceil(size))), size_(std::bit_ceil(size)) {}
         Storage(Storage&& other) noexcept
@@ -32,7 +35,7 @@ public:
         ~Storage() {
             if (items_) std::allocator<Item>().deallocate(items_, size_);
         }
-        /// Wraps around; a slot may be empty.
+        /// Indexes wrap around; a slot may be empty.
         [[nodiscard]] Item* at(std::size_t index) const noexcept { return items_ + (index & (size_ - 1)); }
         [[nodiscard]] std::size_t size() const noexcept { return size_; }
 
@@ -49,7 +52,9 @@ public:
     }
 
     [[nodiscard]] bool isEmpty() const noexcept { return count_ == 0; }
+    /// Items that are in it, not the room for them.
     [[nodiscard]] std::size_t count() const noexcept { return count_; }
+    /// Whether append() has no slot.
     [[nodiscard]] bool needsRoom() const noexcept { return count_ == storage_.size(); }
     /// How large the storage should be that makeRoom() gets.
     [[nodiscard]] std::size_t sizeForMore() const noexcept { return storage_.size() == 0 ? 8 : 2 * storage_.size(); }
@@ -65,13 +70,14 @@ public:
         std::swap(storage_, storage);
     }
 
-    /// Needs a free slot.
+    /// Needs a free slot. O(1), as the next two are.
     void append(Item&& item) noexcept { std::construct_at(storage_.at(first_ + count_++), std::move(item)); }
-    /// Needs an item.
+    /// The oldest. Needs an item.
     Item takeFirst() noexcept {
         --count_;
         return take(storage_.at(first_++));
     }
+    /// The newest. Needs an item.
     Item takeLast() noexcept { return take(storage_.at(first_ + --count_)); }
 
 private:

@@ -4,7 +4,8 @@
 
 namespace corvex::inline v0 {
 
-/// An item and the key that says where in a sequence it belongs.
+/// An item and the key that says where in a sequence it belongs. Equal when both are. A class with a constructor and no
+/// aggregate: g++ 12 destroys aggregates in `co_await` expressions twice.
 template <class Key, class Item>
 class KeyedItem {
 public:

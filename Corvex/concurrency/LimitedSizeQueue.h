@@ -12,27 +12,27 @@
 namespace corvex::inline v0 {
 
 /// The newest items, `capacity` at most: a further one drops the oldest. Writing returns at once, also while somebody
-/// reads; reading waits for all that was written before. Any thread.
+/// reads; reading waits for all that was written before. Any thread. Destruction waits for what was pushed.
 template <class Item>
 class LimitedSizeQueue final {
 public:
-    /// 0 counts as 1.
+    /// In items. 0 counts as 1.
     explicit LimitedSizeQueue(std::uint64_t capacity) : capacity_(std::max<std::uint64_t>(capacity, 1)) {}
 
-    /// Drops the oldest where the queue is full.
+    /// Drops the oldest where the queue is full. Allocates; what is dropped is destroyed on the queue's thread.
     void push(Item item) {
         dispatch_.async([this, item = std::move(item)]() mutable {
             if (queue_.size() >= capacity_) queue_.pop_front();
             queue_.push_back(std::move(item));
         });
     }
-    /// Drops what was pushed before.
+    /// Drops what was pushed before, in its turn: what another thread pushes meanwhile may stay.
     void clear() {
         dispatch_.async([this] { std::deque<Item>().swap(queue_); });
     }
 
     [[nodiscard]] std::uint64_t capacity() const noexcept { return capacity_; }
-    /// Oldest first.
+    /// Copies of all items, oldest first.
     [[nodiscard]] std::vector<Item> getQueue() const {
         return dispatch_.sync([this] { return std::vector<Item>(queue_.begin(), queue_.end()); });
     }
@@ -40,11 +40,11 @@ public:
     [[nodiscard]] std::int64_t getCount() const {
         return dispatch_.sync([this] { return static_cast<std::int64_t>(queue_.size()); });
     }
-    /// The oldest, and the newest.
+    /// A copy of the oldest item; none while the queue is empty.
     [[nodiscard]] std::optional<Item> getFirst() const {
         return dispatch_.sync([this] { return queue_.empty() ? std::nullopt : std::optional<Item>(queue_.front()); });
     }
-    /// As getFirst().
+    /// A copy of the newest item; none while the queue is empty.
     [[nodiscard]] std::optional<Item> getLast() const {
         return dispatch_.sync([this] { return queue_.empty() ? std::nullopt : std::optional<Item>(queue_.back()); });
     }

@@ -9,8 +9,8 @@
 
 namespace corvex::inline v0 {
 
-/// Work that must run on the host's main executor, such as what touches its user interface.
-/// A host sets its executor once, before anything else here is called; without one that stops the process.
+/// Work that must run on the host's main executor, such as what touches its user interface. A host sets its executor
+/// once, before anything else here is called; without one that stops the process. Every function from any thread.
 class CORVEX_EXPORT MainActor {
 public:
     static void setExecutor(Executor& executor) noexcept;  ///< Which must outlive all work that is posted to it.
@@ -21,14 +21,16 @@ public:
     /// `co_await MainActor::hop()` goes on there; at once if it is there already.
     [[nodiscard]] static HopAwaiter hop() noexcept { return resumeOn(executor()); }
 
-    /// A task that calls `operation` on the main executor and gives its result; its awaiter goes on where it was.
+    /// A task that calls `operation` on the main executor and gives its result; its awaiter goes on where it was. What
+    /// the operation throws reaches the awaiter. The operation is kept in the task's frame.
     template <class Operation>
     [[nodiscard]] static Task<std::invoke_result_t<Operation&>> run(Operation operation) {
         co_await hop();
         co_return operation();
     }
 
-    /// Has `operation` called on the main executor later, also when called from there. It must not throw.
+    /// Has `operation` called on the main executor later, also when called from there. It must not throw: that ends the
+    /// process. Allocates one node.
     template <class Operation>
     static void post(Operation operation) {
         struct Posted final : WorkNode {

@@ -18,7 +18,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// An index has either an item or requests that wait for it.
+/// What is stored and who asks, by index. An index has either an item or requests that wait for it.
 template <class Item, class FeedId>
 class MultiFeedState final : public SharedState {
 public:
@@ -26,6 +26,7 @@ public:
     class Requester;
     using SharedItem = std::shared_ptr<Item>;
 
+    /// `ownCapacity` is that of each feed.
     explicit MultiFeedState(std::uint64_t ownCapacity) noexcept : capacityPerFeed(ownCapacity) {}
 
     /// Hands the item to those who wait for it; true if somebody did. Else keeps it in a slot, if it has been given one.
@@ -71,6 +72,7 @@ public:
         return false;
     }
 
+    /// Answers requests with nothing. Producers wait at their feed's semaphore, which this does not touch.
     void close() noexcept {
         ReleasedWaiters released;
         const ShortLock lock(mutex);
@@ -84,15 +86,18 @@ public:
     bool isOpen = true;
 
 private:
+    /// An item that nobody has asked for yet, and the semaphore whose slot it holds.
     struct Stored {
         SharedItem item;
         TaskSemaphore throttle;
     };
+    /// What a request gets.
     struct Answer {
         SharedItem item;
         bool isOnlyOne = false;  ///< Nobody else has been given the item.
     };
 
+    /// Gives the item to all that wait for the index; they are posted when the lock is gone.
     bool answer(std::int64_t index, const SharedItem& item, ReleasedWaiters& released) noexcept {
         Requester* last = nullptr;
         requestsOf(index).takeWhere([&](const Requester& requester) { return requester.index_ == index; },
@@ -106,28 +111,34 @@ private:
         return last != nullptr;
     }
 
+    /// The list that holds the requests for an index, among those for others of the same remainder.
     WaiterList<Requester>& requestsOf(std::int64_t index) noexcept {
         return requests_[static_cast<std::uint64_t>(index) % requests_.size()];
     }
 
+    /// One for each feed that was ever seen.
     std::unordered_map<FeedId, TaskSemaphore> throttles_;
+    /// By index.
     AVLTree<std::int64_t, Stored> items_;
     std::array<WaiterList<Requester>, 128>
         requests_;  ///< By remainder of the index, so that waiting allocates nothing.
 };
 
+/// What requestItemsAtIndex() gives. Cancellation does not end its wait.
 template <class Item, class FeedId>
 class MultiFeedState<Item, FeedId>::Requester final : public Waiter<MultiFeedState, Answer> {
 public:
     static constexpr const char* operation = "requestItemsAtIndex(_:)";
 
     Requester(MultiFeedState& sequencer, std::int64_t index) noexcept : sequencer_(sequencer), index_(index) {}
+    /// The item is looked for under the lock alone.
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         this->capture(coroutine);
         return sequencer_.request(*this);
     }
+    /// The item, or nothing once the sequencer is closed.
     std::optional<Item> await_resume() {
         this->leave();
         if (!this->payload.item) return std::nullopt;
@@ -141,6 +152,8 @@ private:
     const std::int64_t index_;
 };
 
+/// What enqueueItems() gives: hands the item over at once if it can, else takes a slot of its feed, for which it may
+/// wait, and tries again before it stores the item.
 template <class Item, class FeedId>
 class MultiFeedState<Item, FeedId>::Producer {
 public:
@@ -168,6 +181,7 @@ public:
         keeper_ = Shared<MultiFeedState>::retain(sequencer_);
         return slot_->await_suspend(coroutine);
     }
+    /// The slot is held now: the item is handed over or stored in it. One that was delivered without needs none.
     void await_resume() {
         if (!item_) return;
         if (!throttle_) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);
@@ -184,11 +198,15 @@ private:
     };
 
     MultiFeedState& sequencer_;
+    /// Null once it has been delivered.
     SharedItem item_;
     const std::int64_t index_;
     const FeedId feed_;
+    /// Of the feed; none where the sequencer was closed.
     std::optional<TaskSemaphore> throttle_;
+    /// The wait for a slot, within this awaiter.
     std::optional<SemaphoreWaiter> slot_;
+    /// While it waits: the semaphore alone would not keep the sequencer.
     Shared<MultiFeedState> keeper_;
 };
 
@@ -196,11 +214,15 @@ private:
 
 /// Hands out items by their index, from producers of several feeds. Each feed may store `capacityPerFeed` items that
 /// nobody has asked for; a producer beyond that is suspended. Copies are the same sequencer.
+/// Use      A reader asks for indexes in the order in which it wants them; the feeds, such as the files of one clip,
+///          run ahead by their capacity. FeedId is hashed and compared.
 /// Order    Producers of a feed are served first in, first out, and so are the requests for one index, all of which get
 ///          the item. Everybody is posted: enqueueItems() ends before the consumer runs.
-/// Limits   Closing frees no producer that waits. An item that replaces one of its index takes a slot of its own, and the
-///          slot of the replaced one never comes back. Items that come more than `capacityPerFeed` out of order can fill
-///          their feed while everybody waits for one that is held back behind them: nothing moves then.
+/// Limits   Closing frees no producer that waits. An item that replaces one of its index takes a slot of its own, and
+///          the slot of the replaced one never comes back. Items that come more than `capacityPerFeed` out of order can
+///          fill their feed while everybody waits for one that is held back behind them: nothing moves then.
+/// Cost     O(log n) to store and to find one of n stored items. A request that waits is found among those whose index
+///          has the same remainder by 128. The item is kept in one allocation.
 /// Threads  Every function from any thread.
 template <class Item, class FeedId>
 class MultiFeedItemSequencer {
@@ -208,7 +230,9 @@ class MultiFeedItemSequencer {
     using State = detail::MultiFeedState<Item, FeedId>;
 
 public:
-    /// A capacity above 2^63 - 1 stops the process when the first feed is known.
+    /// `initialFeedIds` are made known beforehand; any other feed is when it first stores something. A capacity above
+    /// 2^63 - 1 stops the process when the first feed is known; one of 0 lets items through only to requests that wait
+    /// already.
     explicit MultiFeedItemSequencer(std::uint64_t capacityPerFeed,
                                     const std::optional<std::vector<FeedId>>& initialFeedIds = std::nullopt)
         : state_(Shared<State>::make(capacityPerFeed)) {
@@ -222,8 +246,8 @@ public:
     [[nodiscard]] typename State::Producer enqueueItems(Item item, std::int64_t withIndex, FeedId fromFeed) const {
         return {*state_, std::move(item), withIndex, std::move(fromFeed)};
     }
-    /// `co_await sequencer.requestItemsAtIndex(index)` gives the item, once it is there; nothing if the sequencer is closed
-    /// and has none.
+    /// `co_await sequencer.requestItemsAtIndex(index)` gives the item, once it is there; nothing if the sequencer is
+    /// closed and has none. The item is moved to the only request for it, and copied where there are several.
     [[nodiscard]] typename State::Requester requestItemsAtIndex(std::int64_t index) const noexcept {
         return {*state_, index};
     }

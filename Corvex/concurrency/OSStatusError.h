@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// A status of the platform that is no success, as an error.
+/// A status of the platform that is no success, as an error. Equal by status and description. The message is made when
+/// the error is, so that a host's StatusMessages count at that moment.
 class CORVEX_EXPORT OSStatusError : public Error {
 public:
     /// Described by the platform's message (StatusMessages.h); not at all for status 0.
@@ -20,6 +21,7 @@ public:
     OSStatusError(const OSStatusError&) = default;
     OSStatusError& operator=(const OSStatusError&) = default;
 
+    /// On Linux an error number (errno), unless the host has others.
     [[nodiscard]] std::int32_t status() const noexcept { return status_; }
     /// What what() says; nothing where that is empty for want of a description.
     [[nodiscard]] std::optional<std::string> errorDescription() const {

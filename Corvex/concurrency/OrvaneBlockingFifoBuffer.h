@@ -19,6 +19,7 @@ namespace detail {
 /// The two mutexes of a buffer. Who holds one may take, or add, an item; everything else needs both, taken in this order.
 class FifoMutex {
 public:
+    /// Both: for whatever changes more than one end.
     void lock() noexcept {
         taking.lock();
         adding.lock();
@@ -28,6 +29,7 @@ public:
         taking.unlock();
     }
 
+    /// On cache lines of their own, as the two sides use them at the same time.
     alignas(64) ShortMutex taking;
     alignas(64) ShortMutex adding;
 };
@@ -43,11 +45,12 @@ public:
     class Producer;
 
     explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
+    /// Nobody refers to the buffer any more, so nobody adds or takes.
     ~FifoState() {
         for (std::size_t i = taken_.load(); i != added_.load(); ++i) std::destroy_at(ring_.at(i));
     }
 
-    /// The quick ways, each with one mutex. False says nothing yet.
+    /// With the mutex of the adding side alone: true if the item is in the ring.
     [[nodiscard]] bool tryAdd(Producer& producer) noexcept {
         const ShortLock lock(mutex.adding);
         const std::size_t added = added_.load(std::memory_order_relaxed);
@@ -57,6 +60,7 @@ public:
         append(std::move(producer.payload));
         return true;
     }
+    /// With the mutex of the taking side alone: true if the consumer has its item.
     [[nodiscard]] bool tryNext(Consumer& consumer) noexcept {
         const ShortLock lock(mutex.taking);
         const std::size_t taken = taken_.load(std::memory_order_relaxed);
@@ -66,7 +70,8 @@ public:
         return true;
     }
 
-    /// True if the producer has to wait.
+    /// True if the producer has to wait. Storage grows outside of the lock, doubling, and may throw
+    /// std::bad_alloc.
     [[gnu::noinline]] bool add(Producer& producer) {
         Ring spare;
         std::unique_lock lock(mutex);
@@ -93,7 +98,8 @@ public:
         return true;
     }
 
-    /// True if the consumer has to wait, else its payload is the item or, at the end, empty.
+    /// True if the consumer has to wait, else its payload is the item or, at the end, empty. What it takes makes room
+    /// for the producer that waits longest.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
         std::unique_lock lock(mutex);
         addedSeen_ = added_.load(std::memory_order_relaxed);
@@ -110,6 +116,7 @@ public:
         return false;
     }
 
+    /// Consumers wait only while nothing is there, so all of them get nothing. Producers that wait stay.
     void close() noexcept {
         ReleasedWaiters released;
         const std::lock_guard lock(mutex);
@@ -117,20 +124,24 @@ public:
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
 
+    /// In items, at least 1. The ring may be larger, and is never fuller.
     const std::uint64_t capacity;
     FifoMutex mutex;
 
 private:
     using Ring = typename ItemRing<Item>::Storage;
 
+    /// Under both mutexes.
     [[nodiscard]] std::size_t count() const noexcept {
         return added_.load(std::memory_order_relaxed) - taken_.load(std::memory_order_relaxed);
     }
+    /// Under the mutex of the adding side.
     void append(Item&& item) noexcept {
         const std::size_t added = added_.load(std::memory_order_relaxed);
         std::construct_at(ring_.at(added), std::move(item));
         added_.store(added + 1, std::memory_order_release);
     }
+    /// Under the mutex of the taking side.
     void takeInto(Consumer& consumer) noexcept {
         const std::size_t taken = taken_.load(std::memory_order_relaxed);
         Item* const item = ring_.at(taken);
@@ -149,9 +160,13 @@ private:
         std::swap(ring_, spare);
     }
 
+    /// Written by the taking side; both indexes only grow, and the ring wraps them.
     alignas(64) std::atomic<std::size_t> taken_{0};
+    /// The taking side's memory of added_.
     std::size_t addedSeen_ = 0;
+    /// Written by the adding side.
     alignas(64) std::atomic<std::size_t> added_{0};
+    /// The adding side's memory of taken_.
     std::size_t takenSeen_ = 0;
     alignas(64) Ring ring_;  // from here on what changes with both mutexes alone
     WaiterList<Producer> producers_;
@@ -159,18 +174,21 @@ private:
     bool isOpen_ = true;
 };
 
+/// What add() gives; the item is its payload until it is buffered.
 template <class Item>
 class FifoState<Item>::Producer final : public Waiter<FifoState, Item> {
 public:
     static constexpr const char* operation = "add(_:)";
 
     Producer(FifoState& buffer, Item item) noexcept : Waiter<FifoState, Item>(std::move(item)), buffer_(buffer) {}
+    /// Without suspending where there is room and nobody waits.
     [[nodiscard]] bool await_ready() noexcept { return buffer_.tryAdd(*this); }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) {
         this->capture(coroutine);
         return buffer_.add(*this);
     }
+    /// Throws if the buffer was closed before the item was in it.
     void await_resume() {
         this->leave();
         if (isRefused_) throw DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError);
@@ -186,7 +204,11 @@ private:
 
 /// Hands items from producer tasks to consumer tasks in the order in which they were added. A producer is suspended
 /// while `capacity` items are buffered, a consumer while none is. Copies are the same buffer.
-/// Order    Producers and consumers are each served first in, first out, and posted: add() ends before the consumer runs.
+/// Order    Producers and consumers are each served first in, first out, and posted: add() ends before the consumer
+///          runs.
+/// Cost     O(1); storage grows to the largest number of items that were buffered at once and is kept. One producer and
+///          one consumer seldom touch the same memory.
+/// Limits   Cancellation ends no wait.
 /// Threads  Every function from any thread.
 template <class Item>
 class OrvaneBlockingFifoBuffer {
@@ -204,7 +226,7 @@ public:
     [[nodiscard]] typename State::Producer add(Item item) const noexcept { return {*state_, std::move(item)}; }
     /// `co_await buffer.next()`: the oldest item; nothing once the buffer is closed and all items have been delivered.
     [[nodiscard]] typename State::Consumer next() const noexcept { return typename State::Consumer(*state_); }
-    /// Refuses further items, for good.
+    /// Refuses further items, for good. Closing again does nothing.
     void close() const noexcept { state_->close(); }
 
     [[nodiscard]] std::uint64_t capacity() const noexcept { return state_->capacity; }

@@ -8,6 +8,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
+/// What `co_await` asks: the value, or what its member operator co_await gives. A free operator is not looked for.
 template <class Awaitable>
 decltype(auto) awaiterOf(Awaitable&& awaitable) {
     if constexpr (requires { std::forward<Awaitable>(awaitable).operator co_await(); }) {
@@ -23,7 +24,7 @@ decltype(auto) awaiterOf(Awaitable&& awaitable) {
 template <class Awaitable>
 using AwaitResult = decltype(detail::awaiterOf(std::declval<Awaitable>()).await_resume());
 
-/// Gives items of its `SuppliedType`.
+/// Gives items of its `SuppliedType`; how, the concepts that refine this say.
 template <class T>
 concept PipelineSupplier = requires { typename T::SuppliedType; };
 
@@ -46,11 +47,12 @@ concept PushConsumer = PipelineConsumer<T> && requires(T& consumer, typename T::
     requires std::same_as<AwaitResult<decltype(consumer.add(std::move(item)))>, void>;
 };
 
-/// What items go in at one end of and come out at the other.
+/// What items go in at one end of and come out at the other: the buffer and the sequencers.
 template <class T>
 concept PushPullConduit = PushConsumer<T> && PullSupplier<T>;
 
-/// Runs a pipeline by pulling what it consumes.
+/// Runs a pipeline by pulling what it consumes. Nothing more is asked of its type than of any consumer; the name says
+/// who drives.
 template <class T>
 concept PullPipelineController = PipelineConsumer<T>;
 

@@ -14,7 +14,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// Borrowers wait only while no item is on hand.
+/// What is on hand and who waits. Borrowers wait only while no item is on hand.
 template <class Item>
 class PoolState final : public SharedState {
 public:
@@ -31,6 +31,8 @@ public:
         return false;
     }
 
+    /// To the borrower that waits longest, else into the ring; `grows`: with one more of capacity. Storage grows
+    /// outside of the lock. An item that is neither handed on nor kept goes with the caller.
     void checkIn(Item& item, bool grows) {
         typename ItemRing<Item>::Storage spare;
         ShortLock lock(mutex);
@@ -57,16 +59,21 @@ public:
         if (available.isEmpty() || hasRoom(-1)) return std::nullopt;
         return available.takeFirst();
     }
+    /// Whether fewer than `capacity` are on hand, counting `more`. Under the lock.
     [[nodiscard]] bool hasRoom(std::int64_t more = 0) const noexcept {
         return static_cast<std::int64_t>(available.count()) + more < capacity;
     }
 
+    /// Guards the three below.
     ShortMutex mutex;
+    /// On hand, oldest first.
     ItemRing<Item> available;
     WaiterList<Borrower> waiters;
+    /// How many are kept on hand at most; may be negative, as a host may set it.
     std::int64_t capacity = 0;
 };
 
+/// What checkOut() gives. Cancellation does not end its wait.
 template <class Item>
 class PoolState<Item>::Borrower final : public Waiter<PoolState, std::optional<Item>> {
 public:
@@ -79,6 +86,7 @@ public:
         this->capture(coroutine);
         return pool_.checkOut(*this);
     }
+    /// The item, which is the borrower's until it checks it in.
     Item await_resume() noexcept {
         this->leave();
         return std::move(*this->payload);
@@ -92,7 +100,11 @@ private:
 }  // namespace detail
 
 /// A stock of items that tasks borrow and bring back. Copies are the same pool.
-/// Order    The item that came back last goes out first. Borrowers that wait are served first in, first out, and posted.
+/// Order    The item that came back last goes out first, as it is likeliest to be in the caches. Borrowers that wait
+///          are served first in, first out, and posted.
+/// Use      Nothing brings an item back by itself: check it in on every way out of the borrowing task. The pool does
+///          not know its items, and takes any.
+/// Cost     O(1). Items move without exceptions, which is checked when the pool is compiled.
 /// Threads  Every function from any thread.
 template <class Item>
 class SimpleAsyncPool {
@@ -110,11 +122,13 @@ public:
         for (Item& item : items) state_->available.append(std::move(item));
     }
 
-    /// `co_await pool.checkOut()` gives an item; it is suspended while none is on hand.
+    /// `co_await pool.checkOut()` gives an item; it is suspended while none is on hand. In an empty pool that is until
+    /// somebody adds one.
     [[nodiscard]] typename State::Borrower checkOut() const noexcept { return typename State::Borrower(*state_); }
     /// Hands the item to the borrower that waits longest, else keeps it; drops it if `capacity` items are on hand.
     void checkIn(Item item) const { state_->checkIn(item, false); }
-    /// Raises the capacity by one and checks the item in. A capacity beyond 64 bits stops the process.
+    /// Raises the capacity by one and checks the item in. A capacity beyond 64 bits stops the process. May throw
+    /// std::bad_alloc, and so may checkIn() where the ring has to grow.
     void add(Item item) const { state_->checkIn(item, true); }
 
     /// How many items the pool keeps on hand at most. Setting it drops nothing; 0 or less keeps nothing that comes back.
@@ -139,12 +153,12 @@ public:
         return grow(*this, newCapacity, std::move(factory));
     }
 
-    /// Items that nobody has borrowed.
+    /// Items that nobody has borrowed, at this moment.
     [[nodiscard]] std::size_t availableCount() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->available.count();
     }
-    /// Tasks that wait for an item.
+    /// Tasks that wait for an item, at this moment.
     [[nodiscard]] std::size_t waitingCount() const noexcept {
         const ShortLock lock(state_->mutex);
         return state_->waiters.count();

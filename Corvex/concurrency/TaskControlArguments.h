@@ -7,7 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// The settings of a pipeline stage, as a host keeps them.
+/// The settings of a pipeline stage, as a host keeps them; TaskFactory::withControlledArguments reads them for each
+/// operation. Implementations answer on any thread.
 class CORVEX_EXPORT TaskControlArguments {
 public:
     TaskControlArguments() = default;

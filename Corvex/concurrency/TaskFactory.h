@@ -13,9 +13,14 @@
 
 namespace corvex::inline v0 {
 
-/// Runs operations with a time limit, a bound on how many run at once, or both. An operation is called without arguments
-/// and gives a Task; it lives until that has ended. All times are of the executor's clock.
+/// Runs operations with a time limit, a bound on how many run at once, or both. An operation is called without
+/// arguments and gives a Task; it lives until that has ended.
+/// Units    Whole seconds of the executor's clock; more than 64 bits of nanoseconds (292 years) is never.
+/// Errors   What the operation throws, TimeoutError, or CancellationError if the awaiting task is cancelled before
+///          either.
+/// Threads  An operation runs where the task that awaits it runs.
 struct TaskFactory {
+    /// The type of value that the operation's task gives.
     template <class Operation>
     using ResultOf = typename std::invoke_result_t<Operation&>::Value;
 
@@ -47,8 +52,8 @@ struct TaskFactory {
     }
 
     /// Runs the operation. When the seconds are over it writes the log line if there is a `log`, asks the operation to
-    /// stop, waits until it has ended, and throws TimeoutError. An operation that does not react to cancellation delays that. With 0 seconds an operation
-    /// that ends without suspending is in time.
+    /// stop, waits until it has ended, and throws TimeoutError. An operation that does not react to cancellation delays
+    /// that. With 0 seconds an operation that ends without suspending is in time.
     template <class Operation>
     static Task<ResultOf<Operation>> withTimeout(std::uint64_t seconds, std::optional<TaskTimeoutLog> log,
                                                  Operation operation) {
@@ -79,6 +84,7 @@ struct TaskFactory {
     }
 
 private:
+    /// Gives the slot back at its end, also when the operation throws.
     class HeldSlot {
     public:
         explicit HeldSlot(const TaskSemaphore* semaphore) noexcept : semaphore_(semaphore) {}

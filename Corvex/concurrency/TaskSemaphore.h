@@ -9,6 +9,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
+/// What wait() gives: takes a slot without a lock if one is free and nobody waits.
 class SemaphoreWaiter;
 
 /// `count` is the number of slots taken or, while somebody waits, its complement: then every change takes the mutex.
@@ -71,7 +72,9 @@ private:
 /// Bounds how many tasks hold something at once; a task that has to wait is suspended. Copies are the same semaphore.
 /// Order    Strictly first in, first out: a slot that is given back goes to the oldest waiter, which is posted.
 /// Threads  Every function from any thread.
-/// Cancellation does not end a wait, only signal() does. Waiters of a semaphore that nobody owns any more stay suspended.
+/// Use      Nothing gives a slot back by itself: signal() on every way out. Cancellation does not end a wait, only
+///          signal() does. Waiters of a semaphore that nobody owns any more stay suspended.
+/// Cost     Without waiters wait() and signal() are one atomic operation each; waiting allocates nothing.
 class CORVEX_EXPORT TaskSemaphore {
 public:
     /// With a limit of 0 or less every wait() suspends until a signal().
@@ -86,10 +89,12 @@ public:
         while (!state_->tryGiveBack() && !state_->handOver()) continue;
     }
 
+    /// As given; it never changes.
     [[nodiscard]] std::int64_t limit() const noexcept { return state_->limit; }
-    /// The slots that are taken.
+    /// The slots that are taken, at this moment.
     [[nodiscard]] std::int64_t activeTasks() const noexcept { return state_->taken(); }
 
+    /// Whether both are the same semaphore.
     friend bool operator==(const TaskSemaphore&, const TaskSemaphore&) noexcept = default;
 
 private:

@@ -6,9 +6,10 @@
 namespace corvex::inline v0 {
 
 /// How a timeout is labelled in the log: the line is `prefix`, then "- ", then `context`. The prefix brings its own
-/// spacing.
+/// spacing. It is written at level error, once for each timeout. As any value type.
 class TaskTimeoutLog {
 public:
+    /// The prefix is the line's tag, as "CVX_RD_TO-"; the context says what took too long.
     TaskTimeoutLog(std::string prefix, std::string context) noexcept
         : prefix_(std::move(prefix)), context_(std::move(context)) {}
 

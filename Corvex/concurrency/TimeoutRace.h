@@ -18,10 +18,12 @@ namespace detail {
     return std::chrono::nanoseconds(static_cast<std::int64_t>(seconds) * nanosecondsPerSecond);
 }
 
-/// Runs an operation against a timer, awaited once by the coroutine in whose frame it lies. Whichever finishes first asks
-/// the other to stop; the coroutine goes on when both have finished.
+/// Runs an operation against a timer, awaited once by the coroutine in whose frame it lies. Whichever finishes first
+/// asks the other to stop; the coroutine goes on when both have finished. Nothing is allocated. Destroying it while the
+/// operation runs stops the process, as the operation still refers to it.
 class CORVEX_EXPORT TimeoutRace final : public TaskCompletion {
 public:
+    /// `log` is referred to, not copied: it lives as long as this.
     TimeoutRace(std::uint64_t seconds, const std::optional<TaskTimeoutLog>& log) noexcept;
     ~TimeoutRace();
     TimeoutRace(const TimeoutRace&) = delete;
@@ -50,15 +52,20 @@ public:
         Task<T> operation_;
         typename Task<T>::Handle coroutine_;
     };
+    /// The task runs where the coroutine that awaits this runs, and sees a cancellation of its own, which that of the
+    /// coroutine reaches.
     template <class T>
     [[nodiscard]] Awaiter<T> run(Task<T>&& operation) noexcept {
         return Awaiter<T>(*this, std::move(operation));
     }
 
+    /// The operation has ended: ends the timer, unless that has won already.
     void taskFinished(TaskPromiseBase& promise) noexcept override;
 
 private:
+    /// Who ended first. With `timer` the awaiting coroutine gets TimeoutError, with `cancellation` CancellationError.
     enum class Winner : std::uint8_t { none, operation, timer, cancellation };
+    /// The limit, as a piece of work of its own.
     struct Timer : TimerNode {
         explicit Timer(TimeoutRace& owner) noexcept;
         TimeoutRace& race;
@@ -68,13 +75,16 @@ private:
         TimeoutRace& race;
     };
 
+    /// Starts both; false if both have finished already. `parent` is the coroutine that awaits.
     bool start(TaskPromiseBase& operation, std::coroutine_handle<> coroutine, std::coroutine_handle<> parent,
                const TaskContext& context) noexcept;
+    /// The time is over, or cancellation ended it early.
     void timerFinished() noexcept;
     /// True if nobody has won yet.
     bool win(Winner winner) noexcept;
     /// Notes that so many of the two have finished; true if those were the last.
     bool arrive(int count) noexcept;
+    /// Throws if the operation did not win. Nothing of the race is armed any more when it returns.
     void finish();
 
     const std::uint64_t seconds_;

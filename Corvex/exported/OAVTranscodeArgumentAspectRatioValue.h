@@ -8,7 +8,7 @@
 
 namespace corvex::inline v0 {
 
-/// How a picture is fitted into the output size. Any text is legal.
+/// How a picture is fitted into the size of "-dims" when its shape differs. Any text is legal.
 class OAVTranscodeArgumentAspectRatioValue : public TypedString<OAVTranscodeArgumentAspectRatioValue> {
 public:
     using TypedString::TypedString;
@@ -16,15 +16,20 @@ public:
     /// The known values in their fixed order.
     [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentAspectRatioValue> allCases() noexcept;
 
+    /// The flag under which the value stands, "-aspect_scaling", typed and as text.
     [[nodiscard]] static constexpr OAVTranscodeVideoArgumentFlag videoFlag() noexcept {
         return OAVVideoAspectScalingFlag;
     }
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return OAVVideoAspectScalingFlag.rawValue(); }
 };
 
+/// Scale to fit and keep the source's shape: the output may be smaller than asked for on one side.
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVMatchSourceRatio{"match"};
+/// Scale each side on its own; shapes in the picture change.
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVStretchAspect{"stretch"};
+/// Scale to fit and fill what remains with black bars.
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVLetterboxAspect{"letterbox"};
+/// Scale to fill and cut off what juts out; "-crop_anchor" says which part stays.
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVCropAspect{"crop"};
 
 inline constexpr std::array allTranscodeArgumentAspectRatioValues{

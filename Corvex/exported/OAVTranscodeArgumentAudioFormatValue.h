@@ -7,7 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// The audio format that a transcode writes ("-acodec"). Any text is legal.
+/// The audio format that a transcode writes ("-acodec"). Any text is legal. OrvaneAudioFormat is the closed enumeration
+/// of the same formats, with their four-character codes.
 class OAVTranscodeArgumentAudioFormatValue : public TypedString<OAVTranscodeArgumentAudioFormatValue> {
 public:
     using TypedString::TypedString;
@@ -16,11 +17,17 @@ public:
     [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentAudioFormatValue> allCases() noexcept;
 };
 
+/// Linear PCM: samples as numbers, nothing lost. The only format of wav files here.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVLpcmAudioFormatValue{"lpcm"};
+/// AAC, low complexity (ISO/IEC 14496-3); "-abr" or "-aqual" choose its data rate.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAacAudioFormatValue{"aac"};
+/// Apple Lossless, which packs PCM without loss.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAppleLosslessAudioFormatValue{"apple_lossless"};
+/// High-efficiency AAC: with spectral band replication, for low data rates.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAacHEAudioFormatValue{"aac_he"};
+/// Enhanced low-delay AAC, for conversation. Lossy, whatever the constant's name says.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAacELDLosslessAudioFormatValue{"aac_eld"};
+/// IMA ADPCM at 4:1: four bits a sample, found in old QuickTime movies.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAppleIMA41ADPCMAudioFormatValue{"apple_ima4"};
 
 inline constexpr std::array allTranscodeArgumentAudioFormatValues{

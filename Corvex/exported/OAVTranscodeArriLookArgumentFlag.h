@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Flags of the ARRI look that a transcode renders.
+/// Flags of the look that a transcode renders from the metadata of ARRI footage: what colours it ends in, and what to
+/// do where the look cannot be used. OAVArriLookValues.h has the values.
 class OAVTranscodeArriLookArgumentFlag : public TypedString<OAVTranscodeArriLookArgumentFlag> {
 public:
     using TypedString::TypedString;
@@ -20,9 +21,13 @@ public:
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
 };
 
+/// Primaries: an OAVArriLookColorSpaceValue.
 inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpacePrimaryFlag{"-arri_cs"};
+/// An OAVArriLookWhitePointValue.
 inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpaceWhitePointFlag{"-arri_wp"};
+/// Tone curve: an OAVArriLookCurveValue.
 inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpaceCurveFlag{"-arri_curve"};
+/// What to do where the look is invalid: an OAVArriLookResolutionValue.
 inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookInvalidLookResolutionFlag{"-arri_inv_res"};
 
 inline constexpr std::array allTranscodeArriLookArgumentFlags{

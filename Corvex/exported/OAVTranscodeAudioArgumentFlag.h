@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Flags of the audio that a transcode writes.
+/// Flags of the audio that a transcode writes. Without any of them each track is encoded anew in a format that suits
+/// its source and the container.
 class OAVTranscodeAudioArgumentFlag : public TypedString<OAVTranscodeAudioArgumentFlag> {
 public:
     using TypedString::TypedString;
@@ -20,19 +21,33 @@ public:
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
 };
 
+/// A switch: no audio.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVNoAudioFlag{"-an"};
+/// A switch: copy the tracks as they are coded.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVCopyAudioFlag{"-acopy"};
+/// Tracks to leave out, a list of numbers from 0; "-ac_omit_2" does it for the third source.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioIgnoreTracksPrefixFlag{"-ac_omit"};
+/// A switch: each channel becomes a mono track.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVDiscreteAudioFlag{"-adiscrete"};
+/// A switch: as many channels as the source has.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioChannelMatchSourceFlag{"-a_ch_match"};
+/// An OAVTranscodeArgumentAudioFormatValue.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioFormatFlag{"-acodec"};
+/// Bits of a sample of linear PCM or Apple Lossless.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioBitsPerChannelFlag{"-abpc"};
+/// Samples a second.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioSampleRateFlag{"-asr"};
+/// A number of channels, or an OAVTranscodeArgumentAudioChannelLayoutValue.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioChannelLayoutFlag{"-acl"};
+/// The number of a Core Audio layout tag, whose low 16 bits are the count of channels.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioChannelLayoutTagFlag{"-acl_tag"};
+/// Bits a second, of coded formats.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioBitRateFlag{"-abr"};
+/// A TranscodeAudioQuality by its text, instead of a data rate.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioQualityFlag{"-aqual"};
+/// Language of the audio tracks, three letters of ISO 639-2.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioLanguageCodeFlag{"-alang_code"};
+/// An OAVUnifiedCodecDecoderValue.
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioDecodeEngineFlag{"-a_decoder"};
 
 /// Deliberately not in allCases; an argument vector recognises both, because they contain "-acl".

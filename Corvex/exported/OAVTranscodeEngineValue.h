@@ -7,7 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// The engine that runs a transcode. Any text is legal.
+/// The engine that runs a transcode. Any text is legal. No flag of the vocabulary carries it;
+/// OAVUnifiedCodecDecoderValue is for decoders.
 class OAVTranscodeEngineValue : public TypedString<OAVTranscodeEngineValue> {
 public:
     using TypedString::TypedString;
@@ -16,7 +17,9 @@ public:
     [[nodiscard]] static constexpr std::span<const OAVTranscodeEngineValue> allCases() noexcept;
 };
 
+/// The media framework of Apple's systems.
 inline constexpr OAVTranscodeEngineValue OAVTranscodeEngineAVFoundation{"av_found"};
+/// The FFmpeg libraries; any system.
 inline constexpr OAVTranscodeEngineValue OAVTranscodeEngineFFmpeg{"ffmpeg"};
 
 inline constexpr std::array allTranscodeEngineValues{

@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// Flags of the image watermark.
+/// Flags of the image that is laid over every picture, with its transparency; without a path there is none, and the
+/// other two have no meaning.
 class OAVTranscodeWatermarkFileArgumentFlag : public TypedString<OAVTranscodeWatermarkFileArgumentFlag> {
 public:
     using TypedString::TypedString;
@@ -20,8 +21,11 @@ public:
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
 };
 
+/// An OAVTranscodeArgumentOverlayAnchorValue.
 inline constexpr OAVTranscodeWatermarkFileArgumentFlag OAVWatermarkFileBurnAnchorFlag{"-wmf_anchor"};
+/// Path of the image. The one path whose case parsing does not keep.
 inline constexpr OAVTranscodeWatermarkFileArgumentFlag OAVWatermarkFileBurnFilePathFlag{"-wmf_path"};
+/// Factor on the image's own size, a decimal above 0.
 inline constexpr OAVTranscodeWatermarkFileArgumentFlag OAVWatermarkFileBurnScaleFlag{"-wmf_scale"};
 
 inline constexpr std::array allTranscodeWatermarkFileArgumentFlags{

@@ -16,9 +16,13 @@ public:
     [[nodiscard]] static constexpr std::span<const OAVUnifiedCodecDecoderValue> allCases() noexcept;
 };
 
+/// The media framework of Apple's systems.
 inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderAVFoundation{"av_found"};
+/// The FFmpeg libraries; any system.
 inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderFFmpeg{"ffmpeg"};
+/// The hardware codecs of Apple's systems; video only.
 inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderVideoToolkit{"vt"};
+/// Sony's own kit for footage of its cameras.
 inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderSonySMDK{"smdk"};
 
 inline constexpr std::array allUnifiedCodecDecoderValues{

@@ -6,24 +6,34 @@
 
 namespace corvex::inline v0 {
 
-/// Uniform type identifiers of the containers, camera clips, images, audio and texts that the system meets.
-/// Types that no desktop registers have a name in their maker's domain, look-up tables one in the system's own.
+/// Uniform type identifiers of the containers, camera clips, images, audio and texts that the system meets. The raw
+/// value is the identifier, a reversed domain name, by which desktops and job messages know a kind of file;
+/// FileExtension.h maps extensions to it.
+/// Types that no desktop registers have a name in their maker's domain, look-up tables one in the system's own. What
+/// each format is stands beside the extension of the same name.
 enum class OrvaneUTType : std::uint8_t {
+    /// Containers of pictures and sound.
     quickTimeMovie,
     mpeg4Movie,
+    /// Kept apart from mpeg4Movie, as desktops do: files called m4v.
     appleMPEG4Video,
     mxf,
     avi,
     matroska,
+    /// ISO/IEC 13818-1; the type of AVCHD's files, too.
     mpegTransportStream,
+    /// Camera raw, by maker.
     redRaw,
     blackmagicRaw,
     canonRaw,
     nikonRaw,
     phantomCine,
     arriRaw,
+    /// In the domain of Codex, who made the coding, not of ARRI.
     arriRawHde,
+    /// Still images and image sequences.
     dpx,
+    /// The identifier is that of raw images in general.
     digitalNegative,
     jpeg,
     png,
@@ -32,22 +42,29 @@ enum class OrvaneUTType : std::uint8_t {
     heic,
     gif,
     bmp,
+    /// Audio.
     waveformAudio,
     appleMPEG4Audio,
+    /// With digital rights management: no worker opens these.
     protectedMPEG4Audio,
+    /// No other type has audiobooks, protected or not.
     protectedMPEG4Audiobook,
     mpeg4Ringtone,
     aiffAudio,
     coreAudio,
     aacAudio,
     mp3,
+    /// Texts and documents.
     plainText,
     commaSeparatedText,
     xml,
     json,
     pdf,
+    /// Adobe's Cube text, of one or of three dimensions.
     cubeLut,
+    /// The 3DL text of integer code values.
     lut3dl,
+    /// Every other look-up table that the library reads.
     lookUpTable,
 };
 

@@ -9,16 +9,18 @@
 
 namespace corvex::inline v0 {
 
-/// What an interpolator needs of a cube.
+/// What an interpolator needs of a cube. A host may interpolate in a cube of its own; what it returns must not change
+/// meanwhile.
 class CORVEX_EXPORT ThreeDimensionalLutCube {
 public:
     virtual ~ThreeDimensionalLutCube();
 
     /// Points on each axis.
     [[nodiscard]] virtual std::size_t faceSize() const noexcept = 0;
-    /// The bounds of what is looked up; the high value is also what positions are divided by.
+    /// The smallest value of the entries: inputs below are raised to it.
     [[nodiscard]] virtual double lowValue() const noexcept = 0;
-    [[nodiscard]] virtual double highValue() const noexcept = 0;  ///< The largest value of the entries.
+    /// The largest: inputs above are lowered to it, and it is also what positions are divided by.
+    [[nodiscard]] virtual double highValue() const noexcept = 0;
     /// faceSize^3 entries: entry [i][j][k] is number i * faceSize^2 + j * faceSize + k.
     [[nodiscard]] virtual std::span<const LutValueTriplet> lattice() const noexcept = 0;
 

@@ -6,8 +6,13 @@
 
 namespace corvex::inline v0 {
 
-/// One table for each channel, or one for colours.
-enum class LutDimensions : std::uint8_t { oneD, cube };
+/// What a table is looked up by.
+enum class LutDimensions : std::uint8_t {
+    /// Each channel by itself, as for contrast or a transfer function.
+    oneD,
+    /// The colour as a whole: only so can channels mix, as a change of saturation needs it.
+    cube,
+};
 
 template <>
 inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimensions>>({
@@ -16,7 +21,7 @@ inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimension
 });
 static_assert(isComplete<LutDimensions>(caseTable<LutDimensions>));
 
-/// How a LUT file is written. All dialects of plain text are read by one grammar.
+/// How a LUT file is written. All dialects of plain text are read by one grammar, so there is one case.
 enum class LutMarkupType : std::uint8_t { genericText };
 
 template <>

@@ -10,7 +10,8 @@
 
 namespace corvex::inline v0 {
 
-/// Why a line with text in it gave no entry. The first three look like entries, and a user wants to hear of them.
+/// Why a line with text in it gave no entry. The first three look like entries, and a user wants to hear of them: a
+/// table with one of them may have lost values. Empty lines are none of these.
 enum class SkippedLutLine : std::uint8_t { columnCount, paddedColumns, notANumber, tooLong, inputRange, comment, text };
 
 template <>
@@ -25,7 +26,8 @@ inline constexpr auto caseTable<SkippedLutLine> = std::to_array<Case<SkippedLutL
 });
 static_assert(isComplete<SkippedLutLine>(caseTable<SkippedLutLine>));
 
-/// What the lines of a LUT text were. Lines count from 1; a CR LF ends one line.
+/// What the lines of a LUT text were, for people who wonder why a file looks different. Lines count from 1; a CR LF
+/// ends one line.
 struct LutLineReport {
     /// Lines of one kind that were skipped.
     struct Skipped {
@@ -35,7 +37,9 @@ struct LutLineReport {
 
     std::uint64_t lineCount = 0;
     std::uint64_t headerLineCount = 0;  ///< Lines that declared dimensions or a size.
+    /// Lines that gave an entry.
     std::uint64_t dataLineCount = 0;
+    /// By LUT_1D_SIZE or LUT_3D_SIZE, or by a header line with 1D or 3D in it; none where nothing declares them.
     std::optional<LutDimensions> declaredDimensions;
     std::optional<LutDomain> declaredDomain;  ///< Those lines count as skipped, too: they declare no dimensions.
     std::array<Skipped, allCases<SkippedLutLine>.size()> skippedLines;  ///< By the number of their kind.

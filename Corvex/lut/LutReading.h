@@ -13,16 +13,22 @@
 
 namespace corvex::inline v0 {
 
-/// Why a file is no LUT.
+/// Why a file is no LUT, in the order in which they are found. docs/LUTS.md says what to do about each.
 enum class LutReadProblem : std::uint8_t {
+    /// The file was not opened.
     extension,
     cannotOpen,
+    /// After it was opened; what came before is counted.
     cannotRead,
+    /// 2^24, those of a cube of 256 points.
     tooManyEntries,
     noEntries,
+    /// Cubes of 17, 33 and 65 points are known by their numbers of entries, tables by powers of two.
     unknownDimensions,
+    /// Entries are numbered by the bits of an input.
     notAPowerOfTwo,
     tooFewEntries,
+    /// Code values above 2^62, which no depth has.
     valueTooLarge,
 };
 
@@ -41,7 +47,8 @@ inline constexpr auto caseTable<LutReadProblem> = std::to_array<Case<LutReadProb
 });
 static_assert(isComplete<LutReadProblem>(caseTable<LutReadProblem>));
 
-/// What came of reading a file: the table, or the problem, and in either case what its lines were.
+/// What came of reading a file: the table, or the problem, and in either case what its lines were. A plain value;
+/// copies share the table.
 struct LutReading {
     /// A line of the log.
     struct Message {

@@ -5,7 +5,7 @@
 namespace corvex::inline v0 {
 
 /// One data line: red, green, blue in the order of its columns, each the double nearest to its text. Never NaN, never
-/// infinite, never minus zero.
+/// infinite, never minus zero. Units are the file's: parts of full scale, or code values.
 struct LutValueTriplet {
     double first = 0, second = 0, third = 0;
 
@@ -15,7 +15,7 @@ struct LutValueTriplet {
     friend constexpr bool operator==(const LutValueTriplet&, const LutValueTriplet&) = default;
 };
 
-/// A colour that is looked up, or found.
+/// A colour that is looked up, or found. Code values or parts of full scale, as the component's type says.
 template <class Component>
 struct RGB {
     Component r{}, g{}, b{};

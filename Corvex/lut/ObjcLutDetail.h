@@ -14,7 +14,8 @@
 
 namespace corvex::inline v0 {
 
-/// One entry as an object. A plain value.
+/// One entry as an object: the numbers of the file as doubles, code values too. A plain value; copies are independent.
+/// Equal by numeric value.
 class CORVEX_EXPORT ObjcLutRGBNumericTriplet final : public Object {
 public:
     ObjcLutRGBNumericTriplet(const Number& r, const Number& g, const Number& b) : r_(r), g_(g), b_(b) {}
@@ -37,7 +38,8 @@ private:
     Number r_, g_, b_;
 };
 
-/// A LUT file as a tree of objects. Exactly one of the two range descriptors is there. Immutable; any thread.
+/// A LUT file as a tree of objects. Exactly one of the two range descriptors is there. Immutable; any thread. An entry
+/// takes 80 bytes here and 24 in a ParsedLutFile, which is for work, as this is for bindings.
 class CORVEX_EXPORT ObjcLutDetail final : public Object {
 public:
     /// With a table of code values.
@@ -48,16 +50,19 @@ public:
                   const ObjcFloatingPointLutDescriptor& range);
     ~ObjcLutDetail() override;
 
-    /// In the order of the file.
+    /// In the order of the file, those beyond a cube's lattice too.
     [[nodiscard]] const std::vector<ObjcLutRGBNumericTriplet>& orderedLutValues() const noexcept {
         return orderedLutValues_;
     }
+    /// Whether it is a cube, and which.
     [[nodiscard]] const ObjcLutDimensionDescriptor& dimensionDescriptor() const noexcept {
         return dimensionDescriptor_;
     }
+    /// There for tables and cubes of code values.
     [[nodiscard]] const std::optional<ObjcIntegerLutDescriptor>& integerDescriptor() const noexcept {
         return integerDescriptor_;
     }
+    /// There for all other tables.
     [[nodiscard]] const std::optional<ObjcFloatingPointLutDescriptor>& floatingPointDescriptor() const noexcept {
         return floatingPointDescriptor_;
     }
@@ -75,7 +80,7 @@ private:
     std::optional<ObjcFloatingPointLutDescriptor> floatingPointDescriptor_;
 };
 
-/// Reads a LUT file into a tree of objects.
+/// Reads a LUT file into a tree of objects. Any thread; what goes wrong is only logged.
 class ObjcLutConversionFactory {
 public:
     /// None where ParsedLutFactory::parsedLut gives nothing. A code value that fits no unsigned integer, as a negative

@@ -11,12 +11,13 @@
 
 namespace corvex::inline v0 {
 
-/// One table for each channel: entry number i answers input i of n - 1.
+/// One table for each channel: entry number i answers input i of n - 1. Immutable; any thread; looking up takes
+/// constant time.
 class CORVEX_EXPORT OneDimensionConverter : public RGBSampleConverter {
 public:
     ~OneDimensionConverter() override;
 
-    /// As given.
+    /// As given. Valid as long as the converter.
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept { return orderedEntries_; }
     [[nodiscard]] std::uint64_t totalEntries() const noexcept { return orderedEntries_.size(); }
     /// The bits that number the entries, rounded down; 8 for no entries, 0 for one.

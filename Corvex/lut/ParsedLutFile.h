@@ -15,13 +15,14 @@
 
 namespace corvex::inline v0 {
 
-/// A LUT file: where it lies and what it is.
+/// A LUT file: where it lies and what it is. The file itself is not looked at any more. Immutable; any thread.
 class CORVEX_EXPORT LutFile {
 public:
     virtual ~LutFile();
     LutFile(const LutFile&) = delete;
     LutFile& operator=(const LutFile&) = delete;
 
+    /// As it was given to the reader, or the name that stood for it.
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
     [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
     [[nodiscard]] LutMarkupType fileMarkup() const noexcept { return fileMarkup_; }
@@ -29,6 +30,7 @@ public:
     [[nodiscard]] const LutDomain& domain() const noexcept { return domain_; }
 
 protected:
+    /// Only readers make files; a host that has a table of its own derives from ParsedLutFile.
     LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup,
             const LutDomain& domain) noexcept
         : file_(std::move(file)), domain_(domain), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
@@ -40,14 +42,15 @@ private:
     LutMarkupType fileMarkup_;
 };
 
-/// A LUT file that was read. Immutable; owns its table; any thread.
+/// A LUT file that was read. Immutable; owns its table; any thread. Its class says what the values are;
+/// ParsedLutFactory makes it, LutApplier applies it to pictures.
 class CORVEX_EXPORT ParsedLutFile : public LutFile {
 public:
     ~ParsedLutFile() override;
 
-    /// Samples the table.
+    /// Samples the table, one colour at a time. Valid as long as the file.
     [[nodiscard]] virtual const RGBSampleConverter& converter() const noexcept = 0;
-    /// The entries of the file in its order, at least one.
+    /// The entries of the file in its order, at least one. Valid as long as the file.
     [[nodiscard]] virtual std::span<const LutValueTriplet> orderedEntries() const noexcept = 0;
 
 protected:
@@ -57,12 +60,13 @@ protected:
 /// One table for each channel, of code values or of numbers whose full scale is 1.0.
 class CORVEX_EXPORT ParsedOneDimensionLutFile final : public ParsedLutFile {
 public:
-    /// `converter` must not be null.
+    /// `converter` must not be null; it is owned from now on.
     ParsedOneDimensionLutFile(std::filesystem::path file, LutMarkupType fileMarkup,
                               std::unique_ptr<const OneDimensionConverter> converter,
                               const LutDomain& domain = {}) noexcept;
     ~ParsedOneDimensionLutFile() override;
 
+    /// For code values OneDimensionsUnsignedIntegerConverter, else OneDimensionFloatingPointConverter.
     [[nodiscard]] const OneDimensionConverter& converter() const noexcept override { return *converter_; }
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
         return converter_->orderedEntries();
@@ -72,15 +76,16 @@ private:
     std::unique_ptr<const OneDimensionConverter> converter_;
 };
 
-/// A cube whose full scale is 1.0.
+/// A cube whose full scale is 1.0: one whose largest value is at most 1, or has a fraction.
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
-    /// Keeps what was read and how it converts.
+    /// `file` need not lie there; nothing is read.
     ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                             NormalizedFloatingPoint3DSampleConverter converter,
                                             const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalFloatingPointFile() override;
 
+    /// Its cube() is the table.
     [[nodiscard]] const NormalizedFloatingPoint3DSampleConverter& converter() const noexcept override {
         return converter_;
     }
@@ -92,15 +97,17 @@ private:
     NormalizedFloatingPoint3DSampleConverter converter_;
 };
 
-/// A cube of whole code values.
+/// A cube of whole code values: one whose largest value is whole and above 1. The depth follows from that value.
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
-    /// Keeps what was read and how it converts.
+    /// `file` need not lie there; nothing is read.
     ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
                                       Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
     ~ParsedThreeDimensionalIntegerFile() override;
 
+    /// Bits of the values.
     [[nodiscard]] std::int64_t bitDepth() const noexcept { return converter_.bitDepth(); }
+    /// Its cube() is the table.
     [[nodiscard]] const Integer3DSampleConverter& converter() const noexcept override { return converter_; }
     [[nodiscard]] std::span<const LutValueTriplet> orderedEntries() const noexcept override {
         return converter_.cube().orderedEntries();

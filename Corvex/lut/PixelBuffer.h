@@ -10,7 +10,8 @@
 
 namespace corvex::inline v0 {
 
-/// How a sample lies in memory: code values of 10 and 12 bits in the low bits of 16, in the machine's byte order.
+/// How a sample lies in memory: code values of 10 and 12 bits in the low bits of 16, in the machine's byte order. Raw
+/// values ("u10") name them on command lines. What stands in bits above a code value's depth is the caller's fault.
 enum class SampleFormat : std::uint8_t { unsigned8, unsigned10, unsigned12, unsigned16, float32 };
 
 /// A row of the table: the bytes of a sample, too.
@@ -38,18 +39,23 @@ static_assert(isComplete<SampleFormat>(caseTable<SampleFormat>));
     return format == SampleFormat::float32 ? 1.0 : static_cast<double>((1U << bitDepth(format)) - 1U);
 }
 
-/// The channels of a pixel, in this order.
+/// The channels of a pixel, in this order. Alpha is straight, not multiplied into the colours.
 enum class ChannelLayout : std::uint8_t { rgb, rgba };
 
-/// Pixels in somebody's memory: red, green, blue and perhaps alpha, interleaved or as planes. A view: copies share the
-/// memory, which must outlive them. `Byte` is std::byte, or const std::byte for pixels that are only read.
-/// Samples must be aligned to their size. Rows may lie apart by any number of bytes, also upwards (a negative stride).
+/// Pixels in somebody's memory: red, green, blue and perhaps alpha, interleaved or as planes. `Byte` is std::byte, or
+/// const std::byte for pixels that are only read.
+/// Shape    Samples must be aligned to their size. Rows may lie apart by any number of bytes, also upwards (a negative
+///          stride); the first address is then that of the last row in memory.
+/// Lifetime A view: copies share the memory, which must outlive them.
+/// Errors   Colours without memory stop the process, unless there are no pixels. Sizes and strides are not checked.
+/// Threads  Those of the memory: this holds nothing that changes.
 template <class Byte>
 class BasicPixelBuffer {
 public:
     using Address = std::conditional_t<std::is_const_v<Byte>, const void*, void*>;
 
-    /// Pixels as R G B, or R G B A, one behind the other. `rowStride` is in bytes.
+    /// Pixels as R G B, or R G B A, one behind the other. `first` is the red of the pixel at the top left; `rowStride`
+    /// is in bytes from one row to the next below.
     [[nodiscard]] static BasicPixelBuffer interleaved(Address first, SampleFormat format, ChannelLayout layout,
                                                       std::size_t width, std::size_t height,
                                                       std::ptrdiff_t rowStride) noexcept {
@@ -97,11 +103,13 @@ public:
     [[nodiscard]] SampleFormat format() const noexcept { return format_; }
     [[nodiscard]] std::size_t width() const noexcept { return width_; }
     [[nodiscard]] std::size_t height() const noexcept { return height_; }
+    /// Whether channel 3 is there.
     [[nodiscard]] bool hasAlpha() const noexcept { return channels_[3] != nullptr; }
     /// The samples from one pixel's red to the next one's: 1 in planes.
     [[nodiscard]] std::size_t pixelStride() const noexcept { return pixelStride_; }
 
-    /// The sample of a pixel's channel: 0 red, 1 green, 2 blue, 3 alpha, which must be there.
+    /// The sample of a pixel's channel: 0 red, 1 green, 2 blue, 3 alpha, which must be there. Row 0 is the top one. Not
+    /// checked.
     [[nodiscard]] Byte* sample(std::size_t channel, std::size_t row, std::size_t column) const noexcept {
         return channels_[channel] + static_cast<std::ptrdiff_t>(row) * rowStrides_[channel] +
                static_cast<std::ptrdiff_t>(column * pixelStride_ * byteCount(format_));

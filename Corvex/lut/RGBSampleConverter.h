@@ -8,10 +8,11 @@
 
 namespace corvex::inline v0 {
 
-/// In which depth a sample is answered.
+/// In which depth a sample is answered: that which the caller asks for, or that of the input.
 enum class AnswerDepth : std::uint8_t { output, input };
 
-/// Looks code values up in a table. Immutable; any thread.
+/// Looks code values up in a table, one colour at a time and as the file's numbers say; pictures are for LutApplier.
+/// Immutable; any thread.
 class CORVEX_EXPORT RGBSampleConverter {
 public:
     virtual ~RGBSampleConverter();
@@ -22,7 +23,7 @@ public:
                                                     std::int64_t outputBitDepth,
                                                     AnswerDepth answerDepth) const noexcept = 0;
 
-    /// The name of the converter's class.
+    /// The name of the converter's class, for logs and tools. A literal.
     [[nodiscard]] virtual std::string_view className() const noexcept = 0;
 
 protected:

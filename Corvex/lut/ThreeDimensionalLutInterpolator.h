@@ -6,7 +6,8 @@
 
 namespace corvex::inline v0 {
 
-/// Finds the colour of a cube at a point between its entries.
+/// Finds the colour of a cube at a point between its entries. Stateless, or at least safe from several threads at once:
+/// converters share one.
 class CORVEX_EXPORT ThreeDimensionalLutInterpolator {
 public:
     virtual ~ThreeDimensionalLutInterpolator();

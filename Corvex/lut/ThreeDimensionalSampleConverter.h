@@ -12,14 +12,17 @@
 
 namespace corvex::inline v0 {
 
-/// A cube and the interpolator that it is sampled with.
+/// A cube and the interpolator that it is sampled with. Moving it moves no entries, and leaves a converter that may
+/// only be destroyed.
 class CORVEX_EXPORT ThreeDimensionalSampleConverter : public RGBSampleConverter {
 public:
     ~ThreeDimensionalSampleConverter() override;
     ThreeDimensionalSampleConverter(const ThreeDimensionalSampleConverter&) = delete;
     ThreeDimensionalSampleConverter& operator=(const ThreeDimensionalSampleConverter&) = delete;
 
+    /// Valid as long as the converter.
     [[nodiscard]] const LutCube& cube() const noexcept { return cube_; }
+    /// Valid as long as the converter.
     [[nodiscard]] const ThreeDimensionalLutInterpolator& interpolator() const noexcept { return *interpolator_; }
 
 protected:
@@ -27,7 +30,7 @@ protected:
     /// `interpolator` must not be null.
     ThreeDimensionalSampleConverter(LutCube cube, std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator);
 
-    /// The colour at a point, in the units of the cube's values.
+    /// The colour at a point, in the units of the cube's values. Costs one look-up of eight entries; nothing allocates.
     [[nodiscard]] RGB<double> interpolate(const RGB<double>& input) const noexcept {
         return interpolator_->interpolate(cube_, input);
     }
@@ -37,9 +40,11 @@ private:
     std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator_;
 };
 
-/// For cubes of whole code values. The largest entry stands for the top of the input, whatever the depth's full scale.
+/// For cubes of whole code values. The largest entry stands for the top of the input, whatever the depth's full scale:
+/// a cube of 10 bits whose largest value is 1000 answers 1000 and everything above with its last point.
 class CORVEX_EXPORT Integer3DSampleConverter final : public ThreeDimensionalSampleConverter {
 public:
+    /// `bitDepth` is that of the cube's values, from 1; it is not checked against them.
     Integer3DSampleConverter(LutCube cube, std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator,
                              std::int64_t bitDepth)
         : ThreeDimensionalSampleConverter(std::move(cube), std::move(interpolator)), bitDepth_(bitDepth) {}
@@ -58,7 +63,8 @@ private:
     std::int64_t bitDepth_;
 };
 
-/// For cubes of which 1.0 is full scale. (0, 0, 0) where a depth is below 1 or above 63.
+/// For cubes of which 1.0 is full scale: code values are divided by the largest of their depth, and answers multiplied
+/// by it. (0, 0, 0) where a depth is below 1 or above 63.
 class CORVEX_EXPORT NormalizedFloatingPoint3DSampleConverter final : public ThreeDimensionalSampleConverter {
 public:
     NormalizedFloatingPoint3DSampleConverter(LutCube cube,

@@ -8,28 +8,30 @@
 
 namespace corvex::inline v0 {
 
-/// Powers of ten that are exact.
+/// By exponent, for runs of up to eight digits.
 inline constexpr std::array<std::uint64_t, 9> wholePowersOfTen = {1,      10,      100,      1000,     10000,
                                                                   100000, 1000000, 10000000, 100000000};
-/// Those that a double holds exactly.
+/// Those that a double holds exactly: a mantissa of up to 53 bits times or over one of them is rounded once.
+/// Source   Clinger, How to Read Floating Point Numbers Accurately, PLDI 1990.
 inline constexpr std::array<double, 23> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// The number that eight digits make, the first in the lowest byte.
+/// The number that eight digits make, each 0 to 9 in a byte of its own, the first in the lowest byte. Three
+/// multiplications.
 [[nodiscard]] constexpr std::uint64_t eightDigits(std::uint64_t digits) noexcept {
     const std::uint64_t pairs = digits * 10U + (digits >> 8U);
     const std::uint64_t fours = (pairs & 0x00FF00FF00FF00FFU) * 100U + ((pairs & 0x00FF00FF00FF00FFU) >> 16U);
     return ((fours & 0x0000FFFF0000FFFFU) * 10000U + ((fours & 0x0000FFFF0000FFFFU) >> 32U)) & 0xFFFFFFFFU;
 }
 
-/// A run of up to eight digits and its value.
+/// A run of up to eight digits and its value; 0 and 0 for no digit.
 struct DigitRun {
     std::uint64_t value;
     unsigned count;
 };
 
-/// The digits at the front of eight readable bytes, all at once.
+/// The digits at the front of eight readable bytes, all at once. More may follow where it counts eight.
 [[nodiscard]] inline DigitRun digitRun(const char* at) noexcept {
     if constexpr (std::endian::native == std::endian::little) {
         std::uint64_t word = 0;
@@ -50,8 +52,9 @@ struct DigitRun {
     }
 }
 
-/// Reads a number of the shape that most programs write, 0.123456 before a blank or a control character, of nine readable
-/// bytes. Null for any other. Its length is known before its digits are, so that the next one need not wait for them.
+/// Reads a number of the shape that most programs write, 0.123456 before a blank or a control character, of nine
+/// readable bytes. Null for any other. Its length is known before its digits are, so that the next one need not wait
+/// for them. Little-endian machines alone; others take the general way.
 [[nodiscard]] inline const char* scanSixPlaces(const char* at, double& value) noexcept {
     if constexpr (std::endian::native != std::endian::little) return nullptr;
     std::uint64_t word = 0;
@@ -67,6 +70,7 @@ struct DigitRun {
 /// Reads the number at `at` into `value`, correctly rounded, minus zero as zero. Null where there is none of the form
 /// [+-]? (digits [. digits*] | . digits) ([eE] [+-]? digits)?, or where it is too large or too small for double; then
 /// the caller takes a closer look. The text ends with a byte that belongs to no number, and 8 more can be read.
+/// Without an exponent, up to 19 digits that make at most 2^53 are converted here; std::from_chars does the rest.
 [[nodiscard]] inline const char* scanDecimal(const char* at, double& value) noexcept {
     if (const char* const end = scanSixPlaces(at, value)) return end;
     const auto isDigit = [](char character) { return static_cast<unsigned char>(character - '0') < 10; };

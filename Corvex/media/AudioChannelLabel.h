@@ -9,29 +9,43 @@
 
 namespace corvex::inline v0 {
 
-/// What one channel of audio is for. Raw values are the short names of SMPTE ST 2067-8.
+/// What one channel of audio is for. Raw values are the short names of SMPTE ST 2067-8, in which lists of channels
+/// ("-acl_bitmap") are written.
 enum class AudioChannelLabel : std::uint8_t {
     left,
     right,
     center,
+    /// The ".1" of a layout: bass effects, of limited bandwidth.
     lowFrequencyEffects,
+    /// The surround pair of 5.1: beside and behind the listener at once.
     leftSurround,
     rightSurround,
+    /// 7.1 tells apart what 5.1 has as one pair: the side pair here,
     leftSideSurround,
     rightSideSurround,
+    /// and the pair behind the listener.
     leftRearSurround,
     rightRearSurround,
+    /// Behind a cinema screen between left and centre, as SDDS has it; its counterpart is next.
     leftCenter,
     rightCenter,
+    /// One channel behind the listener.
     centerSurround,
+    /// Dialogue emphasised, to mix in on its own.
     hearingImpaired,
+    /// A narrator who describes the picture.
     visuallyImpairedNarrative,
+    /// Four channels matrixed into a stereo pair; a decoder gets them back. The pair plays as it is, too.
     leftTotal,
     rightTotal,
+    /// The same for the surround pair: it carries a rear channel as well.
     leftSurroundTotal,
     rightSurroundTotal,
+    /// The one surround channel of four-channel film sound (left, centre, right, surround).
     surround,
+    /// The only channel, or the first of two independent ones.
     mono,
+    /// The second of two independent channels, as of two languages.
     secondMono,
 };
 
@@ -62,7 +76,7 @@ inline constexpr auto caseTable<AudioChannelLabel> = std::to_array<Case<AudioCha
 });
 static_assert(isComplete<AudioChannelLabel>(caseTable<AudioChannelLabel>));
 
-/// The label of a short name in any case (parsing an argument vector lower-cases them), or none.
+/// The label of a short name in any case (parsing an argument vector lower-cases them), or none. O(labels).
 [[nodiscard]] inline std::optional<AudioChannelLabel> audioChannelLabel(std::string_view shortName) {
     for (const auto& row : caseTable<AudioChannelLabel>) {
         if (equalsIgnoringCase(row.rawValue, shortName)) return row.value;

@@ -31,16 +31,19 @@ public:
     MediaFormatConstants(const MediaFormatConstants&) = delete;
     MediaFormatConstants& operator=(const MediaFormatConstants&) = delete;
 
-    /// Extensions by container, in their fixed order. A container without extensions has no entry.
+    /// Extensions by container, in their fixed order, the usual one first. A container without extensions has no entry.
+    /// The texts are literals.
     [[nodiscard]] const std::map<ORVMediaFileContainer, Extensions>& cachedContainerFileExtensionLookup()
         const noexcept {
         return cachedContainerFileExtensionLookup_;
     }
 
-    /// Fifteen makers, ordered by their bytes, so that capitals come before lower case ("ARRI", "Adobe").
+    /// Fifteen makers, ordered by their bytes, so that capitals come before lower case ("ARRI", "Adobe"). Convergent
+    /// Design and Nikon are deliberately not among them.
     static void alphabeticalEnumerationOfCorporations(CorporationBlock block);
 
-    /// Each without its dot; none for a container that has no files of its own.
+    /// As the table has them; nothing for a container that has no files of its own, such as an image sequence. The
+    /// block may set its stop flag, here and below.
     static void enumerateValidFileExtensionsForMediaContainer(const ORVMediaFileContainer& container,
                                                               ExtensionBlock block);
 

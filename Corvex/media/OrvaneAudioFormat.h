@@ -12,13 +12,19 @@
 namespace corvex::inline v0 {
 
 /// The audio formats that can stand in a written file. Raw value: the text that follows "-acodec".
+/// OAVTranscodeArgumentAudioFormatValue says what each is.
 enum class OrvaneAudioFormat : std::uint8_t { lpcm, appleLossless, aac, aacHe, aacEld, appleIma4 };
 
-/// What a media writer can do about a format: encode it, only pass on what is coded already, or neither.
+/// What a media writer can do about a format. Named after the framework that hosts use; the tool encodes with FFmpeg
+/// and offers what that has.
 enum class AVFoundationAudioEncodingSupportLevel : std::uint8_t {
+    /// From samples.
     fullyEncodable,
+    /// Only packets that are coded already go into a file.
     passthroughCapable,
+    /// Neither.
     unencodable,
+    /// Not known before a writer is asked. No format of the table is.
     unknown,
 };
 
@@ -32,7 +38,8 @@ inline constexpr auto caseTable<AVFoundationAudioEncodingSupportLevel> =
     });
 static_assert(isComplete<AVFoundationAudioEncodingSupportLevel>(caseTable<AVFoundationAudioEncodingSupportLevel>));
 
-/// A row of the table: the format's code in QuickTime and Core Audio, its value of "-acodec" and its support level.
+/// A row of the table: the format's code in QuickTime and Core Audio, its value of "-acodec" and its support level. The
+/// equivalents differ: the code "aac " has a blank, the value has not.
 struct AudioFormatCase : Case<OrvaneAudioFormat> {
     FourCharacterCode coreAudioEquivalent;
     const OAVTranscodeArgumentAudioFormatValue* outputFormat;
@@ -68,15 +75,15 @@ inline constexpr auto caseTable<OrvaneAudioFormat> = std::to_array<AudioFormatCa
 });
 static_assert(isComplete<OrvaneAudioFormat>(caseTable<OrvaneAudioFormat>));
 
-/// The format's code in QuickTime and Core Audio.
+/// The format's code in QuickTime and Core Audio; audioFormatFromCoreAudio() is the way back.
 [[nodiscard]] constexpr FourCharacterCode coreAudioEquivalent(OrvaneAudioFormat format) noexcept {
     return caseOf(format).coreAudioEquivalent;
 }
-/// The value of "-acodec".
+/// The value of "-acodec", a constant.
 [[nodiscard]] constexpr const OAVTranscodeArgumentAudioFormatValue& outputFormat(OrvaneAudioFormat format) noexcept {
     return *caseOf(format).outputFormat;
 }
-/// What a media writer can do with the format.
+/// What a media writer can do with the format; `fullyEncodable` is what encodingReplacement() asks for.
 [[nodiscard]] constexpr AVFoundationAudioEncodingSupportLevel avEncodingSupportLevel(
     OrvaneAudioFormat format) noexcept {
     return caseOf(format).avEncodingSupportLevel;
@@ -89,9 +96,11 @@ static_assert(isComplete<OrvaneAudioFormat>(caseTable<OrvaneAudioFormat>));
 /// The format with this code, or none.
 [[nodiscard]] CORVEX_EXPORT std::optional<OrvaneAudioFormat> audioFormatFromCoreAudio(FourCharacterCode code) noexcept;
 
-/// The format to encode where a source of the given code cannot be kept as it is. `preserveLossless` asks that nothing
-/// more is lost: companded and ADPCM sources become linear PCM, AC-3 becomes Apple Lossless. A code that is not known
-/// becomes linear PCM.
+/// The format to encode where a source of the given code cannot be kept as it is. Linear PCM, Apple Lossless, AAC and
+/// HE-AAC answer themselves.
+/// `preserveLossless` asks that nothing more is lost: companded and ADPCM sources become linear PCM, AC-3 becomes Apple
+/// Lossless. Without it they become AAC, as other coded sources do either way. A code that is not known becomes linear
+/// PCM.
 [[nodiscard]] CORVEX_EXPORT OrvaneAudioFormat encodingReplacement(FourCharacterCode coreAudioFormat,
                                                                   bool preserveLossless) noexcept;
 

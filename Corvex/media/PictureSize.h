@@ -2,7 +2,8 @@
 
 namespace corvex::inline v0 {
 
-/// Width and height of a picture in pixels, as a user gives them: not necessarily whole, nor checked.
+/// Width and height of a picture in pixels, as a user gives them: not necessarily whole, nor checked. VideoDimensions
+/// is the checked, whole form. A plain value.
 struct PictureSize {
     double width = 0;
     double height = 0;

@@ -5,7 +5,7 @@
 
 namespace corvex::inline v0 {
 
-/// A picture size as an object. Immutable; any thread.
+/// A picture size as an object, for callers that handle every value through Object. Immutable; any thread.
 class CORVEX_EXPORT PictureSizeValue final : public Object {
 public:
     explicit PictureSizeValue(PictureSize size) noexcept : size_(size) {}
@@ -15,7 +15,9 @@ public:
 
     [[nodiscard]] PictureSize sizeValue() const noexcept { return size_; }
 
+    /// "1920.0 x 1080.0".
     [[nodiscard]] std::string description() const override;
+    /// Only to another of this class, by both sides exactly.
     [[nodiscard]] bool isEqual(const Object& other) const override;
     [[nodiscard]] std::size_t hash() const override;
 

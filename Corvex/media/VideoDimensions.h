@@ -4,7 +4,8 @@
 
 namespace corvex::inline v0 {
 
-/// Width and height of a picture in whole pixels.
+/// Width and height of a picture in whole pixels, as a raster has them. Not checked: 0 and below are no raster. A plain
+/// value.
 struct VideoDimensions {
     std::int32_t width = 0;
     std::int32_t height = 0;

@@ -15,25 +15,32 @@
 
 namespace corvex::inline v0 {
 
-/// One row of a closed enumeration's table: the enumerator, its raw value (text or integer) and its description.
-/// An enumeration that says more about its cases (equivalents, flags) derives its own row type from this one.
+/// One row of a closed enumeration's table: the enumerator, its raw value (text or integer) and its description. An
+/// enumeration that says more about its cases (equivalents, flags) derives its own row type from this one. Aggregates
+/// of literals: tables cost no start-up time.
 template <class Enumeration, class Raw = std::string_view>
 struct Case {
+    /// Its number is the row's index.
     Enumeration value;
+    /// No two rows have the same.
     Raw rawValue;
+    /// For people, in English.
     std::string_view description;
 };
 
-/// The table of a closed enumeration: specialised beside it with a constexpr std::array of rows, in case order.
-/// From it alone come allCases, rawValue, fromRawValue, description and the coding to JSON.
+/// The table of a closed enumeration: specialised beside it with a constexpr std::array of rows, in case order. From it
+/// alone come allCases, rawValue, fromRawValue, description and the coding to JSON. A
+/// static_assert(isComplete<E>(caseTable<E>)) beside it makes a forgotten row an error of the compiler.
 template <class Enumeration>
 inline constexpr auto caseTable = nullptr;
 
+/// An enumeration that has a table.
 template <class Enumeration>
 concept ClosedEnumeration =
     std::is_enum_v<Enumeration> && !std::same_as<std::remove_cvref_t<decltype(caseTable<Enumeration>)>, std::nullptr_t>;
 
-/// Whether `value` is declared in its enumeration; g++ and clang spell an undeclared one as a cast, "(Type)3".
+/// Whether `value` is declared in its enumeration; g++ and clang spell an undeclared one as a cast, "(Type)3". So a
+/// missing row at the end is found, which no count could.
 template <auto value>
 consteval bool isEnumerator() {
     const std::string_view text = __PRETTY_FUNCTION__;
@@ -52,12 +59,13 @@ consteval bool isComplete(const Rows& rows) {
     return !isEnumerator<static_cast<Enumeration>(std::tuple_size_v<Rows>)>();
 }
 
-/// All cases in their declared order.
+/// All cases in their declared order, as a std::array.
 template <ClosedEnumeration Enumeration>
 inline constexpr auto allCases =
     std::apply([](const auto&... rows) { return std::array{rows.value...}; }, caseTable<Enumeration>);
 
-/// The row of a case. A value outside the enumeration is a programming error and stops the process.
+/// The row of a case, O(1). A value outside the enumeration, as a cast may make it, is a programming error and stops
+/// the process. So do rawValue() and description() of one.
 template <ClosedEnumeration Enumeration>
 [[nodiscard]] constexpr const auto& caseOf(Enumeration value) noexcept {
     const auto index = static_cast<std::size_t>(value);
@@ -65,19 +73,19 @@ template <ClosedEnumeration Enumeration>
     return caseTable<Enumeration>[index];
 }
 
-/// As its row says.
+/// What stored data, command lines and other programs know the case by. It never changes.
 template <ClosedEnumeration Enumeration>
 [[nodiscard]] constexpr auto rawValue(Enumeration value) noexcept {
     return caseOf(value).rawValue;
 }
 
-/// For people.
+/// For people, in English. It may change from version to version: compare raw values.
 template <ClosedEnumeration Enumeration>
 [[nodiscard]] constexpr std::string_view description(Enumeration value) noexcept {
     return caseOf(value).description;
 }
 
-/// The case with exactly this raw value (texts letter for letter), or none.
+/// The case with exactly this raw value (texts letter for letter), or none. O(rows).
 template <ClosedEnumeration Enumeration, class Raw>
 [[nodiscard]] constexpr std::optional<Enumeration> fromRawValue(const Raw& raw) noexcept {
     for (const auto& row : caseTable<Enumeration>) {

@@ -4,7 +4,7 @@
 
 namespace corvex::inline v0 {
 
-/// A set of Unicode characters, told by a rule. A value; any thread.
+/// A set of Unicode characters, told by a rule that must be pure. A value; any thread.
 class CharacterSet {
 public:
     using Rule = bool (*)(char32_t character) noexcept;
@@ -21,7 +21,8 @@ private:
     Rule rule_;
 };
 
-/// The decimal digits of all scripts (general category Nd) and ".".
+/// The decimal digits of all scripts (general category Nd) and ".": what a field for decimals lets its user type. Signs
+/// and exponents are not in it.
 [[nodiscard]] CORVEX_EXPORT CharacterSet floatingPointDigitCharacterSet() noexcept;
 
 }  // namespace corvex::inline v0

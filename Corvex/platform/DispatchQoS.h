@@ -7,16 +7,23 @@
 
 namespace corvex::inline v0 {
 
-/// How much a piece of work matters to the user, as one number. Other raw values are legal and mean nothing in particular.
+/// How much a piece of work matters to the user, as one number; the higher, the more urgent. Other raw values are legal
+/// and mean nothing in particular. The numbers are those of TaskPriority where both have a name.
 enum class QualityOfService : std::int64_t {
+    /// Somebody is waiting for the next picture on a screen.
     userInteractive = 33,
+    /// Somebody asked for it and waits for the result.
     userInitiated = 25,
+    /// It may take minutes and shows its progress.
     utility = 17,
+    /// Nobody sees it.
     background = 9,
+    /// No statement: between the second and the third.
     defaultQuality = -1,
 };
 
-/// How much the work of a dispatch queue matters: a class, and a rank within it (0, or below for less).
+/// How much the work of a dispatch queue matters: a class, and a rank within it (0, or below for less). The rank is
+/// carried and compared, but threads here do not go by it. A plain value.
 struct DispatchQoS {
     /// The classes, most urgent first.
     enum class QoSClass : std::uint8_t {
@@ -31,9 +38,11 @@ struct DispatchQoS {
     QoSClass qosClass = QoSClass::unspecified;
     int relativePriority = 0;
 
+    /// The classes with the rank 0.
     static const DispatchQoS userInteractive, userInitiated, defaultQoS, utility, background, unspecified;
 
     /// Only the four named qualities without a relative priority have one of their own; everything else is the default.
+    /// dispatchEquivalent() is the way back.
     [[nodiscard]] constexpr QualityOfService qualityOfService() const noexcept;
 
     friend constexpr bool operator==(const DispatchQoS&, const DispatchQoS&) noexcept = default;
@@ -67,12 +76,13 @@ constexpr QualityOfService DispatchQoS::qualityOfService() const noexcept {
     return unspecified;
 }
 
-/// The class of that quality.
+/// The class of that quality, with rank 0.
 [[nodiscard]] constexpr DispatchQoS dispatchEquivalent(QualityOfService quality) noexcept {
     return {dispatchEquivalentClass(quality), 0};
 }
 
-/// None where no quality is specified.
+/// The priority with which a queue of that class posts its work. None where no quality is specified; a queue then takes
+/// TaskPriority::medium.
 [[nodiscard]] constexpr std::optional<TaskPriority> taskPriorityEquivalent(DispatchQoS::QoSClass qosClass) noexcept {
     using enum DispatchQoS::QoSClass;
     switch (qosClass) {

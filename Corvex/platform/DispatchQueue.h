@@ -15,7 +15,8 @@ namespace detail {
 
 class DispatchState;
 
-/// A piece of work in a dispatch queue. A caller that waits for its turn is one whose `run` wakes it.
+/// A piece of work in a dispatch queue. A caller that waits for its turn is one whose `run` wakes it, and lies on that
+/// caller's stack.
 struct DispatchItem : WorkNode {
     DispatchItem(Run function, bool exclusive, bool sync) noexcept
         : WorkNode(function), isExclusive(exclusive), isSync(sync) {}
@@ -26,6 +27,7 @@ struct DispatchItem : WorkNode {
 /// Work that a queue owns until it has been done.
 class CORVEX_EXPORT AsyncDispatchItem : public DispatchItem {
 public:
+    /// Freed by the queue when perform() has returned.
     explicit AsyncDispatchItem(bool exclusive) noexcept;
     virtual ~AsyncDispatchItem();
     virtual void perform() noexcept = 0;
@@ -35,6 +37,7 @@ private:
     Shared<DispatchState> state_;
 };
 
+/// The caller's function object, moved in.
 template <class Work>
 class DispatchWork final : public AsyncDispatchItem {
 public:
@@ -50,6 +53,7 @@ class CORVEX_EXPORT DispatchState final : public SharedState {
 public:
     DispatchState(Executor& target, TaskPriority priority) noexcept : target_(target), priority_(priority) {}
 
+    /// Posts it at once if it may run, else keeps it.
     void add(AsyncDispatchItem& item) noexcept;
     /// Blocks until the caller may run; from the queue's own work, stops the process.
     void begin(bool isExclusive) noexcept;
@@ -58,12 +62,15 @@ public:
 private:
     friend AsyncDispatchItem;
     static void run(WorkNode& node) noexcept;
+    /// Whether one more of that kind may run beside what runs now.
     [[nodiscard]] bool admits(bool isExclusive) const noexcept {
         return isExclusive ? runningCount_ == 0 : !isExclusiveRunning_;
     }
+    /// Under the lock.
     void noteStart(bool isExclusive) noexcept;
     /// Ends one item and takes from the queue what may run now. Under the lock.
     void noteEnd(WorkQueue& admitted) noexcept;
+    /// Outside of the lock: wakes the callers and posts the work that may run now.
     void start(WorkQueue& admitted) noexcept;
 
     Executor& target_;
@@ -74,7 +81,7 @@ private:
     bool isExclusiveRunning_ = false;
 };
 
-/// Says that the thread does work of the queue.
+/// Says that the thread does work of the queue: how a call that would wait for itself is found out. Scopes nest.
 class DispatchOccupation {
 public:
     explicit DispatchOccupation(const DispatchState& state) noexcept;
@@ -89,7 +96,7 @@ private:
     const DispatchOccupation* const outer_;
 };
 
-/// The turn of a caller that runs its work itself.
+/// The turn of a caller that runs its work itself, from when it has come until the end of the scope.
 class CORVEX_EXPORT DispatchTurn {
 public:
     DispatchTurn(DispatchState& state, bool isExclusive) noexcept;
@@ -108,13 +115,15 @@ private:
 /// Threads  Every function from any thread. Asynchronous work runs on threads that are kept for such queues, or on the
 ///          executor that the queue was given; synchronous work on its caller's own, when its turn has come.
 /// Errors   What synchronous work throws reaches its caller; what asynchronous work throws stops the process.
+/// Cost     One allocation for each piece of asynchronous work, none for synchronous work.
 class CORVEX_EXPORT DispatchQueue {
 public:
     DispatchQueue(const DispatchQueue&) = delete;
     DispatchQueue& operator=(const DispatchQueue&) = delete;
 
-    /// Names the queue for people.
+    /// Names the queue for people; two may have the same.
     [[nodiscard]] const std::string& label() const noexcept { return label_; }
+    /// As it was given; `unspecified` where a target class was given instead.
     [[nodiscard]] const DispatchQoS& qos() const noexcept { return qos_; }
 
 protected:
@@ -125,12 +134,12 @@ protected:
     /// Waits until all work is done. Not from the queue's own work.
     ~DispatchQueue();
 
-    /// Returns at once.
+    /// Returns at once. The work is destroyed where it ran, as soon as it has returned.
     template <class Work>
     void addAsync(bool isExclusive, Work work) {
         state_->add(*new detail::DispatchWork<Work>(isExclusive, std::move(work)));
     }
-    /// Calls the work when its turn has come.
+    /// Calls the work when its turn has come; blocks the thread until then.
     template <class Work>
     std::invoke_result_t<Work&> runSync(bool isExclusive, Work& work) {
         const detail::DispatchTurn turn(*state_, isExclusive);

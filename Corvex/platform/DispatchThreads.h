@@ -13,6 +13,7 @@ namespace detail {
 /// had nothing to do for some seconds. What runs here sees the default executor as the current one.
 class DispatchThreads final : public Executor {
 public:
+    /// Made on first use and never destroyed, as its threads may still work at exit.
     static DispatchThreads& shared();
 
     void post(WorkNode& node) noexcept override;

@@ -22,26 +22,31 @@ struct WorkNode {
     WorkNode(const WorkNode&) = delete;
     WorkNode& operator=(const WorkNode&) = delete;
 
+    /// Called once for each post(), on a thread of the executor.
     Run run = nullptr;
+    /// The queue's, from post() to `run`.
     WorkNode* next = nullptr;
+    /// Read by executors that have a choice; set it before post().
     TaskPriority priority = TaskPriority::medium;
 };
 
 using TimePoint = std::chrono::steady_clock::time_point;
 
-/// Work that is due at a time. Its further fields belong to the executor that holds it.
+/// Work that is due at a time. Its further fields belong to the clock that holds it; like a WorkNode it stays where it
+/// is until it has run or was cancelled.
 struct TimerNode : WorkNode {
     enum class State : std::uint8_t { idle, waiting, refused, posted };
     using WorkNode::WorkNode;
 
     Executor* executor = nullptr;
+    /// When it is due, and its place among those that are due at once.
     TimePoint deadline;
     std::uint64_t order = 0;
     TimerNode *firstChild = nullptr, *nextSibling = nullptr, *previous = nullptr;
     State state = State::idle;
 };
 
-/// A clock and what waits for it.
+/// A clock and what waits for it. Any thread. A host that has timers of its own derives from this.
 class CORVEX_EXPORT Timers {
 public:
     Timers() noexcept = default;
@@ -52,12 +57,14 @@ public:
     [[nodiscard]] virtual TimePoint now() const noexcept = 0;  ///< Of this clock.
     /// Posts the node to `node.executor` when its time has come, at once if it has been refused.
     virtual void add(TimerNode& node, TimePoint time) noexcept = 0;
-    virtual bool cancel(TimerNode& node) noexcept = 0;  ///< False: the node has been posted, or was never added.
+    /// False: the node has been posted, or was never added; in the latter case the next add() posts it at once.
+    virtual bool cancel(TimerNode& node) noexcept = 0;
 };
 
 /// Where work runs. A host implements post() alone: it queues the node and later runs it in an ExecutorScope.
 /// Order    First in, first out for the work of one poster and one priority.
 /// Threads  Every function from any thread. An executor outlives whatever is posted to it or suspended on it.
+/// Errors   post() cannot fail: a node carries its own link, so that queues need no memory.
 class CORVEX_EXPORT Executor {
 public:
     Executor() noexcept = default;
@@ -80,7 +87,8 @@ public:
     /// already; or if postAt() is still to come, which will then post it at once.
     bool cancel(TimerNode& node) noexcept { return timers().cancel(node); }
 
-    /// Whether the calling thread is running work of this executor.
+    /// Whether the calling thread is running work of this executor, also from within work of another one that it
+    /// called.
     [[nodiscard]] bool runsHere() const noexcept;
 
     /// The executor whose work the calling thread runs; on any other thread the default one.
@@ -90,6 +98,8 @@ public:
 /// The executor of work for which nobody named one: a ThreadPool of as many threads as there are processors, made on
 /// first use and left running at exit, unless a host sets its own before. The host's must live until the process ends.
 [[nodiscard]] CORVEX_EXPORT Executor& defaultExecutor();
+/// The executor that defaultExecutor() gives from now on; for a host's start-up, as work that is under way stays where
+/// it is.
 CORVEX_EXPORT void setDefaultExecutor(Executor& executor) noexcept;
 
 class ExecutorScope;

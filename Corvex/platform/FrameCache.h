@@ -27,6 +27,7 @@ namespace detail {
 /// what is beyond the store's limit, go to the heap.
 class FrameCache {
 public:
+    /// `size` is above 0. Throws std::bad_alloc.
     [[nodiscard]] static void* allocate(std::size_t size) {
         if (!CORVEX_CACHES_FRAMES || size > largestSize) return ::operator new(size);
         Kept& kept = state.kept[classOf(size)];
@@ -38,6 +39,7 @@ public:
         --kept.count;
         return block;
     }
+    /// `size` as it was allocated. On any thread.
     static void release(void* memory, std::size_t size) noexcept {
         if (!CORVEX_CACHES_FRAMES || size > largestSize) {
             ::operator delete(memory);
@@ -50,18 +52,25 @@ public:
     }
 
 private:
+    /// Sizes are rounded up to cache lines; larger frames are rare, and the heap is good enough for them.
     static constexpr std::size_t step = 64, largestSize = 512, classCount = largestSize / step;
+    /// Blocks that move between a thread and the store at once.
     static constexpr std::uint32_t batchCount = 64;
-    static constexpr std::uint32_t fullCount = batchCount - 1;        ///< Of none, while the thread may not keep any.
-    static constexpr std::size_t storeLimit = std::size_t{2} << 20U;  ///< In bytes, over all sizes.
+    static constexpr std::uint32_t fullCount = batchCount - 1;  ///< Of none, while the thread may not keep any.
+    /// In bytes, over all sizes: what is kept for other threads, not what frames may take.
+    static constexpr std::size_t storeLimit = std::size_t{2} << 20U;
 
+    /// A free block: its first bytes link it to the next.
     struct Block {
         Block* next;
     };
+    /// The free blocks of one size that a thread keeps. The count begins so that the first release of a thread
+    /// registers it.
     struct Kept {
         Block* first = nullptr;
         std::uint32_t count = fullCount;
     };
+    /// What a thread keeps; constant initialisation, so that it costs nothing to reach.
     struct State {
         std::array<Kept, classCount> kept;
         bool isRegistered = false;
@@ -69,6 +78,7 @@ private:
     struct Store;
     struct ThreadEnd;
 
+    /// `size` is above 0.
     [[nodiscard]] static constexpr std::size_t classOf(std::size_t size) noexcept { return (size - 1) / step; }
     /// Has what the thread keeps given back when it ends. False if that is happening.
     static bool registerThread() noexcept;

@@ -11,7 +11,8 @@
 
 namespace corvex::inline v0 {
 
-/// A regular file open for reading from front to back. Closed by its destructor at the latest.
+/// A regular file open for reading from front to back. Closed by its destructor at the latest. One thread at a time;
+/// moving leaves an object that may only be destroyed.
 class CORVEX_EXPORT InputFile {
 public:
     /// None for what cannot be opened and for what is no regular file: a directory, a pipe, a device. Never waits, as

@@ -8,17 +8,18 @@
 
 namespace corvex::inline v0 {
 
-/// Nodes by the level of their priority, highest first, those of one level in order of arrival. Not synchronised.
+/// Nodes by the level of their priority, highest first, those of one level in order of arrival. Four levels:
+/// user-initiated and above, medium, utility, below. Not synchronised; every function is O(1) and allocates nothing.
 class LeveledWorkQueue {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
-    /// Behind those of the same priority.
+    /// Behind those of the same level, whatever their priorities within it.
     void append(WorkNode& node) noexcept {
         const std::size_t level = levelOf(node.priority);
         levels_[level].append(node);
         filledLevels_ |= 1U << level;
     }
-    /// The oldest node of the highest level, none if empty.
+    /// The oldest node of the highest level, nullptr if empty. A lower level waits as long as a higher one has work.
     WorkNode* takeFirst() noexcept {
         if (filledLevels_ == 0) return nullptr;
         const auto level = static_cast<unsigned>(std::countr_zero(filledLevels_));
@@ -28,6 +29,7 @@ public:
     }
 
 private:
+    /// 0 is the highest. Raw values between the named ones belong to the level below them.
     [[nodiscard]] static std::size_t levelOf(TaskPriority priority) noexcept {
         if (priority >= TaskPriority::userInitiated) return 0;
         if (priority >= TaskPriority::medium) return 1;

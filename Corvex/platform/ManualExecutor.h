@@ -16,11 +16,12 @@ public:
     /// With work posted or sleeping stops the process.
     ~ManualExecutor() override;
 
+    /// From any thread; wakes nobody, as nobody waits.
     void post(WorkNode& node) noexcept override;
     /// The clock begins at the epoch of TimePoint.
     [[nodiscard]] Timers& timers() const noexcept override { return clock_; }
 
-    /// Runs the oldest piece of work; false if there is none.
+    /// Runs the oldest piece of work, on this thread; false if there is none. Priorities do not count.
     bool runOne() noexcept;
     /// Runs until nothing is posted; gives the number of pieces that ran.
     std::size_t runAll() noexcept;

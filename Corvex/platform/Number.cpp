@@ -62,8 +62,9 @@ std::size_t Number::hash() const {
 }
 
 const Number& cfEquivalent(bool value) noexcept {
-    static const Number yes(true);
-    static const Number no(false);
+    // Never destroyed, so that destructors of static objects may still ask.
+    static const Number& yes = *new Number(true);
+    static const Number& no = *new Number(false);
     return value ? yes : no;
 }
 

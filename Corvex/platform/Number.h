@@ -16,9 +16,11 @@ namespace corvex::inline v0 {
 
 /// A truth value, a 64-bit integer or a double as an object. Equal by numeric value whatever its kind: 1, 1.0 and true
 /// are equal, and so are their hashes. Immutable; any thread.
+/// The static functions at its end are about powers of two and need no object.
 class CORVEX_EXPORT Number final : public Object {
 public:
     explicit Number(bool value) noexcept : value_(value) {}
+    /// Any integer type; one that does not fit 64 bits with a sign stops the process.
     template <std::integral T>
         requires(!std::same_as<T, bool>)
     explicit Number(T value) noexcept : value_(checkedCast<std::int64_t>(value)) {}
@@ -27,12 +29,13 @@ public:
     Number(const Number&) = default;
     Number& operator=(const Number&) = default;
 
+    /// True unless the value is 0; NaN is true.
     [[nodiscard]] bool boolValue() const noexcept { return doubleValue() != 0; }
     /// Without its fraction; saturates at 64 bits, NaN reads as 0.
     [[nodiscard]] std::int64_t int64Value() const noexcept;
     [[nodiscard]] double doubleValue() const noexcept;  ///< Rounded to nearest where an integer has more digits.
 
-    /// Whether the value is 1, 2, 4 and so on.
+    /// Whether the value is 1, 2, 4 and so on; never for one with a fraction.
     [[nodiscard]] bool isPowerOfTwo() const noexcept;
 
     [[nodiscard]] std::string description() const override;
@@ -58,7 +61,7 @@ public:
         return std::bit_ceil(static_cast<std::uint64_t>(value));
     }
 
-    /// False for 0 and below.
+    /// Of one bit that is set; false for 0 and below.
     [[nodiscard]] static constexpr bool integerIsPowerOfTwo(std::int64_t value) noexcept {
         return value > 0 && std::has_single_bit(static_cast<std::uint64_t>(value));
     }
@@ -73,7 +76,7 @@ private:
     std::variant<bool, std::int64_t, double> value_;
 };
 
-/// The shared object of a truth value.
+/// The shared object of a truth value; it is kept until the process ends.
 [[nodiscard]] CORVEX_EXPORT const Number& cfEquivalent(bool value) noexcept;
 
 }  // namespace corvex::inline v0

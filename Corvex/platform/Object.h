@@ -7,16 +7,17 @@
 
 namespace corvex::inline v0 {
 
-/// The root of the classes that callers handle through one base, as a language binding does.
-/// Copying copies the whole derived value; assigning through the base is not possible.
+/// The root of the classes that callers handle through one base, as a language binding does. Copying copies the whole
+/// derived value; assigning through the base is not possible. Values of the library are no objects themselves: where a
+/// binding needs one, a class of its own wraps the value.
 class CORVEX_EXPORT Object {
 public:
     virtual ~Object();
 
-    /// One line for logs and debuggers.
+    /// One line for logs and debuggers; no form to parse.
     [[nodiscard]] virtual std::string description() const = 0;
 
-    /// Same kind and same contents. Equal objects have equal hashes.
+    /// Same kind and same contents; for objects with an identity, the same object. Equal objects have equal hashes.
     [[nodiscard]] virtual bool isEqual(const Object& other) const = 0;
     [[nodiscard]] virtual std::size_t hash() const = 0;
 

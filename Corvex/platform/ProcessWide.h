@@ -7,14 +7,16 @@
 namespace corvex::inline v0 {
 
 /// A value that the whole process shares and a host may replace: made on first use, copied out and in under one mutex.
-/// Meant for namespace scope: construction is constant, so there is no order of initialisation to mind.
+/// Meant for namespace scope: construction is constant, so there is no order of initialisation to mind. Any thread; a
+/// destructor that runs at exit may find it gone, unless it is never destroyed.
 template <class Value>
 class ProcessWide {
 public:
     /// `initial` makes the value when it is first read; it runs at most once and not at all if a host sets one before.
+    /// It runs under the mutex: it must not ask for the same value.
     constexpr explicit ProcessWide(Value (*initial)()) noexcept : initial_(initial) {}
 
-    /// A copy.
+    /// A copy, which stays as it is when the value is replaced.
     [[nodiscard]] Value get() const {
         const std::lock_guard lock(mutex_);
         if (!value_) value_.emplace(initial_());

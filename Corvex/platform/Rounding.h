@@ -27,7 +27,7 @@ namespace corvex::inline v0 {
     return whole < value ? whole + 1.0 : whole;
 }
 
-/// To the nearest whole number, halves away from zero.
+/// To the nearest whole number, halves away from zero: 2.5 gives 3, -2.5 gives -3.
 [[nodiscard]] constexpr double roundedHalfAway(double value) noexcept {
     const double whole = roundedTowardZero(value);
     const double fraction = value - whole;  // exact: both have the same exponent range

@@ -5,7 +5,8 @@
 
 namespace corvex::inline v0 {
 
-/// A block that lives as long as its last Shared. Derive as `class X : public SharedState`; the block is freed as X.
+/// A block that lives as long as its last Shared. Derive as `class X : public SharedState`; the block is freed as X, so
+/// that X needs no virtual destructor and must be the most derived class or have one.
 class SharedState {
 public:
     SharedState() noexcept = default;
@@ -22,12 +23,14 @@ private:
     std::atomic<std::size_t> owners_{1};
 };
 
-/// An owner of a SharedState: a reference count without a second block, as small as a pointer.
+/// An owner of a SharedState: a reference count without a second block, as small as a pointer. What is in the block is
+/// not synchronised by this; the count is. The thread that lets go last sees all that the others wrote.
 template <class State>
 class Shared {
 public:
+    /// Owns nothing.
     Shared() noexcept = default;
-    /// The first reference to a state that is made of the arguments.
+    /// The first reference to a state that is made of the arguments. One allocation.
     template <class... Arguments>
     [[nodiscard]] static Shared make(Arguments&&... arguments) {
         Shared made;
@@ -53,10 +56,13 @@ public:
         if (state_ && state_->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete state_;
     }
 
+    /// nullptr where it owns nothing.
     [[nodiscard]] State* get() const noexcept { return state_; }
+    /// Of an owner of nothing neither of the next two is defined.
     [[nodiscard]] State* operator->() const noexcept { return state_; }
     [[nodiscard]] State& operator*() const noexcept { return *state_; }
     [[nodiscard]] explicit operator bool() const noexcept { return state_ != nullptr; }
+    /// Equal when both own the same block, or none.
     friend bool operator==(const Shared& a, const Shared& b) noexcept { return a.state_ == b.state_; }
 
 private:

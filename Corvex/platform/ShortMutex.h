@@ -13,39 +13,42 @@ CORVEX_EXPORT void pauseBriefly(int count) noexcept;
 
 }  // namespace detail
 
-/// A mutex for critical sections of a few instructions: one word, spins briefly, then sleeps in the kernel.
-/// Not recursive. Releasing it is the last access to its memory, so an object may be freed by whoever takes it next.
+/// A mutex for critical sections of a few instructions: one word, spins briefly, then sleeps in the kernel. Not
+/// recursive, and not fair: whoever comes first after an unlock has it. Releasing it is the last access to its memory,
+/// so an object may be freed by whoever takes it next.
 class ShortMutex {
 public:
     ShortMutex() noexcept = default;
     ShortMutex(const ShortMutex&) = delete;
     ShortMutex& operator=(const ShortMutex&) = delete;
 
-    /// Not recursive.
+    /// Blocks until it is free. By the thread that holds it, it never returns.
     void lock() noexcept {
         if (!tryLock()) [[unlikely]]
             lockContended();
     }
-    /// Takes it unless another thread holds it.
+    /// Takes it unless another thread holds it. Never blocks, and never fails while it is free.
     [[nodiscard]] bool tryLock() noexcept {
         int expected = isFree;
         return state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed);
     }
-    /// Wakes one that waits.
+    /// By the thread that holds it. Wakes one that sleeps.
     void unlock() noexcept {
         if (state_.exchange(isFree, std::memory_order_release) == isAwaited) [[unlikely]]
             wakeOne();
     }
 
 private:
+    /// A thread that sleeps has left `isAwaited`, so that an unlock without sleepers makes no system call.
     static constexpr int isFree = 0, isTaken = 1, isAwaited = 2;
+    /// Spins, then sleeps until an unlock wakes it.
     CORVEX_EXPORT void lockContended() noexcept;
     CORVEX_EXPORT void wakeOne() noexcept;
 
     std::atomic<int> state_{isFree};
 };
 
-/// Holds a ShortMutex until the end of the scope or unlock().
+/// Holds a ShortMutex until the end of the scope or unlock(): what std::unique_lock would do, with less to carry.
 class [[nodiscard]] ShortLock {
 public:
     explicit ShortLock(ShortMutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }  ///< Waits for the mutex.
@@ -55,7 +58,7 @@ public:
     ShortLock(const ShortLock&) = delete;
     ShortLock& operator=(const ShortLock&) = delete;
 
-    /// After unlock().
+    /// Takes the mutex again, after unlock().
     void lock() noexcept {
         mutex_->lock();
         isHeld_ = true;

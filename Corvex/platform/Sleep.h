@@ -6,7 +6,7 @@ namespace corvex::inline v0 {
 
 namespace detail {
 
-/// `duration` in nanoseconds; the nearest end of their range if it lies beyond.
+/// `duration` in nanoseconds; the nearest end of their range (292 years) if it lies beyond.
 template <class Count, class Period>
 [[nodiscard]] constexpr std::chrono::nanoseconds saturatedNanoseconds(
     std::chrono::duration<Count, Period> duration) noexcept {
@@ -19,7 +19,8 @@ template <class Count, class Period>
 
 }  // namespace detail
 
-/// `start` + `duration`; never (TimePoint::max()) where the clock cannot count so far.
+/// `start` + `duration`; never (TimePoint::max()) where the clock cannot count so far, and TimePoint::min() below its
+/// range.
 [[nodiscard]] constexpr TimePoint saturatedAdd(TimePoint start, std::chrono::nanoseconds duration) noexcept {
     std::int64_t sum{};
     const bool overflows = __builtin_add_overflow(start.time_since_epoch().count(), duration.count(), &sum);
@@ -27,21 +28,27 @@ template <class Count, class Period>
     return duration.count() > 0 ? TimePoint::max() : TimePoint::min();
 }
 
-/// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before.
+/// Suspends until a time of the current executor's clock. Throws CancellationError when the task is cancelled before,
+/// at once where it is cancelled already. The timer lies in the coroutine's frame: sleeping allocates nothing and holds
+/// no thread.
 class CORVEX_EXPORT SleepAwaiter : public TimerNode {
 public:
-    explicit SleepAwaiter(TimePoint time) noexcept;  ///< Until a time, or for a while.
+    /// Until a time, or for a while counted from the suspension. sleepFor() and sleepUntil() say it more shortly.
+    explicit SleepAwaiter(TimePoint time) noexcept;
     explicit SleepAwaiter(std::chrono::nanoseconds duration) noexcept;
     ~SleepAwaiter();
 
     [[nodiscard]] bool await_ready() const noexcept { return false; }
+    /// On whatever executor is current then.
     template <class Promise>
     void await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
         start(coroutine, contextOf(coroutine));
     }
+    /// On the executor on which the coroutine was suspended.
     void await_resume();
 
 private:
+    /// Wakes the sleeper early.
     class CancelCallback : public CancellationCallback {
     public:
         explicit CancelCallback(SleepAwaiter& sleeper) noexcept;
@@ -60,7 +67,8 @@ private:
     CancelCallback cancelCallback_;
 };
 
-/// Suspends for at least `duration`; one of 0 or less goes to the end of the executor's queue.
+/// Suspends for at least `duration`; one of 0 or less goes to the end of the executor's queue. Not a pause of the
+/// thread: other work runs meanwhile.
 template <class Count, class Period>
 [[nodiscard]] SleepAwaiter sleepFor(std::chrono::duration<Count, Period> duration) noexcept {
     return SleepAwaiter(detail::saturatedNanoseconds(duration));

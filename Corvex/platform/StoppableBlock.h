@@ -7,8 +7,9 @@
 
 namespace corvex::inline v0 {
 
-/// What an enumeration calls: a reference to a caller's callable that takes the arguments and, if it wants, a
-/// `bool& stop` behind them; or nothing (nullptr), which takes every call. A parameter type: it must not outlive the call.
+/// What an enumeration calls: a reference to a caller's callable that takes the arguments and, if it wants, a `bool&
+/// stop` behind them; or nothing (nullptr), which takes every call. A parameter type: it must not outlive the call.
+/// Allocates nothing; what the callable throws ends the enumeration and reaches the caller.
 template <class... Arguments>
 class StoppableBlock {
 public:
@@ -30,7 +31,7 @@ public:
               }
           }) {}
 
-    /// Calls the block. Whether it asks for no further call.
+    /// Calls the block. Whether it asks for no further call; an absent block and one without the flag never do.
     [[nodiscard]] constexpr bool operator()(Arguments... arguments) const {
         bool stop = false;
         if (call_ != nullptr) call_(block_, stop, arguments...);

@@ -8,11 +8,13 @@
 
 namespace corvex::inline v0 {
 
-/// What a task hands down to the tasks that it awaits.
+/// What a task hands down to the tasks that it awaits: who may ask it to stop, and how urgent it is. Cancelling is a
+/// request; a task that neither sleeps nor asks goes on.
 struct TaskContext {
     CancellationState* cancellation = nullptr;  ///< None: never cancelled.
     TaskPriority priority = TaskPriority::medium;
 
+    /// Any thread may make it true at any moment; from then on it stays so.
     [[nodiscard]] bool isCancelled() const noexcept { return cancellation && cancellation->isCancelled(); }
 };
 
@@ -36,7 +38,8 @@ template <class Promise>
     }
 }
 
-/// `co_await taskContext()` gives the context of the task that asks, which lives as long as the task. Never suspends.
+/// `co_await taskContext()` gives the context of the task that asks, which lives as long as the task. Never suspends. A
+/// coroutine of another type gets that of a task on its own.
 class ContextAwaiter {
 public:
     [[nodiscard]] bool await_ready() const noexcept { return false; }
@@ -50,24 +53,28 @@ public:
 private:
     const TaskContext* context_ = &detail::rootContext;
 };
+/// As ContextAwaiter says.
 [[nodiscard]] inline ContextAwaiter taskContext() noexcept { return {}; }
 
-/// `co_await checkCancellation()` throws CancellationError if the task that asks is cancelled. Never suspends.
+/// `co_await checkCancellation()` throws CancellationError if the task that asks is cancelled. Never suspends, and
+/// costs one load: put one into each long loop.
 class CancellationCheck : public ContextAwaiter {
 public:
     void await_resume() const {
         if (ContextAwaiter::await_resume().isCancelled()) throw CancellationError();
     }
 };
+/// As CancellationCheck says.
 [[nodiscard]] inline CancellationCheck checkCancellation() noexcept { return {}; }
 
-/// A suspended coroutine as a piece of work: goes on where it was suspended, with the priority of its task.
+/// A suspended coroutine as a piece of work: goes on where it was suspended, with the priority of its task. The
+/// building block of awaiters; it lies in the coroutine's frame.
 class Suspension : public WorkNode {
 public:
     Suspension() noexcept
         : WorkNode([](WorkNode& node) noexcept { static_cast<Suspension&>(node).coroutine_.resume(); }) {}
 
-    /// For await_suspend(), before anyone else can see the node.
+    /// For await_suspend(), before anyone else can see the node. Remembers the current executor.
     template <class Promise>
     void capture(std::coroutine_handle<Promise> coroutine) noexcept {
         captureOn(Executor::current(), coroutine, contextOf(coroutine).priority);
@@ -89,7 +96,7 @@ private:
 };
 
 /// `co_await resumeOn(executor)` goes on there; at once if that is where it runs. The caller of a task that ends
-/// elsewhere goes on where it was.
+/// elsewhere goes on where it was. For a stretch on the main thread, or off it.
 class HopAwaiter : private Suspension {
 public:
     explicit HopAwaiter(Executor& executor) noexcept : target_(executor) {}

@@ -16,7 +16,7 @@ class CORVEX_EXPORT TaskGroupBase : public TaskCompletion {
 public:
     explicit TaskGroupBase(const TaskContext& parent) noexcept;
 
-    /// Asks every child to stop, also those that are added later.
+    /// Asks every child to stop, also those that are added later. Does not wait.
     void cancelAll() noexcept { cancellation_.cancel(); }
     [[nodiscard]] bool isCancelled() const noexcept { return cancellation_.isCancelled(); }
 
@@ -24,6 +24,7 @@ protected:
     /// With children running stops the process.
     ~TaskGroupBase();
 
+    /// Posts a child to the current executor.
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine) noexcept;
     /// `kept` is the finished child's promise, if anything is to be taken from it. One that failed asks the others to stop.
     void finishChild(TaskPromiseBase* kept, bool hasFailed) noexcept;
@@ -35,6 +36,7 @@ protected:
     [[nodiscard]] bool isEnding() const noexcept {
         return (running_.load(std::memory_order_relaxed) & waitsForAll) != 0;
     }
+    /// One of the children that have ended, if any; `child` is null for one that left nothing to take.
     struct Finished {
         TaskPromiseBase* child;
         bool isAny;
@@ -43,6 +45,7 @@ protected:
     Finished takeFinished() noexcept;
 
 private:
+    /// Passes the parent's cancellation on to the group.
     class Link : public CancellationCallback {
     public:
         explicit Link(TaskGroupBase& group) noexcept;
@@ -73,9 +76,11 @@ private:
 
 }  // namespace detail
 
-/// The child tasks of one withTaskGroup(). They run on the executor from which they are added.
+/// The child tasks of one withTaskGroup(). They run on the executor from which they are added. None outlives the call,
+/// so that children may refer to the locals of whoever awaits it.
 /// Errors   A child's error asks the other children to stop; next() or the end of the group throws it.
-/// Threads  Only the body adds children and awaits next().
+/// Threads  Only the body adds children and awaits next(). isCancelled() and cancelAll() from any thread.
+/// Cost     Nothing is allocated but the children's own frames.
 template <class T = void>
 class TaskGroup final : public detail::TaskGroupBase {
 public:
@@ -83,7 +88,8 @@ public:
     TaskGroup(const TaskGroup&) = delete;
     TaskGroup& operator=(const TaskGroup&) = delete;
 
-    /// Posts the task as a child of the group.
+    /// Posts the task as a child of the group. One that has been moved from stops the process. In a cancelled group it
+    /// starts all the same and finds itself cancelled.
     void add(Task<T> task) {
         const auto coroutine = task.release();
         require(static_cast<bool>(coroutine), "a task was added to a group that has been moved from");
@@ -105,11 +111,11 @@ public:
     private:
         TaskGroup& group_;
     };
-    /// `co_await group.next()` gives the result of the next child to finish, as an optional; or throws its error.
-    /// Nothing when no child is left. In a group of void, whether there was one.
+    /// `co_await group.next()` gives the result of the next child to finish, in the order in which they finish, as an
+    /// optional; or throws its error. Nothing when no child is left. In a group of void, whether there was one.
     [[nodiscard]] NextAwaiter next() noexcept { return NextAwaiter(*this); }
 
-    /// Waits for the children that are left.
+    /// What end() gives.
     class EndAwaiter final : public Suspension {
     public:
         explicit EndAwaiter(TaskGroup& group) noexcept : group_(group) {}
@@ -127,6 +133,7 @@ public:
     /// `co_await group.end()` waits for all children and gives the first error that next() did not take.
     [[nodiscard]] EndAwaiter end() noexcept { return EndAwaiter(*this); }
 
+    /// Keeps the frames of children that still have something to give, and frees the others at once.
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         auto& child = static_cast<TaskPromise<T>&>(promise);
         const bool hasFailed = child.result().error() != nullptr;
@@ -136,6 +143,7 @@ public:
     }
 
 private:
+    /// Destroys the child's frame behind it.
     auto takeNext() {
         const Finished finished = takeFinished();
         auto* const child = static_cast<TaskPromise<T>*>(finished.child);
@@ -147,6 +155,7 @@ private:
             return child ? std::optional<T>(std::move(child->result()).value()) : std::nullopt;
         }
     }
+    /// Values that nobody took are destroyed with their frames.
     std::exception_ptr discardAll() noexcept {
         std::exception_ptr error;
         while (auto* const child = static_cast<TaskPromise<T>*>(takeFinished().child)) {

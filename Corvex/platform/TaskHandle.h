@@ -5,7 +5,8 @@
 
 namespace corvex::inline v0 {
 
-/// Where and how a task of its own runs. By default on the caller's executor, with medium priority.
+/// Where and how a task of its own runs. By default on the caller's executor, with medium priority. Either may be given
+/// alone in its place.
 class SpawnOptions {
 public:
     SpawnOptions() noexcept : executor_(&Executor::current()) {}
@@ -25,10 +26,10 @@ private:
 
 namespace detail {
 
-/// What a spawned task and its handles share, whatever its result.
+/// What a spawned task and its handles share, whatever its result. The task holds itself while it runs.
 class CORVEX_EXPORT TaskBlockBase : public SharedState, public TaskCompletion {
 public:
-    /// Waits until the task has finished.
+    /// Waits until the task has finished. Keeps the block, so that a handle may go meanwhile.
     class FinishWaiter : public Waiter<TaskBlockBase> {
     public:
         static constexpr const char* operation = "result()";
@@ -51,18 +52,22 @@ public:
     explicit TaskBlockBase(TaskPriority priority) noexcept : context_{&cancellation_, priority} {}
     virtual ~TaskBlockBase();
 
+    /// Posts the task, which holds the block from here on.
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine, Executor& executor) noexcept;
     void waitSync() const noexcept { isFinished_.wait(false, std::memory_order_acquire); }
     [[nodiscard]] bool isFinished() const noexcept { return isFinished_.load(std::memory_order_acquire); }
+    /// What the task, and whatever it awaits, sees in its context.
     [[nodiscard]] CancellationState& cancellation() noexcept { return cancellation_; }
 
     ShortMutex mutex;
 
 protected:
+    /// The result is there: wakes threads and posts waiters.
     void publish() noexcept;
     Shared<TaskBlockBase> self_;  ///< While the task runs.
 
 private:
+    /// False if the task has finished.
     bool append(FinishWaiter& waiter) noexcept;
 
     CancellationState cancellation_;
@@ -76,6 +81,7 @@ class TaskBlock final : public TaskBlockBase {
 public:
     using TaskBlockBase::TaskBlockBase;
 
+    /// Moves the result out of the frame and destroys that, before anybody hears of the end.
     void taskFinished(TaskPromiseBase& promise) noexcept override {
         const Shared<TaskBlockBase> keeper = std::move(self_);
         auto& finished = static_cast<TaskPromise<T>&>(promise);
@@ -89,7 +95,8 @@ public:
 
 }  // namespace detail
 
-/// A task that runs on its own. Copies refer to the same task; it goes on when nobody refers to it any more.
+/// A task that runs on its own. Copies refer to the same task; it goes on when nobody refers to it any more. What it
+/// throws is kept in its result, and lost where nobody asks for that.
 /// Threads  Every function from any thread.
 template <class T = void>
 class TaskHandle {
@@ -101,7 +108,9 @@ public:
     void cancel() const noexcept {
         if (block_) block_->cancellation().cancel();
     }
+    /// Whether it was asked to stop, not whether it has.
     [[nodiscard]] bool isCancelled() const noexcept { return block_ && block_->cancellation().isCancelled(); }
+    /// Whether it has returned or thrown; false of a handle that refers to no task.
     [[nodiscard]] bool isFinished() const noexcept { return block_ && block_->isFinished(); }
 
     /// What result() gives.
@@ -114,6 +123,8 @@ public:
         }
     };
     /// `co_await handle.result()` gives `const TaskResult<T>&`, which lives as long as a handle refers to the task.
+    /// Several may wait, and are resumed in the order in which they began to, each on its executor. A handle that
+    /// refers to no task stops the process.
     [[nodiscard]] ResultAwaiter result() const {
         require(static_cast<bool>(block_), "the result of a handle that refers to no task");
         return ResultAwaiter(Shared<detail::TaskBlockBase>::retain(*block_));
@@ -128,6 +139,7 @@ public:
         block_->waitSync();
         return block_->result;
     }
+    /// The same, with the value moved out, for all handles.
     std::optional<TaskResult<T>> waitSync() && {
         if (!block_) return std::nullopt;
         block_->waitSync();
@@ -138,7 +150,8 @@ private:
     Shared<detail::TaskBlock<T>> block_;
 };
 
-/// Starts a task of its own: it is posted, never run inside this call. Nobody's cancellation reaches it but its handle's.
+/// Starts a task of its own: it is posted, never run inside this call. Nobody's cancellation reaches it but its
+/// handle's. Give it what it needs by value, as nobody need wait for it. Allocates one block beside the task's frame.
 template <class T>
 TaskHandle<T> spawn(Task<T> task, SpawnOptions options = {}) {
     auto block = Shared<detail::TaskBlock<T>>::make(options.priority());

@@ -8,17 +8,19 @@
 
 namespace corvex::inline v0 {
 
-/// How a task ended: its value or its error.
+/// How a task ended: its value or its error. One of a task that has not finished has neither, and asking for its value
+/// stops the process. As any value type.
 template <class T>
 class TaskResult {
 public:
+    /// False after an error, and as long as the task has not finished.
     [[nodiscard]] bool hasValue() const noexcept { return value_.has_value(); }
-    /// The value; throws the error if that is what there is.
+    /// The value; throws the error if that is what there is, the same object each time.
     [[nodiscard]] const T& value() const& {
         check();
         return *value_;
     }
-    /// Moved out.
+    /// Moved out; the result then holds a moved-from value. Throws as the other does.
     [[nodiscard]] T value() && {
         check();
         return std::move(*value_);
@@ -26,12 +28,12 @@ public:
     /// Null if there is a value.
     [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
 
-    /// Replaces the value.
+    /// Replaces the value. An error that is there stays, but value() gives the value.
     template <class U>
     void setValue(U&& value) {
         value_.emplace(std::forward<U>(value));
     }
-    /// There is no value any more. Not for a null pointer.
+    /// There is no value any more. Not for a null pointer, which would be no end at all.
     void setError(std::exception_ptr error) noexcept {
         value_.reset();
         error_ = std::move(error);
@@ -49,7 +51,7 @@ private:
     std::optional<T> value_;
 };
 
-/// How a task without a value ended.
+/// How a task without a value ended: with an error or without.
 template <>
 class TaskResult<void> {
 public:
@@ -58,6 +60,7 @@ public:
     void value() const {
         if (error_) std::rethrow_exception(error_);
     }
+    /// Null if there is none.
     [[nodiscard]] const std::exception_ptr& error() const noexcept { return error_; }
 
     void setError(std::exception_ptr error) noexcept { error_ = std::move(error); }

@@ -13,27 +13,31 @@
 
 namespace corvex::inline v0 {
 
-/// A text that is part of the program and lives as long as it: made from literals only, which the compiler checks.
+/// A text that is part of the program and lives as long as it: made from literals only, which the compiler checks. So a
+/// constant of a family needs no copy, no start-up code and no destructor.
 class LiteralText {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions): a literal is one
     consteval LiteralText(const char* literal) noexcept : text_(literal) {}
+    /// Valid for ever.
     [[nodiscard]] constexpr std::string_view text() const noexcept { return text_; }
 
 private:
     std::string_view text_;
 };
 
-/// A text of one family of words: any spelling is legal, families never mix, the known ones are constants.
-/// A family derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
+/// A text of one family of words: any spelling is legal, families never mix, the known ones are constants. A family
+/// derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
 /// Made from a literal it is a compile-time constant that refers to the literal; made from any other text it owns a
-/// copy. Copies of a constant cost nothing; a moved-from text is empty. Equality, order and hash are those of the bytes.
+/// copy. Copies of a constant cost nothing; a moved-from text is empty. Equality, order and hash are those of the
+/// bytes.
 /// Codes to JSON as one string; decoding anything else throws DecodingError. Threads: as std::string.
 template <class Family>
 class TypedString {
 public:
     constexpr TypedString() noexcept = default;
 
+    /// Refers to the literal; the compiler takes nothing else.
     constexpr explicit TypedString(LiteralText literal) noexcept : text_(literal.text()) {}
 
     /// Any text of the caller's own, which is copied.
@@ -41,6 +45,7 @@ public:
         requires std::same_as<Text, std::string> || std::same_as<Text, std::string_view>
     constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
 
+    /// Copies what the other owns, and refers to the same literal where it owns nothing.
     constexpr TypedString(const TypedString& other)
         : text_(other.isOwner_ ? own(other.text_) : other.text_), isOwner_(other.isOwner_) {}
     constexpr TypedString(TypedString&& other) noexcept
@@ -70,6 +75,7 @@ public:
     }
 
 private:
+    /// A copy on the heap; nothing for the empty text.
     static constexpr std::string_view own(std::string_view text) {
         if (text.empty()) return {};
         char* copy = new char[text.size()];
@@ -81,6 +87,7 @@ private:
     bool isOwner_ = false;
 };
 
+/// A class that derives from TypedString by its own name.
 template <class T>
 concept TypedStringFamily = std::derived_from<T, TypedString<T>>;
 

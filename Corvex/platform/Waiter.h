@@ -17,7 +17,8 @@ class WaiterLinks;
 
 namespace detail {
 
-/// The part of WaiterList that does not depend on the waiters' type.
+/// The part of WaiterList that does not depend on the waiters' type: a doubly linked list through the waiters. O(1)
+/// each.
 class WaiterChain {
 public:
     WaiterChain() noexcept = default;
@@ -34,7 +35,7 @@ public:
 
 }  // namespace detail
 
-/// A suspended coroutine that is linked into a list of those that wait for the same thing.
+/// A suspended coroutine that is linked into a list of those that wait for the same thing, in at most one at a time.
 class WaiterLinks : public Suspension {
 private:
     friend detail::WaiterChain;
@@ -75,22 +76,24 @@ inline void detail::WaiterChain::remove(WaiterLinks& waiter) noexcept {
     --count;
 }
 
-/// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to.
+/// Waiters in order of arrival. Guarded by the mutex of the state that it belongs to. Allocates nothing, as the
+/// waiters lie in their coroutines' frames.
 template <class WaiterType>
 class WaiterList {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
     [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
-    /// At the end of the list; the waiter is in none.
+    /// At the end of the list; the waiter is in none. O(1).
     void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
-    /// The oldest waiter, none if empty. Fill its payload under the lock, then post() it outside.
+    /// The oldest waiter, nullptr if empty. Fill its payload under the lock, then post() it outside: from then on its
+    /// frame may be gone.
     WaiterType* takeFirst() noexcept {
         WaiterLinks* const waiter = chain_.first;
         if (waiter) chain_.remove(*waiter);
         return static_cast<WaiterType*>(waiter);
     }
     /// Calls `isTaken(waiter)` for each, oldest first, and takes those for which it returns true, after which it calls
-    /// `receive(waiter)`.
+    /// `receive(waiter)`. O(n), under the lock: keep both short.
     template <class Filter, class Receiver>
     void takeWhere(Filter&& isTaken, Receiver&& receive) {
         for (WaiterLinks* waiter = chain_.first; waiter;) {
@@ -108,7 +111,8 @@ private:
     detail::WaiterChain chain_;
 };
 
-/// Waiters that have been taken from their lists and wait for the lock to be released.
+/// Waiters that have been taken from their lists and wait for the lock to be released. So no executor, which is a
+/// host's code, is entered under a lock of the library's.
 class ReleasedWaiters {
 public:
     ReleasedWaiters() noexcept = default;
@@ -119,7 +123,7 @@ public:
     ReleasedWaiters(const ReleasedWaiters&) = delete;
     ReleasedWaiters& operator=(const ReleasedWaiters&) = delete;
 
-    /// Behind those that are there.
+    /// Behind those that are there. Under the lock or not: it is the caller's own list.
     void append(Suspension& waiter) noexcept {
         waiter.next = nullptr;
         (first_ ? last_->next : first_) = &waiter;
@@ -134,12 +138,16 @@ private:
 struct NoPayload {};
 
 /// The base of a primitive's awaiters: a waiter in the coroutine's frame. `State` derives from SharedState and has a
-/// ShortMutex `mutex`; it is kept alive from suspension to resumption. Destroying the frame while it waits unlinks it;
-/// after its resumption has been posted, that stops the process, in the name of the waiter type's `operation`. What the
-/// other side writes belongs in the payload.
+/// ShortMutex `mutex`; it is kept alive from suspension to resumption.
+/// Use      In await_suspend() call capture(), then under the lock either find the thing there and return false, or
+///          enqueue(). The other side takes the waiter under the lock, writes the payload and posts it outside.
+///          await_resume() begins with leave().
+/// Errors   Destroying the frame while it waits unlinks it; after its resumption has been posted, that stops the
+///          process, in the name of the waiter type's `operation`.
 template <class State, class Payload = NoPayload>
 class Waiter : public WaiterLinks {
 public:
+    /// What the other side writes before it posts, under the lock; read it in await_resume().
     Payload payload;
 
 protected:
@@ -150,7 +158,8 @@ protected:
             abandon();
     }
 
-    /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone.
+    /// In await_suspend() under the state's lock, after capture(). When the lock is released the frame may be gone:
+    /// nothing of it may be touched then.
     template <class WaiterType>
     void enqueue(State& state, WaiterList<WaiterType>& list) noexcept {
         if constexpr (requires { WaiterType::operation; }) operation_ = WaiterType::operation;

@@ -6,7 +6,8 @@
 
 namespace corvex::inline v0 {
 
-/// Nodes in order of arrival, linked through themselves. Not synchronised.
+/// Nodes in order of arrival, linked through themselves. Not synchronised; every function is O(1) and allocates
+/// nothing. It does not own the nodes, and forgets those that are left at its end.
 class WorkQueue {
 public:
     WorkQueue() noexcept = default;
@@ -14,15 +15,15 @@ public:
     WorkQueue& operator=(const WorkQueue&) = delete;
 
     [[nodiscard]] bool isEmpty() const noexcept { return first_ == nullptr; }
-    /// At the end.
+    /// At the end. The node must be in no queue.
     void append(WorkNode& node) noexcept {
         node.next = nullptr;
         (first_ ? last_->next : first_) = &node;
         last_ = &node;
     }
-    /// The oldest node, none if empty.
+    /// The oldest node, nullptr if empty; it stays.
     [[nodiscard]] WorkNode* first() const noexcept { return first_; }
-    /// Null where it is empty.
+    /// The oldest node, nullptr if empty. From here on it is the caller's.
     WorkNode* takeFirst() noexcept {
         WorkNode* const node = first_;
         if (node) first_ = node->next;

@@ -10,16 +10,26 @@
 
 namespace corvex::inline v0 {
 
-/// The 36 standard frame rates, ascending. Order and values are those of the one table below.
+/// The 36 standard frame rates, ascending, in frames per second. Order and values are those of the one table below.
+/// Names are rounded: each rate with a fraction is a multiple of 1000 over 1001. Raw values ("fps29_97") are in stored
+/// data.
 enum class CommonVideoFrameRate : std::uint8_t {
+    /// 24000/1001: film on NTSC television.
     fps23_976,
+    /// Cinema.
     fps24,
+    /// Half of PAL's fields.
     fps25,
+    /// 30000/1001: half of NTSC's fields (SMPTE ST 12-1).
     fps29_97,
     fps30,
+    /// 48000/1001.
     fps47_952,
+    /// Cinema at high frame rate.
     fps48,
+    /// Television where the mains have 50 Hz (ITU-R BT.709).
     fps50,
+    /// 60000/1001: television where they have 60 Hz.
     fps59_94,
     fps60,
     fps72,
@@ -27,17 +37,20 @@ enum class CommonVideoFrameRate : std::uint8_t {
     fps90,
     fps96,
     fps100,
+    /// 120000/1001 (ITU-R BT.2020).
     fps119_88,
     fps120,
     fps144,
     fps150,
     fps180,
     fps200,
+    /// 240000/1001.
     fps239_76,
     fps240,
     fps300,
     fps360,
     fps400,
+    /// 480000/1001.
     fps479_52,
     fps480,
     fps500,
@@ -45,6 +58,7 @@ enum class CommonVideoFrameRate : std::uint8_t {
     fps720,
     fps800,
     fps900,
+    /// 960000/1001.
     fps959_04,
     fps960,
     fps1000,
@@ -52,6 +66,7 @@ enum class CommonVideoFrameRate : std::uint8_t {
 
 /// A row of the table: the case, its name, what people call it, and its exact value in frames per second.
 struct CommonVideoFrameRateCase : Case<CommonVideoFrameRate> {
+    /// Frames in so many seconds as the next says; in lowest terms.
     std::int64_t timeValue;
     std::int64_t timeScale;
 };
@@ -109,11 +124,13 @@ static_assert(isComplete<CommonVideoFrameRate>(caseTable<CommonVideoFrameRate>))
 [[nodiscard]] CORVEX_EXPORT std::optional<CommonVideoFrameRate> definedFrameRate(const MediaRational& rate) noexcept;
 
 /// The case nearest to `value` (frames per second), the earlier one of two that are equally near, if it is no further
-/// off than `tolerance`. None unless value is finite and above 0 and tolerance at least 0.
+/// off than `tolerance`, in frames per second too. None unless value is finite and above 0 and tolerance at least 0.
+/// For rates that somebody has rounded: 29.97 is 0.00003 off 30000/1001.
 [[nodiscard]] CORVEX_EXPORT std::optional<CommonVideoFrameRate> closestFrameRate(double value,
                                                                                  double tolerance) noexcept;
 
-/// The rates that count as NTSC: at first the eight over 1001. Process-wide; any thread may read or replace it.
+/// The rates that count as NTSC: at first the eight over 1001. Process-wide; any thread may read or replace it. A copy;
+/// allocates.
 [[nodiscard]] CORVEX_EXPORT std::set<CommonVideoFrameRate> ntscFrameRates();
 CORVEX_EXPORT void setNtscFrameRates(std::set<CommonVideoFrameRate> rates);
 

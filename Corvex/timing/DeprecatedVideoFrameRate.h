@@ -18,7 +18,8 @@ namespace corvex::inline v0 {
 /// Codes to JSON as an object with the case's name as its one key: {"p24": {}}, {"custom": 12.0}. Any thread.
 class DeprecatedVideoFrameRate {
 public:
-    /// The cases, `custom` with a value of its own.
+    /// The cases, `custom` with a value of its own. The number is that of frames per second, `ntsc…` ones over 1.001;
+    /// "p" is for progressive.
     enum class Choice : std::uint8_t {
         ntsc24p,
         p24,
@@ -67,7 +68,7 @@ public:
     /// The four `ntsc…` cases.
     [[nodiscard]] CORVEX_EXPORT static std::span<const DeprecatedVideoFrameRate> definedNTSCRates() noexcept;
 
-    /// "29.97", "25".
+    /// "29.97", "25": two digits after the point, ".00" left out.
     [[nodiscard]] CORVEX_EXPORT std::string formattedString() const;
 
     /// The denominator of the `ntsc…` cases, at first 1001. Process-wide, any thread; setting 0 stops the process.

@@ -8,19 +8,21 @@
 
 namespace corvex::inline v0 {
 
-/// A moment on the clock that counts while the machine is awake, in nanoseconds; the largest one means never.
-/// Pure value; any thread.
+/// A moment on the clock that counts while the machine is awake, in nanoseconds since it was started; the largest one
+/// means never. For measuring and for deadlines, not for dates: it means nothing to another machine, or after a
+/// restart. Pure value; any thread.
 class DispatchTime {
 public:
     constexpr explicit DispatchTime(std::uint64_t uptimeNanoseconds) noexcept : uptimeNanoseconds_(uptimeNanoseconds) {}
 
-    /// By the clock that stands still while the machine sleeps.
+    /// By the clock that stands still while the machine sleeps (CLOCK_MONOTONIC on Linux).
     [[nodiscard]] CORVEX_EXPORT static DispatchTime now() noexcept;
-    /// Later than every other time.
+    /// Later than every other time. Adding to it leaves it.
     [[nodiscard]] static constexpr DispatchTime distantFuture() noexcept {
         return DispatchTime(std::numeric_limits<std::uint64_t>::max());
     }
 
+    /// All ones for the distant future.
     [[nodiscard]] constexpr std::uint64_t uptimeNanoseconds() const noexcept { return uptimeNanoseconds_; }
 
     /// Later by `seconds`, or earlier when they are negative. What does not fit is the distant future, or 0.
@@ -38,6 +40,7 @@ public:
         return DispatchTime(sum);
     }
 
+    /// Earlier is less; the distant future is greatest.
     friend constexpr auto operator<=>(const DispatchTime&, const DispatchTime&) noexcept = default;
 
 private:

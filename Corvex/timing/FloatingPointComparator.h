@@ -9,7 +9,7 @@
 
 namespace corvex::inline v0 {
 
-/// The tolerance of the comparison helpers where the caller gives none.
+/// The tolerance of the comparison helpers where the caller gives none; relative, but absolute below 1.
 inline constexpr double defaultTolerance = 1e-9;
 
 /// Comparisons of floating-point numbers that allow for rounding. Pure; any thread.
@@ -49,7 +49,7 @@ struct FloatingPointComparator {
     }
 };
 
-/// Whether |value| is at most `epsilon`.
+/// Whether |value| is at most `epsilon`; false for NaN.
 template <std::floating_point T>
 [[nodiscard]] constexpr bool isApproximatelyZero(T value, T epsilon = T{defaultTolerance}) noexcept {
     return FloatingPointComparator::magnitude(value) <= epsilon;

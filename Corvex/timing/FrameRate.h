@@ -14,7 +14,9 @@
 namespace corvex::inline v0 {
 
 /// What the users of the transcoding tools may choose as frame rate. A value: one of the fixed choices below or
-/// `custom` with a rate of its own. Equal by choice and rate: custom(24) is not fps24. Any thread.
+/// `custom` with a rate of its own. Equal by choice and rate: custom(24) is not fps24. Any thread. Raw values are in
+/// frames per second, rounded as people write them, and are what settings and cloud messages store; for arithmetic
+/// there is VideoFrameRate.
 class FrameRate {
 public:
     /// The cases, `custom` with a rate of its own.

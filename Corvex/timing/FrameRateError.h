@@ -8,15 +8,15 @@
 
 namespace corvex::inline v0 {
 
-/// A number or a pair of numbers that is no frame rate. Equal by case and payload.
+/// A number or a pair of numbers that is no frame rate. Equal by case and payload. what() names the numbers.
 class CORVEX_EXPORT FrameRateError : public Error {
 public:
-    /// A number that is no frame rate.
+    /// A number that is no frame rate. For hosts, as the last case is: the library throws the second one alone.
     struct InvalidNumericFrameRate {
         double value;
         friend bool operator==(const InvalidNumericFrameRate&, const InvalidNumericFrameRate&) = default;
     };
-    /// A pair that is no frame rate.
+    /// A pair that is no frame rate, as its scale is 0.
     struct InvalidRationalComponents {
         std::int64_t timeValue, timeScale;
         friend bool operator==(const InvalidRationalComponents&, const InvalidRationalComponents&) = default;

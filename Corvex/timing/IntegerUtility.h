@@ -14,15 +14,17 @@ namespace corvex::inline v0 {
 
 // Pure functions on integers; any thread.
 
-/// The integer types of every width and signedness, the compiler's 128-bit ones included.
+/// For products of two 64-bit integers.
 __extension__ typedef __int128 Int128;            // NOLINT(modernize-use-using): __extension__ does not go with using
 __extension__ typedef unsigned __int128 UInt128;  // NOLINT(modernize-use-using)
+/// The integer types of every width and signedness, the compiler's 128-bit ones included; no Booleans.
 template <class T>
 concept BinaryInteger =
     (std::integral<T> && !std::same_as<T, bool>) || std::same_as<T, Int128> || std::same_as<T, UInt128>;
 
-/// The greatest common divisor of two numbers; that of a and 0 is a. One division brings the numbers to like size, then
-/// Stein's binary form needs none.
+/// The greatest common divisor of two numbers; that of a and 0 is a, of two zeros 0. One division brings the numbers to
+/// like size, then Stein's binary form needs none. At most 64 steps.
+/// Source   Stein, Journal of Computational Physics 1(3), 1967.
 [[nodiscard]] constexpr std::uint64_t magnitudeGcd(std::uint64_t a, std::uint64_t b) noexcept {
     if (a < b) std::swap(a, b);
     if (b == 0) return a;
@@ -52,7 +54,8 @@ concept BinaryInteger =
     return a;
 }
 
-/// The greatest common divisor of the magnitudes; none when T cannot hold it (the lowest value with 0 or itself).
+/// The greatest common divisor of the magnitudes, never negative; none when T cannot hold it (the lowest value with 0
+/// or itself).
 template <BinaryInteger T>
 [[nodiscard]] constexpr std::optional<T> safeBinaryIntGCD(T a, T b) noexcept {
     using Magnitude = std::conditional_t<(sizeof(T) > sizeof(std::uint64_t)), UInt128, std::uint64_t>;
@@ -72,9 +75,9 @@ template <BinaryInteger T>
     return x <= largest ? std::optional(static_cast<T>(x)) : std::nullopt;
 }
 
-/// Adds 1 in place; answers the new value, or the old one. Overflow stops the process.
+/// Adds 1 in place and answers the new value. Overflow stops the process.
 constexpr std::int64_t preIncrement(std::int64_t& value) noexcept { return value = checkedAdd<std::int64_t>(value, 1); }
-/// The value before 1 was added. Overflow stops the process.
+/// Adds 1 in place and answers the value before. Overflow stops the process.
 constexpr std::int64_t postIncrement(std::int64_t& value) noexcept {
     return std::exchange(value, checkedAdd<std::int64_t>(value, 1));
 }

@@ -6,9 +6,10 @@
 
 namespace corvex::inline v0 {
 
-/// Arithmetic that has no result.
+/// Arithmetic that has no result. Integer overflow is no such error: it stops the process. Equal by case.
 class CORVEX_EXPORT MathematicalError : public Error {
 public:
+    /// `divideByZero`: a ratio whose denominator is 0 was to become a number.
     enum class Case : std::uint8_t { divideByZero };
 
     explicit MathematicalError(Case which);  ///< The message is that of the case.
@@ -16,6 +17,7 @@ public:
     MathematicalError(const MathematicalError&) = default;
     MathematicalError& operator=(const MathematicalError&) = default;
 
+    /// What went wrong; so far there is one case.
     [[nodiscard]] Case which() const noexcept { return case_; }
 
     friend bool operator==(const MathematicalError& a, const MathematicalError& b) noexcept {

@@ -21,7 +21,7 @@ namespace corvex::inline v0 {
 /// 13000/1001, on purpose, and a stored 0 throws DecodingError. Pure value; any thread.
 class MediaRational {
 public:
-    /// 0/1.
+    /// 0/1, as a place to decode into; no rate.
     constexpr MediaRational() noexcept = default;
 
     /// For a scale known not to be 0; a scale of 0 stops the process.
@@ -49,10 +49,12 @@ public:
 
     [[nodiscard]] constexpr std::int64_t timeValue() const noexcept { return timeValue_; }
     [[nodiscard]] constexpr std::int64_t timeScale() const noexcept { return timeScale_; }
+    /// As a double, and so exact up to 2^53; the denominator as well.
     [[nodiscard]] constexpr double numerator() const noexcept { return static_cast<double>(timeValue_); }
     [[nodiscard]] constexpr double denominator() const noexcept { return static_cast<double>(timeScale_); }
 
-    /// timeValue / timeScale in double precision.
+    /// timeValue / timeScale in double precision: frames per second. Pairs that agree in it are equal, although two
+    /// large ones may differ as ratios.
     [[nodiscard]] constexpr double rawValue() const noexcept { return numerator() / denominator(); }
 
     /// The nearest integer, halves away from zero. One beyond 64 bits stops the process.
@@ -60,9 +62,10 @@ public:
         return checkedInt64(roundedHalfAway(rawValue()));
     }
 
-    /// "29.97", and "f/2.80" for a lens opening: two digits after the point.
+    /// "29.97": always two digits after the point, "25.00" too.
     [[nodiscard]] CORVEX_EXPORT std::string roundedDecimalString() const;
-    [[nodiscard]] CORVEX_EXPORT std::string fStopDescription() const;  ///< "f/2.80".
+    /// "f/2.80": a lens opening with two digits after the point.
+    [[nodiscard]] CORVEX_EXPORT std::string fStopDescription() const;
 
     /// timeScale over timeValue; none when timeValue is 0.
     [[nodiscard]] constexpr std::optional<MediaRational> inverse() const noexcept {

@@ -8,6 +8,7 @@ namespace corvex::inline v0 {
 
 /// A moment or a span on a media timeline: value / timeScale seconds, exact, unreduced. An invalid time (the default)
 /// stands for one that is not known. Equal by value; all invalid times are equal. Pure value; any thread.
+/// Nothing is added or compared by order here: MediaTime carries times between the file formats and the timecode.
 class MediaTime {
 public:
     /// Bits of `flags`.
@@ -23,8 +24,10 @@ public:
         require(timeScale != 0, "a time scale must not be 0");
     }
 
+    /// Ticks, so many of which make a second as timeScale() says. Either is 0 for an invalid time.
     [[nodiscard]] constexpr std::int64_t value() const noexcept { return value_; }
     [[nodiscard]] constexpr std::int64_t timeScale() const noexcept { return timeScale_; }  ///< Above 0 when valid.
+    /// Bit 0: the time is valid. No other is set.
     [[nodiscard]] constexpr std::uint32_t flags() const noexcept { return flags_; }
     [[nodiscard]] constexpr bool isValid() const noexcept { return (flags_ & validFlag) != 0; }
 
@@ -46,7 +49,8 @@ private:
     std::uint32_t flags_ = 0;
 };
 
-/// When a media sample is shown and for how long. The decode time is invalid where it is not known.
+/// When a media sample is shown and for how long. The decode time is invalid where it is not known, as it is where
+/// samples are decoded in the order in which they are shown.
 struct SampleTimingInfo {
     MediaTime duration;
     MediaTime presentationTimeStamp;

@@ -4,7 +4,7 @@
 
 namespace corvex::inline v0 {
 
-/// Time scales that the whole family of applications shares.
+/// Time scales that the whole family of applications shares; they are in stored data and never change.
 struct MediaTiming {
     MediaTiming() = delete;
 

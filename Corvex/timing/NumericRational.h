@@ -13,12 +13,13 @@
 
 namespace corvex::inline v0 {
 
-/// An exact ratio of two integers, for scale factors and sizes. A denominator of 0 means undefined.
-/// Arithmetic is exact: a product or sum beyond 64 bits stops the process.
+/// An exact ratio of two integers, for scale factors and sizes. A denominator of 0 means undefined. Arithmetic is
+/// exact: a product or sum beyond 64 bits stops the process. MediaRational is the one for rates, whose scale is never
+/// 0.
 /// Codes to JSON as {"numerator": n, "denominator": d}. Pure value; any thread.
 class NumericRational {
 public:
-    /// 0/1.
+    /// 0/1, which is defined.
     constexpr NumericRational() noexcept = default;
 
     /// Both are stored as given, unreduced.
@@ -33,11 +34,13 @@ public:
     /// 1 over `value`; undefined for 0.
     [[nodiscard]] static constexpr NumericRational reciprocalOf(std::int64_t value) noexcept { return {1, value}; }
 
-    /// The first convergent h/k, k from a fraction on, of the continued fraction of `value` with |value - h/k| < epsilon.
-    /// A whole value is that over 1. Where the expansion ends before it is that close, as it does for an exactly
-    /// representable fraction and epsilon 0, the result is 0/0, undefined.
+    /// The first convergent h/k, k from a fraction on, of the continued fraction of `value` with |value - h/k| <
+    /// epsilon. A whole value is that over 1. Where the expansion ends before it is that close, as it does for an
+    /// exactly representable fraction and epsilon 0, the result is 0/0, undefined. What is not finite, and a term
+    /// beyond 64 bits, stops the process.
     [[nodiscard]] static constexpr NumericRational fromDouble(double value, double epsilon) noexcept;
 
+    /// As stored: nothing is reduced but by arithmetic.
     [[nodiscard]] constexpr std::int64_t numerator() const noexcept { return numerator_; }
     [[nodiscard]] constexpr std::int64_t denominator() const noexcept { return denominator_; }
     [[nodiscard]] constexpr bool isDefined() const noexcept { return denominator_ != 0; }
@@ -84,7 +87,7 @@ public:
         return combinedHash(static_cast<std::size_t>(lowest.numerator_), static_cast<std::size_t>(lowest.denominator_));
     }
 
-    /// Equal in value; what is undefined stays as it is.
+    /// Equal in value; what is undefined stays as it is, and so does a pair whose signed divisor is negative.
     [[nodiscard]] constexpr NumericRational inLowestTerms() const noexcept {
         return inLowestTerms(numerator_, denominator_);
     }

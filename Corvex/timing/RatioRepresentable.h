@@ -8,20 +8,22 @@
 
 namespace corvex::inline v0 {
 
-/// What has a numerator and a denominator to read.
+/// What has a numerator and a denominator to read, both of one type, as MediaRational, NumericRational and
+/// CGFloatRational have.
 template <class T>
 concept RatioRepresentable = requires(const T& ratio) {
     ratio.numerator();
     { ratio.denominator() } -> std::same_as<decltype(ratio.numerator())>;
 };
 
-/// A ratio of two signed 64-bit integers.
+/// A ratio of two signed 64-bit integers; reduced() takes these.
 template <class T>
 concept RationalRepresentable = RatioRepresentable<T> && requires(const T& ratio) {
     { ratio.numerator() } -> std::same_as<std::int64_t>;
 };
 
 /// Two numbers above 0 over their greatest common divisor: what nearly every reduction is, so it has no other branches.
+/// Nothing is checked.
 [[nodiscard]] constexpr std::pair<std::int64_t, std::int64_t> reducedPositive(std::int64_t numerator,
                                                                               std::int64_t denominator) noexcept {
     const auto a = static_cast<std::uint64_t>(numerator);

@@ -16,8 +16,9 @@ namespace corvex::inline v0 {
 
 struct SmpteTime;
 
-/// Hours, minutes, seconds and frames of a timecode (SMPTE ST 12-1) and whether it drops frames. No field is bounded.
-/// Equal field by field. Codes to JSON under the names of its fields. Pure value; any thread.
+/// Hours, minutes, seconds and frames of a timecode (SMPTE ST 12-1) and whether it drops frames. No field is bounded,
+/// and no rate is known: TimecodeFrame adds one. Equal field by field. Codes to JSON under the names of its fields.
+/// Pure value; any thread.
 struct TimecodeComponents {
     std::int64_t hours = 0;
     std::int64_t minutes = 0;
@@ -25,6 +26,7 @@ struct TimecodeComponents {
     std::int64_t frames = 0;
     DropFrameState dropFrameState = DropFrameState::unknown;
 
+    /// 00:00:00:00 in state `unknown`.
     constexpr TimecodeComponents() noexcept = default;
     constexpr TimecodeComponents(std::int64_t hoursValue, std::int64_t minutesValue, std::int64_t secondsValue,
                                  std::int64_t framesValue, DropFrameState state) noexcept
@@ -58,6 +60,7 @@ struct TimecodeComponents {
         if (components) visit(*components);
         return components.has_value();
     }
+    /// The same without the components.
     [[nodiscard]] static constexpr bool timecodeHasProperForm(std::string_view text,
                                                               TimecodeFormChecks checks) noexcept {
         return properComponents(text, checks).has_value();
@@ -89,7 +92,7 @@ struct TimecodeComponents {
     CORVEX_EXPORT std::string_view writeTimecode(std::span<char, longestText> buffer) const noexcept;
 
     [[nodiscard]] constexpr bool isDropFrame() const noexcept { return dropFrameState == DropFrameState::drop; }
-    /// Whether every field is 0.
+    /// Whether every field is 0, whatever the state.
     [[nodiscard]] constexpr bool hasDefaultComponents() const noexcept {
         return hours == 0 && minutes == 0 && seconds == 0 && frames == 0;
     }

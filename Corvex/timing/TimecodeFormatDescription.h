@@ -43,10 +43,13 @@ private:
 /// Source   QuickTime File Format, "Timecode sample description".
 class TimecodeFormatDescription {
 public:
-    /// Bits of `flags`.
+    /// Labels are skipped.
     static constexpr std::uint32_t dropFrameFlag = 1;
+    /// Labels start again after 24 hours.
     static constexpr std::uint32_t twentyFourHourMaximumFlag = 2;
+    /// Times before 0 are allowed.
     static constexpr std::uint32_t negativeTimesFlag = 4;
+    /// Samples are plain counts, not labels.
     static constexpr std::uint32_t counterFlag = 8;
 
     /// Throws TimecodeFormatError unless the frame duration is valid and positive, in 31 bits over 31 bits, and there is
@@ -55,6 +58,7 @@ public:
                                             std::uint32_t frameQuanta, std::uint32_t flags);
 
     [[nodiscard]] TimecodeFormatType formatType() const noexcept { return formatType_; }
+    /// Valid and above 0; 1001/30000 s for 29.97.
     [[nodiscard]] const MediaTime& frameDuration() const noexcept { return frameDuration_; }
     [[nodiscard]] std::uint32_t frameQuanta() const noexcept { return frameQuanta_; }  ///< Frames in a label's second.
     [[nodiscard]] std::uint32_t flags() const noexcept { return flags_; }

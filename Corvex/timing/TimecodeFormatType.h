@@ -7,8 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// How a media sample carries timecode: a label or a plain counter, in 32 or 64 bits. Raw value: the format's code in
-/// a QuickTime sample description.
+/// How a media sample carries timecode: a label or a plain counter, in 32 or 64 bits. Raw value: the format's code in a
+/// QuickTime sample description. Files of today have `timecode32`; the others are read and written as well.
 enum class TimecodeFormatType : std::uint8_t { timecode32, timecode64, counter32, counter64 };
 
 template <>
@@ -20,12 +20,16 @@ inline constexpr auto caseTable<TimecodeFormatType> = std::to_array<Case<Timecod
 });
 static_assert(isComplete<TimecodeFormatType>(caseTable<TimecodeFormatType>));
 
-/// How a timecode counts and in which form a media sample carries it.
+/// How a timecode counts and in which form a media sample carries it. A plain value.
 struct TimecodeFormatOptions {
-    bool ensureValidDropFrameRates = true;  ///< Only rates that are NTSC drop-frame compliant drop frames.
-    bool enforceBroadcastTimecode = true;   ///< For the caller: counting does not look at it.
+    /// Only rates that are NTSC drop-frame compliant drop frames.
+    bool ensureValidDropFrameRates = true;
+    /// For the caller: counting does not look at it.
+    bool enforceBroadcastTimecode = true;
+    /// Of the description that TimecodeFrame::formatDescription() makes.
     TimecodeFormatType formatType = TimecodeFormatType::timecode32;
-    bool permitNegativeTimes = false;  ///< For the caller, too.
+    /// For the caller, too: counting takes any frame number.
+    bool permitNegativeTimes = false;
 
     friend constexpr bool operator==(const TimecodeFormatOptions&, const TimecodeFormatOptions&) noexcept = default;
 };

@@ -9,8 +9,9 @@
 
 namespace corvex::inline v0 {
 
-/// A timecode bound to a frame rate. Frame arithmetic is exact; one beyond 64 bits stops the process, and so does a rate
-/// of 0 where a label or a duration is divided by it. Pure value; any thread.
+/// A timecode bound to a frame rate: labels become frame numbers and go on from frame to frame. Frame arithmetic is
+/// exact; one beyond 64 bits stops the process, and so does a rate of 0 where a label or a duration is divided by it.
+/// Pure value; any thread; nothing allocates.
 class TimecodeFrame {
 public:
     /// Stops the process when the rate, rounded, is beyond 32 bits.
@@ -47,6 +48,7 @@ public:
     /// options or the rate allow it; a state of `unknown` becomes `drop` there too; on a rate that is not compliant it
     /// becomes `unknown`, on purpose. The result has the default format options, whatever they were before.
     [[nodiscard]] constexpr TimecodeFrame addingFrames(std::int64_t count) const noexcept;
+    /// addingFrames(1): the label of the next frame.
     [[nodiscard]] constexpr TimecodeFrame incremented() const noexcept { return addingFrames(1); }
 
     /// How long a frame lasts: the rate's time scale over its time value, unreduced (1001/30000 s).

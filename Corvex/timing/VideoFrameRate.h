@@ -12,7 +12,7 @@
 namespace corvex::inline v0 {
 
 /// An exact frame rate that remembers which common rate it equals. Equality and hash are those of `doubleValue` and
-/// `commonValue`. Pure value; any thread.
+/// `commonValue`. Pure value; any thread. It may be 0 or negative: only closestFrameRate() and its like judge rates.
 class VideoFrameRate {
 public:
     /// Keeps `rational` as it is, unreduced, and looks its common rate up.
@@ -22,10 +22,13 @@ public:
     /// Throws FrameRateError (invalidRationalComponents) when `timeScale` is 0.
     CORVEX_EXPORT VideoFrameRate(std::int64_t timeValue, std::int64_t timeScale);
 
+    /// The exact value of the common rate, without a look-up.
     explicit constexpr VideoFrameRate(CommonVideoFrameRate common) noexcept
         : rational_(corvex::rational(common)), commonValue_(common) {}
 
+    /// As it was given, unreduced.
     [[nodiscard]] constexpr const MediaRational& rational() const noexcept { return rational_; }
+    /// None for a rate that is not one of the 36.
     [[nodiscard]] constexpr std::optional<CommonVideoFrameRate> commonValue() const noexcept { return commonValue_; }
     [[nodiscard]] constexpr bool isCommon() const noexcept { return commonValue_.has_value(); }
 

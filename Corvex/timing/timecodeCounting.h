@@ -8,7 +8,7 @@
 
 namespace corvex::inline v0 {
 
-/// The four numbers of a timecode.
+/// The four numbers of a timecode, without a state. Not bounded.
 struct TimecodeFields {
     std::int64_t hours = 0, minutes = 0, seconds = 0, frames = 0;
 };
@@ -16,15 +16,18 @@ struct TimecodeFields {
 // From frame counts to labels; TimecodeComponents says what they mean to callers. The rates of the field are compile-time
 // constants, so that the divisions become multiplications; every other rate takes the same way with 64-bit divisions.
 
-/// The labels that drop-frame counting skips in nine minutes of ten, for a rate of `quanta` frames a second
-/// (SMPTE ST 12-1 has 2 for 30; the factor for other rates has just these digits).
+/// The labels that drop-frame counting skips in nine minutes of ten, for a rate of `quanta` frames a second (SMPTE ST
+/// 12-1 has 2 for 30; the factor for other rates has just these digits). Whether a rate drops frames at all is the
+/// caller's to know.
 [[nodiscard]] constexpr std::int64_t droppedPerMinute(std::int64_t quanta) noexcept {
     if (quanta == 30) return 2;
     if (quanta == 60) return 4;
     return checkedInt64(roundedHalfAway(static_cast<double>(quanta) * 0.0666666667));
 }
 
-/// Int is wide enough for a day of frames. `frame` lies within the nominal day.
+/// `frame` lies within the nominal day, and Int is wide enough for one. `dropped` labels are skipped in each minute but
+/// every tenth.
+/// Source   SMPTE ST 12-1: ten minutes have 10 * 60 * quanta - 9 * dropped frames.
 template <class Int>
 [[nodiscard, gnu::always_inline]] constexpr TimecodeFields splitDropFrame(Int frame, Int quanta, Int dropped) noexcept {
     const Int perMinute = quanta * 60;
@@ -40,7 +43,7 @@ template <class Int>
     return {label / perHour, ofHour / perMinute, ofMinute / quanta, ofMinute % quanta};
 }
 
-/// Fields of a frame from 0 within the day of drop frame.
+/// Fields of any frame at a rate that the compiler knows. Wraps at the nominal day.
 template <std::int64_t quanta>
 [[nodiscard]] constexpr TimecodeFields dropFrameFieldsAt(std::int64_t frame) noexcept {
     constexpr std::int64_t perDay = quanta * 86400;
@@ -50,7 +53,7 @@ template <std::int64_t quanta>
                           static_cast<std::int32_t>(quanta), dropped);
 }
 
-/// Fields of any frame; see TimecodeComponents::dropFrameComponents.
+/// Fields of any frame; see TimecodeComponents::dropFrameComponents. 30, 60 and 120 are the rates with constants.
 [[nodiscard]] constexpr TimecodeFields dropFrameFields(std::int64_t frame, std::int64_t quanta) noexcept {
     switch (quanta) {
         case 30: return dropFrameFieldsAt<30>(frame);
@@ -64,7 +67,7 @@ template <std::int64_t quanta>
     return splitDropFrame(ofDay < 0 ? ofDay + perDay : ofDay, quanta, droppedPerMinute(quanta));
 }
 
-/// Fields of a frame from 0, without drop.
+/// Fields of a frame from 0, without drop. An hour of frames beyond 64 bits stops the process.
 [[nodiscard, gnu::always_inline]] constexpr TimecodeFields splitNonDrop(std::int64_t frame,
                                                                         std::int64_t perSecond) noexcept {
     const std::int64_t perMinute = checkedMultiply<std::int64_t>(perSecond, 60);

@@ -12,33 +12,40 @@
 
 namespace corvex::inline v0 {
 
-/// What a text must hold beyond four fields of digits.
+/// What a text must hold beyond four fields of digits. Both are off at first, as readers of old files want them.
 struct TimecodeFormChecks {
-    bool forceProperComponentLength = false;  ///< Every field has at least two characters.
-    bool forceComponentBounds = false;        ///< Minutes and seconds are at most 60; 60 itself passes, on purpose.
+    /// Every field has at least two characters.
+    bool forceProperComponentLength = false;
+    /// Minutes and seconds are at most 60; 60 itself passes, on purpose.
+    bool forceComponentBounds = false;
 };
 
-/// The fields that a text has, as far as they can be read.
+/// The fields that a text has, as far as they can be read; a field that is missing or no number is none.
 struct DecomposedTimecode {
+    /// In the order of the text; further fields are ignored.
     std::optional<std::int64_t> hours, minutes, seconds, frames;
+    /// `drop` if there is a ";" anywhere, else `nonDrop`; never `unknown`.
     DropFrameState dropFrameState = DropFrameState::nonDrop;
     friend constexpr bool operator==(const DecomposedTimecode&, const DecomposedTimecode&) noexcept = default;
 };
 
-/// What the strict reading gives.
+/// What the strict reading gives; every field was there.
 struct ProperTimecode {
+    /// Never negative, as signs are no digits.
     TimecodeFields fields;
     DropFrameState dropFrameState;
 };
 
-/// The first four fields of a text, how many there are in all, and what the separators say.
+/// The first four fields of a text, how many there are in all, and what the separators say. Refers to the text.
 struct SplitTimecode {
     std::array<std::string_view, 4> fields;
+    /// Of all fields of the text, which may be more than four.
     std::size_t count = 0;
     DropFrameState dropFrameState = DropFrameState::nonDrop;
 };
 
-/// Cuts the text at ":" and ";".
+/// Cuts the text at ":" and ";". Empty fields count; a text without separators is one field. ";" anywhere means drop
+/// frame. O(n), as are all readings here; none allocates.
 [[nodiscard]] constexpr SplitTimecode splitTimecode(std::string_view text) noexcept {
     SplitTimecode result;
     std::size_t start = 0;
@@ -53,7 +60,7 @@ struct SplitTimecode {
     return result;
 }
 
-/// The lenient reading: a field that is no number is none.
+/// The lenient reading: a field that is no number is none. Signs are taken: "-1:00" has -1 hours.
 [[nodiscard]] constexpr DecomposedTimecode decomposeTimecode(std::string_view text) noexcept {
     const SplitTimecode split = splitTimecode(text);
     return {parseInteger<std::int64_t>(split.fields[0]), parseInteger<std::int64_t>(split.fields[1]),
@@ -61,7 +68,8 @@ struct SplitTimecode {
             split.dropFrameState};
 }
 
-/// The form that nearly every timecode has: two digits four times, HH:MM:SS:FF. None for any other text.
+/// The form that nearly every timecode has: two digits four times, HH:MM:SS:FF. None for any other text. Numbers are
+/// not bounded: 99 passes in each field.
 [[nodiscard]] constexpr std::optional<ProperTimecode> usualTimecode(std::string_view text) noexcept {
     if (text.size() != 11) return std::nullopt;
     std::array<std::uint32_t, 4> numbers{};
@@ -84,7 +92,8 @@ struct SplitTimecode {
                           isDrop ? DropFrameState::drop : DropFrameState::nonDrop};
 }
 
-/// The components of a text that is four fields of digits under the checks, or none.
+/// The components of a text that is four fields of digits under the checks, or none; the quick way first. Numbers of
+/// any length that 64 bits hold.
 [[nodiscard]] constexpr std::optional<ProperTimecode> properTimecode(std::string_view text,
                                                                      TimecodeFormChecks checks) noexcept {
     auto result = usualTimecode(text);

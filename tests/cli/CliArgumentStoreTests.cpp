@@ -1,7 +1,5 @@
-#include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/cli/CliArgumentStore.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -71,16 +69,6 @@ TEST(CLISanitizationOptions, cleanWordsAsAsked) {
     for (const auto& [options, word, expected] : rows) EXPECT_EQ(options.sanitize(word), expected);
     EXPECT_EQ(both.rawValue(), 3U);
     EXPECT_FALSE(CLISanitizationOptions::lowercase.contains(both));
-}
-
-TEST(CLICustodialFlag, flagsAreCleanedAsAsked) {
-    using Flags = std::map<CLICustodialFlag, std::string>;
-    EXPECT_EQ(
-        sanitizeAllCLIFlags<CLICustodialFlag>({}),
-        (Flags{{CLICustodialFlag::parentPid, "-parentPid"}, {CLICustodialFlag::parentAppNumber, "-parentAppNumber"}}));
-    EXPECT_EQ(
-        sanitizeAllCLIFlags<CLICustodialFlag>(CLISanitizationOptions::lowercase),
-        (Flags{{CLICustodialFlag::parentPid, "-parentpid"}, {CLICustodialFlag::parentAppNumber, "-parentappnumber"}}));
 }
 
 }  // namespace

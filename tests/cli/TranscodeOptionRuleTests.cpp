@@ -254,9 +254,6 @@ TEST(TranscodeOptionRules, timecodeSourceIsTheFirstFlagOfThree) {
     for (const auto& [lookup, expected] : rows) {
         EXPECT_EQ(holding(lookup).timecodeSource(), expected) << testing::PrintToString(lookup);
     }
-    EXPECT_EQ(tcFlag(TimecodeSource::match).rawValue(), "-tc_match");
-    EXPECT_EQ(tcFlag(TimecodeSource::creationDate).rawValue(), "-tc_creation");
-    EXPECT_EQ(tcFlag(TimecodeSource::custom).rawValue(), "-tc_custom");
 }
 
 TEST(TranscodeOptionRules, timecodeSourceSetterLeavesOneFlagOfThree) {

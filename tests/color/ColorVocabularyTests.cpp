@@ -80,10 +80,7 @@ TEST(ColorVocabulary, otherNumbersAndNamesAreNoCase) {
 
 TEST(ColorVocabularyDeathTest, aValueOutsideOfTheEnumerationStopsTheProcess) {
     EXPECT_DEATH(static_cast<void>(rawValue(static_cast<Transfer>(9))), "unexpected enumeration case");
-    EXPECT_DEATH(static_cast<void>(cliEquivalent(static_cast<Matrix>(7))), "unexpected enumeration case");
-    EXPECT_DEATH(static_cast<void>(defaultColorPrimaries(static_cast<Space>(13))), "unexpected enumeration case");
     EXPECT_DEATH(static_cast<void>(definedSignals(static_cast<Space>(13))), "unexpected enumeration case");
-    EXPECT_DEATH(static_cast<void>(cliFlag(static_cast<Range>(2))), "unexpected enumeration case");
 }
 
 // The way back from a command line: values in any case, as parsing lower-cases them, and nothing else.
@@ -120,21 +117,6 @@ TEST(ColorVocabulary, rangeIsOneLetter) {
     EXPECT_EQ(wrappedValue(Range::full).int64Value(), 0);
     EXPECT_EQ(wrappedValue(Range::video).int64Value(), 1);
     EXPECT_EQ(wrappedValue(Matrix::custom6).int64Value(), 6);
-}
-
-TEST(ColorVocabulary, flagsUnderWhichValuesAreGiven) {
-    EXPECT_EQ(videoFlag(Matrix::rec709).rawValue(), "-c_matrix");
-    EXPECT_EQ(cliFlag(Matrix::none), "-c_matrix");
-    EXPECT_EQ(videoFlag(Transfer::gamma).rawValue(), "-c_transfer");
-    EXPECT_EQ(cliFlag(Transfer::gamma), "-c_transfer");
-    EXPECT_EQ(videoFlag(Space::custom8).rawValue(), "-c_space");
-    EXPECT_EQ(cliFlag(Space::custom8), "-c_space");
-    EXPECT_EQ(videoFlag(Range::full).rawValue(), "-v_colrange");
-}
-
-TEST(ColorVocabulary, keptDisplayNames) {
-    EXPECT_EQ(description(Space::rec601Smpte), "Rec. 601 - SMPTE C");
-    EXPECT_EQ(description(Space::rec601EBU), "Rec. 601 - EBU 3213");
 }
 
 // ISO/IEC 23091-2 (ITU-T H.273): every code point that has a case, the doubles included, and none besides.

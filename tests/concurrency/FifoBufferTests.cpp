@@ -1,5 +1,4 @@
 #include <memory>
-#include <numeric>
 #include <string>
 #include <vector>
 
@@ -7,8 +6,6 @@
 
 #include <Corvex/concurrency/OrvaneBlockingFifoBuffer.h>
 #include <Corvex/platform/ManualExecutor.h>
-#include <Corvex/platform/Sleep.h>
-#include <Corvex/platform/ThreadPool.h>
 
 #include "Coroutines.h"
 
@@ -100,51 +97,6 @@ TEST(OrvaneBlockingFifoBuffer, itemsThatNobodyTakesAreFreedWithIt) {
         EXPECT_EQ(counted.use_count(), 51);
     }
     EXPECT_EQ(counted.use_count(), 1);
-}
-
-struct StressRow {
-    std::uint64_t capacity;
-    int producers, consumers;
-};
-
-/// Each producer's items arrive in its order, each once, none after the end; the buffer is closed by the last producer.
-TEST(OrvaneBlockingFifoBuffer, stress) {
-    constexpr StressRow rows[] = {{1, 1, 1}, {1, 4, 4}, {16, 4, 4}, {1024, 3, 2}};
-    constexpr std::int64_t itemCount = 10000;
-    using Items = OrvaneBlockingFifoBuffer<std::int64_t>;
-    for (const auto& row : rows) {
-        ThreadPool pool(4);
-        const Items buffer(row.capacity);
-        auto produceAll = [](Items target, std::int64_t from) -> Task<> {
-            for (std::int64_t i = 0; i < itemCount; ++i) {
-                co_await target.add(from * itemCount + i);
-                if (i % 1000 == 999) co_await sleepFor(std::chrono::microseconds(5));
-            }
-        };
-        auto consumeAll = [](Items source, std::size_t producerCount) -> Task<std::vector<std::int64_t>> {
-            std::vector<std::int64_t> last(producerCount, -1), sum(producerCount);
-            while (const auto item = co_await source.next()) {
-                const auto from = static_cast<std::size_t>(*item / itemCount);
-                EXPECT_GT(*item, last[from]);
-                last[from] = *item;
-                sum[from] += *item % itemCount;
-            }
-            co_return sum;
-        };
-        std::vector<TaskHandle<>> producers;
-        std::vector<TaskHandle<std::vector<std::int64_t>>> consumers;
-        for (int i = 0; i < row.consumers; ++i)
-            consumers.push_back(spawn(consumeAll(buffer, static_cast<std::size_t>(row.producers)), pool));
-        for (int i = 0; i < row.producers; ++i) producers.push_back(spawn(produceAll(buffer, i), pool));
-        for (auto& producer : producers) EXPECT_TRUE(producer.waitSync()->hasValue());
-        buffer.close();
-        std::vector<std::int64_t> sums(static_cast<std::size_t>(row.producers));
-        for (auto& consumer : consumers) {
-            const auto result = consumer.waitSync();
-            for (std::size_t i = 0; i < sums.size(); ++i) sums[i] += result->value()[i];
-        }
-        EXPECT_EQ(sums, std::vector(sums.size(), itemCount * (itemCount - 1) / 2)) << row.capacity;
-    }
 }
 
 }  // namespace

@@ -1,17 +1,13 @@
-#include <atomic>
 #include <limits>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include <Corvex/concurrency/AsyncPoolError.h>
 #include <Corvex/concurrency/AsyncTaskGroup.h>
 #include <Corvex/concurrency/SimpleAsyncPool.h>
 #include <Corvex/platform/ManualExecutor.h>
-#include <Corvex/platform/ThreadPool.h>
 
 #include "Coroutines.h"
 
@@ -115,37 +111,6 @@ TEST(SimpleAsyncPoolDeathTest, capacityBeyondItsTypeStopsTheProcess) {
     const Pool pool({});
     pool.setCapacity(std::numeric_limits<std::int64_t>::max());
     EXPECT_DEATH(pool.add("a"), "addition overflowed");
-}
-
-TEST(AsyncPoolError, comparesAndHashes) {
-    const AsyncPoolError error(AsyncPoolError::Case::emptyPool);
-    EXPECT_EQ(error, AsyncPoolError(error.which()));
-    EXPECT_EQ(std::hash<AsyncPoolError>()(error), std::hash<AsyncPoolError>()(AsyncPoolError(error.which())));
-}
-
-/// Every item is held by one borrower at a time, and all are back at the end.
-TEST(SimpleAsyncPool, stress) {
-    constexpr int itemCount = 3, taskCount = 40, rounds = 500;
-    ThreadPool threads(4);
-    std::vector<std::unique_ptr<int>> items;
-    for (int i = 0; i < itemCount; ++i) items.push_back(std::make_unique<int>(0));
-    using Counters = SimpleAsyncPool<std::unique_ptr<int>>;
-    const Counters pool(std::move(items));
-    auto work = [](Counters shared) -> Task<> {
-        for (int i = 0; i < rounds; ++i) {
-            auto item = co_await shared.checkOut();
-            ++*item;  // a race if two hold it
-            shared.checkIn(std::move(item));
-        }
-    };
-    std::vector<TaskHandle<>> handles;
-    for (int i = 0; i < taskCount; ++i) handles.push_back(spawn(work(pool), threads));
-    for (auto& handle : handles) handle.waitSync();
-    EXPECT_EQ(pool.availableCount(), static_cast<std::size_t>(itemCount));
-    int sum = 0;
-    auto add = [](Counters shared, int& total) -> Task<> { total += *co_await shared.checkOut(); };
-    for (int i = 0; i < itemCount; ++i) spawn(add(pool, sum), threads).waitSync();
-    EXPECT_EQ(sum, taskCount * rounds);
 }
 
 struct GroupRow {

@@ -1,7 +1,9 @@
 #include <atomic>
+#include <map>
 #include <memory>
 #include <random>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -33,10 +35,10 @@ struct Tally {
     void add(std::int64_t value) { ++count, sum += value; }
 };
 
-Task<> produceUntilRefused(Items items, Tally& added, unsigned seed) {
-    std::minstd_rand random(seed);
+Task<> produceUntilRefused(Items items, Tally& added, std::int64_t producer) {
+    std::minstd_rand random(static_cast<unsigned>(producer));
     try {
-        for (std::int64_t value = seed; value < seed + 300; ++value) {
+        for (std::int64_t value = 1000 * producer; value < 1000 * producer + 300; ++value) {
             auto item = std::make_unique<std::int64_t>(value);
             co_await items.add(std::move(item));
             added.add(value);
@@ -48,7 +50,9 @@ Task<> produceUntilRefused(Items items, Tally& added, unsigned seed) {
 }
 Task<> consumeToTheEnd(Items items, Tally& taken, unsigned seed) {
     std::minstd_rand random(seed);
+    std::map<std::int64_t, std::int64_t> last;  // by producer
     while (const auto item = co_await items.next()) {
+        EXPECT_LT(std::exchange(last[**item / 1000], **item), **item) << "each producer's items come in its order";
         taken.add(**item);
         if (**item % 32 == 0) co_await dawdle(random, 20);
     }
@@ -59,10 +63,10 @@ TEST(Stress, aBufferThatIsClosedAtAnyMomentDeliversWhatItTook) {
     std::int64_t refused = 0;
     for (unsigned round = 0; round < 30; ++round) {
         Tally added, taken;
-        const Items items(round % 3 == 0 ? 1 : round);
+        const Items items(round % 3 == 0 ? 1 : 20 * round);
         auto body = [&](TaskGroup<>& group) -> Task<> {
             for (unsigned i = 1; i <= 20; ++i) {
-                group.add(produceUntilRefused(items, added, round * 1000 + i));
+                group.add(produceUntilRefused(items, added, round * 20 + i));
                 group.add(consumeToTheEnd(items, taken, i));
             }
             std::minstd_rand random(round + 1);
@@ -162,11 +166,11 @@ TEST(Stress, aPoolWhoseFactoryFailsAndWhoseCapacityChangesLosesNoItem) {
     EXPECT_EQ(alive.load(), 0);
 }
 
-TEST(Stress, throttledOperationsThatFailAndTimeOutGiveTheirSlotsBack) {
+TEST(Stress, throttledOperationsThatFailTimeOutAndAreCancelledGiveTheirSlotsBack) {
     constexpr int operationCount = 400;
     ThreadPool pool(4);
     const TaskSemaphore throttle(5);
-    std::atomic<int> values{0}, errors{0}, timeouts{0}, running{0}, excess{0};
+    std::atomic<int> values{0}, errors{0}, timeouts{0}, cancellations{0}, running{0}, excess{0};
     auto run = [&](unsigned seed) -> Task<> {
         auto operation = [&, seed]() -> Task<int> {
             if (++running > 5) ++excess;
@@ -185,16 +189,19 @@ TEST(Stress, throttledOperationsThatFailAndTimeOutGiveTheirSlotsBack) {
                 co_await TaskFactory::withThrottledTimeout(throttle, seed % 2 == 0 ? 0 : 60, std::nullopt, operation);
         } catch (const TimeoutError&) {
             ++timeouts;
+        } catch (const CancellationError&) {
+            ++cancellations;
         } catch (const std::runtime_error&) {
             ++errors;
         }
     };
-    auto body = [&](TaskGroup<>& group) -> Task<> {
-        for (unsigned i = 0; i < operationCount; ++i) group.add(run(i + 1));
-        co_return;
-    };
-    EXPECT_TRUE(spawn(withTaskGroup(body), pool).waitSync()->hasValue());
-    EXPECT_EQ(values + errors + timeouts, operationCount);
+    std::vector<TaskHandle<>> handles;
+    for (unsigned i = 0; i < operationCount; ++i) {
+        handles.push_back(spawn(run(i + 1), pool));
+        if (i % 5 == 0) handles.back().cancel();
+    }
+    for (const auto& handle : handles) EXPECT_TRUE(handle.waitSync()->hasValue());
+    EXPECT_EQ(values + errors + timeouts + cancellations, operationCount);
     EXPECT_EQ(excess.load(), 0);
     EXPECT_EQ(throttle.activeTasks(), 0);
 }

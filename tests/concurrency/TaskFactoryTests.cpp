@@ -1,4 +1,3 @@
-#include <atomic>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -9,7 +8,6 @@
 
 #include <Corvex/concurrency/TaskFactory.h>
 #include <Corvex/platform/ManualExecutor.h>
-#include <Corvex/platform/ThreadPool.h>
 
 #include "Coroutines.h"
 
@@ -182,39 +180,6 @@ TEST(TimeoutError, describesItself) {
     EXPECT_EQ(TimeoutError::undefined().errorDescription(), "Undefined timeout");
     EXPECT_NE(TimeoutError::timedOut(5), TimeoutError::timedOut(6));
     EXPECT_NE(TimeoutError::timedOut(0), TimeoutError::undefined());
-}
-
-/// Operations that end about when they are cancelled, by their timers or from outside, on several threads.
-TEST_F(TaskFactoryTest, stress) {
-    constexpr int rounds = 300;
-    ThreadPool pool(4);
-    std::atomic<int> started{0}, ended{0};
-    const TaskSemaphore throttle(50);
-    struct Work {
-        static Task<int> run(std::atomic<int>& starts, std::atomic<int>& ends, int number) {
-            ++starts;
-            try {
-                co_await sleepFor(std::chrono::microseconds(number % 100 - 20));
-            } catch (const CancellationError&) {
-                ++ends;
-                throw;
-            }
-            ++ends;
-            co_return 1;
-        }
-    };
-    std::vector<TaskHandle<int>> handles;
-    for (int i = 0; i < rounds; ++i) {
-        auto operation = [&started, &ended, i] { return Work::run(started, ended, i); };
-        const auto limit = static_cast<std::uint64_t>(i % 3 == 0 ? 0 : 1);
-        handles.push_back(spawn(TaskFactory::withThrottledTimeout(throttle, limit, std::nullopt, operation), pool));
-        if (i % 5 == 0) handles.back().cancel();
-    }
-    for (auto& handle : handles) handle.waitSync();
-    pool.join();
-    EXPECT_EQ(started.load(), rounds);
-    EXPECT_EQ(ended.load(), rounds);
-    EXPECT_EQ(throttle.activeTasks(), 0);
 }
 
 }  // namespace

@@ -1,127 +1,12 @@
 #include <Corvex/lut/LutApplier.h>
 
-#include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdint>
-#include <cstring>
-#include <limits>
-#include <random>
 #include <string>
-#include <vector>
 
-#include <gtest/gtest.h>
-
-#include <Corvex/lut/ParsedLutFactory.h>
+#include "LutPixels.h"
 
 namespace corvex::lutApplierTests {
 namespace {
-
-constexpr float infinity = std::numeric_limits<float>::infinity();
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-constexpr SampleFormat codeFormats[] = {SampleFormat::unsigned8, SampleFormat::unsigned10, SampleFormat::unsigned12,
-                                        SampleFormat::unsigned16};
-using Entries = std::vector<LutValueTriplet>;
-using File = std::shared_ptr<const ParsedLutFile>;
-
-Entries randomEntries(std::size_t count, double low, double high, bool areWhole = false) {
-    std::mt19937 generator(static_cast<unsigned>(count));
-    std::uniform_real_distribution<double> any(low, high);
-    const auto next = [&] { return areWhole ? std::floor(any(generator)) : any(generator); };
-    Entries entries(count);
-    for (auto& entry : entries) entry = {next(), next(), next()};
-    return entries;
-}
-
-File floatCube(const Entries& entries, double low, double high, const LutDomain& domain = {},
-               const char* path = "look.cube") {
-    return std::make_shared<ParsedThreeDimensionalFloatingPointFile>(
-        path, LutMarkupType::genericText,
-        NormalizedFloatingPoint3DSampleConverter(LutCube(entries, low, high),
-                                                 std::make_shared<TrilinearLutInterpolator>()),
-        domain);
-}
-
-File codeCube(const Entries& entries, double low, double high, std::int64_t depth) {
-    return std::make_shared<ParsedThreeDimensionalIntegerFile>(
-        "look.3dl", LutMarkupType::genericText,
-        Integer3DSampleConverter(LutCube(entries, low, high), std::make_shared<TrilinearLutInterpolator>(), depth));
-}
-
-File table(std::unique_ptr<const OneDimensionConverter> converter, const LutDomain& domain = {}) {
-    return std::make_shared<ParsedOneDimensionLutFile>("look.cube", LutMarkupType::genericText, std::move(converter),
-                                                       domain);
-}
-
-struct NamedFile {
-    const char* name;
-    File file;
-};
-
-/// Of every kind, and with every habit that sampling has.
-const std::vector<NamedFile>& files() {
-    static const std::vector<NamedFile> all = {
-        {"cube of 17", floatCube(randomEntries(4913, 0, 1), 0, 1)},
-        {"cube of 2, stretched", floatCube(randomEntries(8, 0, 0.64), 0, 0.64)},
-        {"cube of 5, clamped at 0.2", floatCube(randomEntries(125, 0.2, 1), 0.2, 1)},
-        {"cube of 4, from -0.5", floatCube(randomEntries(64, -0.5, 1), -0.5, 1)},
-        {"cube of 1", floatCube({{0.25, 0.5, 0.75}}, 0.25, 0.75)},
-        {"cube of 9, above 1", floatCube(randomEntries(729, 0, 1.5), 0, 1.5)},
-        {"cube of 17, 10 bits", codeCube(randomEntries(4913, 0, 1024, true), 0, 1023, 10)},
-        {"cube of 3, 12 bits, to 4000", codeCube(randomEntries(27, 100, 4001, true), 100, 4000, 12)},
-        {"cube of 3, 20 bits", codeCube(randomEntries(27, 0, 1000000, true), 0, 999999, 20)},
-        {"table of numbers",
-         table(std::make_unique<OneDimensionFloatingPointConverter>(randomEntries(256, 0, 1), 0, 1))},
-        {"table of codes",
-         table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(1024, 0, 4096, true), 12))},
-        {"table of 2 bits, to 4",
-         table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(256, 0, 5, true), 2))},
-    };
-    return all;
-}
-
-std::vector<std::uint16_t> randomCodes(std::size_t count, SampleFormat format) {
-    std::mt19937 generator(5);
-    std::uniform_int_distribution<unsigned> any(0, static_cast<unsigned>(fullScale(format)));
-    std::vector<std::uint16_t> codes(count);
-    for (auto& code : codes) code = static_cast<std::uint16_t>(any(generator));
-    for (std::size_t i = 0; i < 6; ++i) codes[i] = static_cast<std::uint16_t>(i % 2 == 0 ? 0 : fullScale(format));
-    return codes;
-}
-
-std::vector<float> randomNumbers(std::size_t count, float low, float high) {
-    std::mt19937 generator(9);
-    std::uniform_real_distribution<float> any(low, high);
-    std::vector<float> numbers(count);
-    for (float& number : numbers) number = any(generator);
-    return numbers;
-}
-
-template <class Sample>
-PixelBuffer rowOf(std::vector<Sample>& samples, SampleFormat format, ChannelLayout layout = ChannelLayout::rgb) {
-    const std::size_t channels = layout == ChannelLayout::rgb ? 3 : 4;
-    return PixelBuffer::interleaved(samples.data(), format, layout, samples.size() / channels, 1, 0);
-}
-
-/// What an applier makes of a row of interleaved pixels.
-template <class To, class From>
-std::vector<To> applied(const ParsedLutFile& file, const LutApplierSettings& settings, std::vector<From> source,
-                        ChannelLayout layout = ChannelLayout::rgb) {
-    std::vector<To> result(source.size());
-    EXPECT_EQ(LutApplier(file, settings)
-                  .apply(rowOf(source, settings.source, layout), rowOf(result, settings.destination, layout)),
-              std::nullopt);
-    return result;
-}
-
-LutApplierSettings exactly(LutApplication application, SampleFormat source, SampleFormat destination) {
-    LutApplierSettings settings;
-    settings.application = application;
-    settings.arithmetic = LutArithmetic::exact;
-    settings.source = source;
-    settings.destination = destination;
-    return settings;
-}
 
 TEST(LutApplier, exactlyAsStatedIsWhatSamplingOnePixelGives) {
     for (const auto& [name, file] : files()) {
@@ -158,12 +43,6 @@ TEST(LutApplier, exactlyAsStatedIsWhatSamplingOnePixelGives) {
         const auto color = file.converter().sample({codes[i], codes[i + 1], codes[i + 2]}, 8, 8, AnswerDepth::input);
         ASSERT_EQ((RGB<std::uint64_t>{bytes[i], bytes[i + 1], bytes[i + 2]}), color) << i;
     }
-}
-
-/// The same bits: NaN equals NaN, and 0 is not -0.
-template <class Sample>
-bool isSame(const std::vector<Sample>& a, const std::vector<Sample>& b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(Sample)) == 0;
 }
 
 std::vector<float> hostileNumbers() {
@@ -314,127 +193,6 @@ TEST(LutApplier, fastStaysWithinAMillionthOfExact) {
             for (std::size_t i = 0; i < result.size(); ++i) worst = std::max(worst, std::abs(result[i] - expected[i]));
             EXPECT_LE(worst, 1) << name << ", stated " << (application == LutApplication::asStated);
         }
-    }
-}
-
-/// A picture with room around its rows, whose bytes must stay.
-template <class Sample>
-struct Picture {
-    static constexpr std::size_t height = 3, guard = 5;
-    static constexpr Sample untouched = static_cast<Sample>(77);
-
-    Picture(std::size_t pictureWidth, std::size_t channelCount, bool isPlanar)
-        : width(pictureWidth), channels(channelCount), planar(isPlanar) {
-        rowLength = (planar ? width : width * channels) + guard;
-        samples.assign(rowLength * height * (planar ? channels : 1) + guard, untouched);
-    }
-    Sample& at(std::size_t channel, std::size_t row, std::size_t column) {
-        return planar ? samples[(channel * height + row) * rowLength + column]
-                      : samples[row * rowLength + column * channels + channel];
-    }
-    PixelBuffer buffer(SampleFormat format) {
-        const auto stride = static_cast<std::ptrdiff_t>(rowLength * sizeof(Sample));
-        if (!planar) {
-            return PixelBuffer::interleaved(samples.data(), format,
-                                            channels == 4 ? ChannelLayout::rgba : ChannelLayout::rgb, width, height,
-                                            stride);
-        }
-        const auto plane = [&](std::size_t channel) {
-            return PixelBuffer::Plane{channel < channels ? &at(channel, 0, 0) : nullptr, stride};
-        };
-        return PixelBuffer::planar(plane(0), plane(1), plane(2), plane(3), format, width, height);
-    }
-
-    std::size_t width, channels, rowLength = 0;
-    bool planar;
-    std::vector<Sample> samples;
-};
-
-template <class Sample>
-void expectLayoutsAgree(SampleFormat format, const LutApplierSettings& settings) {
-    const auto& file = *files().front().file;
-    const LutApplier applier(file, settings);
-    const auto kindOf = [](std::size_t row, std::size_t column) { return (row * 11 + column * 7) % 100; };
-    const auto codeOf = [&](std::size_t channel, std::size_t kind) {
-        return static_cast<Sample>(static_cast<double>((channel * 37 + kind) % 100) / 99.0 * fullScale(format));
-    };
-    const auto code = [&](std::size_t c, std::size_t row, std::size_t column) {
-        return codeOf(c, kindOf(row, column));
-    };
-    std::vector<std::vector<Sample>> colors;
-    for (std::size_t kind = 0; kind < 100; ++kind) {
-        const std::vector<Sample> pixel = {codeOf(0, kind), codeOf(1, kind), codeOf(2, kind)};
-        colors.push_back(applied<Sample>(file, settings, pixel));
-    }
-    for (const std::size_t width : {1U, 7U, 8U, 19U, 128U, 131U}) {
-        for (const std::size_t layout : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
-            const std::size_t fromChannels = layout & 1U ? 4 : 3;
-            Picture<Sample> from(width, fromChannels, (layout & 2U) != 0);
-            for (std::size_t row = 0; row < from.height; ++row) {
-                for (std::size_t column = 0; column < width; ++column) {
-                    for (std::size_t c = 0; c < fromChannels; ++c) from.at(c, row, column) = code(c, row, column);
-                }
-            }
-            const bool isInPlace = (layout & 4U) == 0;
-            Picture<Sample> other(width, layout % 3 == 0 ? 4 : 3, layout % 2 == 0);
-            Picture<Sample>& to = isInPlace ? from : other;
-            const auto before = to.samples;
-            ASSERT_EQ(applier.apply(from.buffer(format), to.buffer(format), 1, 2), std::nullopt);
-
-            Picture<Sample> expected = to;
-            expected.samples = before;
-            for (std::size_t row = 1; row < 3; ++row) {
-                for (std::size_t column = 0; column < width; ++column) {
-                    const auto& color = colors[kindOf(row, column)];
-                    for (std::size_t c = 0; c < 3; ++c) expected.at(c, row, column) = color[c];
-                    if (to.channels == 4) {
-                        expected.at(3, row, column) =
-                            fromChannels == 4 ? code(3, row, column) : static_cast<Sample>(fullScale(format));
-                    }
-                }
-            }
-            EXPECT_TRUE(isSame(to.samples, expected.samples)) << "width " << width << ", layout " << layout;
-        }
-    }
-}
-
-TEST(LutApplier, everyLayoutGivesTheSameColoursAndTouchesNothingElse) {
-    for (const auto arithmetic : {LutArithmetic::exact, LutArithmetic::fast}) {
-        const auto settings = [&](SampleFormat format) {
-            auto result = exactly(LutApplication::conventional, format, format);
-            result.arithmetic = arithmetic;
-            return result;
-        };
-        expectLayoutsAgree<float>(SampleFormat::float32, settings(SampleFormat::float32));
-        expectLayoutsAgree<std::uint16_t>(SampleFormat::unsigned12, settings(SampleFormat::unsigned12));
-        expectLayoutsAgree<std::uint8_t>(SampleFormat::unsigned8, settings(SampleFormat::unsigned8));
-    }
-}
-
-TEST(LutApplier, formatsMayDifferAndAlphaFollows) {
-    const auto identity =
-        floatCube({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}}, 0, 1);
-    for (const auto arithmetic : {LutArithmetic::exact, LutArithmetic::fast}) {
-        auto settings = exactly(LutApplication::conventional, SampleFormat::unsigned10, SampleFormat::unsigned16);
-        settings.arithmetic = arithmetic;
-        const std::vector<std::uint16_t> codes = {0, 1023, 512, 1023, 100, 1, 0, 256};
-        EXPECT_EQ(applied<std::uint16_t>(*identity, settings, codes, ChannelLayout::rgba),
-                  (std::vector<std::uint16_t>{0, 65535, 32800, 65535, 6406, 64, 0, 16400}));
-        auto inPlace = codes;
-        settings.destination = SampleFormat::unsigned12;
-        LutApplier(*identity, settings)
-            .apply(rowOf(inPlace, settings.source, ChannelLayout::rgba),
-                   rowOf(inPlace, settings.destination, ChannelLayout::rgba));
-        EXPECT_EQ(inPlace, (std::vector<std::uint16_t>{0, 4095, 2050, 4095, 400, 4, 0, 1025}));
-        settings.destination = SampleFormat::float32;
-        const auto numbers = applied<float>(*identity, settings, codes, ChannelLayout::rgba);
-        EXPECT_NEAR(numbers[2], 512.0 / 1023, 1e-6);
-        EXPECT_NEAR(numbers[7], 256.0 / 1023, 1e-6);
-        settings.source = SampleFormat::float32;
-        settings.destination = SampleFormat::unsigned8;
-        EXPECT_EQ(applied<std::uint8_t>(*identity, settings, std::vector<float>{-1, notANumber, 0.5F, infinity, 1, 2},
-                                        ChannelLayout::rgb),
-                  (std::vector<std::uint8_t>{0, 0, 128, 255, 255, 255}));
     }
 }
 

@@ -87,44 +87,6 @@ TEST(LutFieldFiles, readAsExpected) {
     }
 }
 
-TEST(LutFieldFiles, readTheSameFromMemory) {
-    for (const auto& [key, expected] : fieldFiles().items()) {
-        const auto path = pathOf(key);
-        std::ifstream stream(path, std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-        const auto fromFile = ParsedLutFactory::read(path).file;
-        const auto fromMemory = ParsedLutFactory::readText(bytes, path).file;
-        ASSERT_EQ(fromFile != nullptr, fromMemory != nullptr) << key;
-        if (!fromFile) continue;
-        EXPECT_EQ(described(*fromFile), described(*fromMemory)) << key;
-        EXPECT_TRUE(std::ranges::equal(fromFile->orderedEntries(), fromMemory->orderedEntries())) << key;
-    }
-}
-
-TEST(LutFieldFiles, becomeTreesOfObjects) {
-    setLogSink([](LogLevel, std::string_view) {});
-    for (const auto& [key, expected] : fieldFiles().items()) {
-        const auto detail = ObjcLutConversionFactory::buildParsedLut(pathOf(key));
-        ASSERT_EQ(detail.has_value(), !expected["result"].is_null()) << key;
-        if (!detail) continue;
-        Value shown{{"orderedLutValues", detail->orderedLutValues().size()},
-                    {"dimensions", detail->dimensionDescriptor().dimensions()},
-                    {"integerDescriptor", nullptr},
-                    {"floatingPointDescriptor", nullptr}};
-        if (const auto& cube = detail->dimensionDescriptor().cube()) shown["faceSize"] = cube->faceSize();
-        if (const auto& range = detail->integerDescriptor()) {
-            shown["integerDescriptor"] = {
-                {"bitDepth", range->bitDepth()}, {"maxColor", range->maxColor()}, {"minColor", range->minColor()}};
-        }
-        if (const auto& range = detail->floatingPointDescriptor()) {
-            shown["floatingPointDescriptor"] = {{"maxColor", range->maxColor()}, {"minColor", range->minColor()}};
-        }
-        EXPECT_EQ(shown, expected["detail"]) << key;
-        EXPECT_EQ(detail->orderedLutValues().back().b().doubleValue(), expected["lastEntry"][2]) << key;
-    }
-    setLogSink({});
-}
-
 Value sampled(const ParsedLutFile& file, const Value& input) {
     if (input.contains("rgb")) {
         const auto& converter = dynamic_cast<const ThreeDimensionalSampleConverter&>(file.converter());

@@ -1,8 +1,6 @@
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -84,58 +82,6 @@ TEST(TrilinearLutInterpolatorDeathTest, positionsThatAreNoNumbersStopTheProcess)
     EXPECT_DEATH((void)trilinear.interpolate(cube, {std::nan(""), 0, 0}), "does not fit into 64 bits");
     EXPECT_DEATH((void)trilinear.interpolate(tiny, gray(-1e300)), "does not fit into 64 bits");
     EXPECT_DEATH((void)trilinear.interpolate(LutCube({}, 0, 1), gray(0)), "empty cube");
-}
-
-/// The same sum of eight corners as loops over every axis, each stage one pass over a small array.
-std::array<double, 3> plainLoops(const std::vector<std::array<double, 3>>& table, int face, double low, double high,
-                                 const std::array<double, 3>& input) {
-    int from[3], to[3];
-    double f[3];
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        const double p = std::fmin(std::fmax(input[axis], low), high) / high * (face - 1);
-        from[axis] = std::min(std::max(static_cast<int>(std::trunc(p)), 0), face - 1);
-        to[axis] = std::min(from[axis] + 1, face - 1);
-        f[axis] = p - from[axis];
-    }
-    std::array<double, 3> result{};
-    for (std::size_t channel = 0; channel < 3; ++channel) {
-        double corner[2][2][2];
-        for (int r = 0; r < 2; ++r) {
-            for (int g = 0; g < 2; ++g) {
-                for (int b = 0; b < 2; ++b) {
-                    const int i = r ? to[0] : from[0], j = g ? to[1] : from[1], k = b ? to[2] : from[2];
-                    corner[r][g][b] = table[static_cast<std::size_t>((i * face + j) * face + k)][channel];
-                }
-            }
-        }
-        double q[2];
-        for (int g = 0; g < 2; ++g) {
-            double p[2];
-            for (int b = 0; b < 2; ++b) p[b] = (1 - f[0]) * corner[0][g][b] + f[0] * corner[1][g][b];
-            q[g] = (1 - f[1]) * p[0] + f[1] * p[1];
-        }
-        result[channel] = (1 - f[2]) * q[0] + f[2] * q[1];
-    }
-    return result;
-}
-
-TEST(TrilinearLutInterpolator, agreesWithPlainLoopsBitForBit) {
-    std::mt19937_64 random(3);
-    for (const int face : {1, 2, 3, 17, 33}) {
-        std::uniform_real_distribution<double> value(-0.2, 1.7);
-        std::vector<std::array<double, 3>> table(static_cast<std::size_t>(face * face * face));
-        std::vector<LutValueTriplet> entries;
-        for (auto& entry : table) {
-            for (double& component : entry) component = value(random);
-            entries.push_back({entry[0], entry[1], entry[2]});
-        }
-        const LutCube cube = LutCube::computingBounds(entries);
-        for (int i = 0; i < 2000; ++i) {
-            const double r = value(random) * 1.2, g = value(random) * 1.2, b = value(random) * 1.2;
-            const auto [x, y, z] = plainLoops(table, face, cube.lowValue(), cube.highValue(), {r, g, b});
-            ASSERT_EQ(trilinear.interpolate(cube, {r, g, b}), (RGB<double>{x, y, z})) << face << ' ' << i;
-        }
-    }
 }
 
 TEST(BitDepth, depthsChangeByShiftingAndReadingsAreChecked) {

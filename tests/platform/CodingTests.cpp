@@ -114,7 +114,5 @@ TEST(Json, membersAreFoundOrNamed) {
     EXPECT_THROW(static_cast<void>(findMember(Json::array(), "a")), DecodingError);
 }
 
-TEST(Json, textReplacesWhatIsNoUtf8) { EXPECT_EQ(jsonText(Json("a\xFF")), "\"a\uFFFD\""); }
-
 }  // namespace
 }  // namespace corvex

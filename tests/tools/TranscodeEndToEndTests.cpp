@@ -153,13 +153,6 @@ TEST_F(TranscodeEndToEnd, audioKeepsItsTracksDepthAndPlace) {
     }
 }
 
-TEST_F(TranscodeEndToEnd, eachPartLeavesTheOtherOut) {
-    const ProbeResult noVideo = probe(transcode("plain", "a.mov", "-vn"));
-    const ProbeResult noAudio = probe(transcode("plain", "b.mov", "-an"));
-    EXPECT_TRUE(stream(noVideo, "video").empty() && !stream(noVideo, "audio").empty());
-    EXPECT_TRUE(stream(noAudio, "audio").empty() && !stream(noAudio, "video").empty());
-}
-
 /// A place in the picture and the field of the "fields" clip that is to be seen there; -1: black.
 struct Sight {
     double x, y;
@@ -334,13 +327,6 @@ TEST_F(TranscodeEndToEnd, theIndexStandsWhereItIsWanted) {
         EXPECT_TRUE(isIndexInFront(transcode("plain", name, "-web"))) << name;
         EXPECT_FALSE(isIndexInFront(transcode("plain", name))) << name;
     }
-    const std::string cloud = transcode("plain", "cloud.mov", "-preset orvane_cloud");
-    EXPECT_TRUE(isIndexInFront(cloud));
-    EXPECT_EQ(number(stream(probe(cloud), "video"), "width"), 960);
-    EXPECT_EQ(text(stream(probe(cloud), "audio"), "codec_name"), "aac");
-    const ProbeResult master = probe(transcode("plain", "xq.mov", "-preset orvane_4444xq"));
-    EXPECT_EQ(text(stream(master, "video"), "profile"), "XQ");
-    EXPECT_EQ(text(stream(master, "audio"), "codec_name"), "pcm_s16le");
 }
 
 TEST_F(TranscodeEndToEnd, filesOfGroupsFollowEachOther) {

@@ -167,12 +167,6 @@ TEST(TranscodeJob, presetsFillInWhatTheWordsLeaveOpen) {
     EXPECT_FALSE(master.audio);
 }
 
-TEST(TranscodeJob, inputsFollowGroupsThenPositions) {
-    const TranscodeJob job = jobOf("-in_10_0 e -in_2_10 d -in_2_9 c -in_-1_0 a -in_0_0 b -out x.mov");
-    EXPECT_EQ(job.inputs, (std::vector<std::string>{"a", "b", "c", "d", "e"}));
-    EXPECT_EQ(jobOf("-in plain -in_0_0 other -out x.mov").inputs, std::vector<std::string>{"plain"});
-}
-
 TEST(TranscodeJob, theParentIsKnownByItsCustodialFlag) {
     EXPECT_EQ(jobOf("-in a -out x.mov -parentPid 123 -parentAppNumber 0").parentPid, 123);
     EXPECT_EQ(jobOf("-in a -out x.mov").parentPid, 0);

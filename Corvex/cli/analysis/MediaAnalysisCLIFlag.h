@@ -6,12 +6,18 @@
 
 namespace corvex::inline v0 {
 
-/// The basic flags of a media analysis. Mixed case, as a parent writes them; a child compares cleaned forms.
+/// The basic flags of a media analysis. Mixed case, as a parent writes them; a child compares cleaned forms. The first,
+/// the third and the fourth are needed.
 enum class MediaAnalysisCLIFlag : std::uint8_t {
+    /// One path, or a list of them: "[" and then paths with newlines between them.
     pathToAnalyze,
+    /// Any text; it is repeated in the results, and names of pictures begin with it.
     analysisId,
+    /// A folder that exists. Pictures are put there.
     workDirectory,
+    /// A path at which nothing lies yet.
     resultsFilePath,
+    /// A switch: decode every picture and sample instead of trusting the file's index.
     deepAnalysis,
 };
 

@@ -10,7 +10,8 @@
 
 namespace corvex::inline v0 {
 
-/// Which pictures a media analysis is to make.
+/// Which pictures a media analysis is to make. Numbers of a request that was read are in range; one that is filled by
+/// hand is not checked.
 struct MediaAnalysisImageRequest {
     std::vector<float> snapshotLocations;  ///< 0 (the first frame) to 1 (the last one); never empty.
     float maxImageWidth = 0;               ///< Pixels, from 1.
@@ -20,7 +21,7 @@ struct MediaAnalysisImageRequest {
     std::string lutFile;                   ///< Empty: none.
 };
 
-/// What a child reads from the words that its parent has built with MediaAnalysisCLIArgumentFactory.
+/// What a child reads from the words that its parent has built with MediaAnalysisCLIArgumentFactory. As any value type.
 struct MediaAnalysisRequest {
     std::vector<std::string> pathsToAnalyze;
     std::string workDirectory, resultsFilePath;

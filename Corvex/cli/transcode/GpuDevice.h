@@ -8,7 +8,8 @@
 
 namespace corvex::inline v0 {
 
-/// A device that can compute on pictures. Hosts that have such devices derive their own from it.
+/// A device that can compute on pictures. The library knows no graphics interface: hosts that have such devices derive
+/// their own class from this and set a provider that finds them.
 class CORVEX_EXPORT GpuDevice {
 public:
     virtual ~GpuDevice();

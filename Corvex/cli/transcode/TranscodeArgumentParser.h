@@ -13,13 +13,14 @@ namespace corvex::inline v0 {
 
 class TranscodeCliArguments;
 
-/// Sorts entries into known flags, presets and unknown ones, then expands the presets. Used once, then thrown away.
+/// Sorts entries into known flags, presets and unknown ones, then expands the presets. Used once, then thrown away. One
+/// pass over the words; a key that is a known flag letter for letter costs no search among the others.
 class TranscodeArgumentParser {
 public:
     /// `arguments` are to be filled, and outlive the parser.
     explicit TranscodeArgumentParser(TranscodeCliArguments& arguments) noexcept;
 
-    /// Fills the arguments from the words of a command line.
+    /// Fills the arguments from the words of a command line, as TranscodeCliArguments says of its constructor.
     void parseWords(std::span<const std::string> words, bool maintainOriginalOrdering);
     void parseLookup(const ArgumentLookup& lookup);  ///< Fills the arguments from a ready lookup.
 
@@ -28,7 +29,10 @@ private:
     void store(const RecognizedKey& facts, std::string_view testForm, std::string_view givenKey, std::string value);
     /// For a known flag letter for letter. Returns whether it is the first value.
     bool storeExact(std::size_t sortedIndex, std::string value);
+    /// Stores what a preset stands for where no word said otherwise; a preset that is not known is stored under its own
+    /// flag.
     void expand(std::string_view presetValue);
+    /// Hands everything over to the arguments, once all entries are stored.
     void finish();
     void finishOrder(bool hasRepeats);
 

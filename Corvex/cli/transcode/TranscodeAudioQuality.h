@@ -9,10 +9,11 @@
 
 namespace corvex::inline v0 {
 
-/// The platform's audio quality levels, by the numbers under which audio services know them.
+/// The platform's audio quality levels, by the numbers under which audio services know them: 0 to 127, in steps of 32.
 enum class AVAudioQuality : std::int32_t { min = 0, low = 0x20, medium = 0x40, high = 0x60, max = 0x7F };
 
-/// How carefully audio is encoded ("-aqual").
+/// How carefully audio is encoded ("-aqual"), from least data to most. For coded formats alone, and an alternative to a
+/// bit rate: formats without loss have nothing to choose.
 enum class TranscodeAudioQuality : std::uint8_t { min, low, medium, high, max };
 
 /// A row of the table: the platform's level, too.
@@ -30,7 +31,7 @@ inline constexpr auto caseTable<TranscodeAudioQuality> = std::to_array<Transcode
 });
 static_assert(isComplete<TranscodeAudioQuality>(caseTable<TranscodeAudioQuality>));
 
-/// The platform's level.
+/// The platform's level, for hosts that encode with its services.
 [[nodiscard]] constexpr AVAudioQuality avEquivalent(TranscodeAudioQuality quality) noexcept {
     return caseOf(quality).avEquivalent;
 }

@@ -6,8 +6,18 @@
 
 namespace corvex::inline v0 {
 
-/// Short flags of earlier transcoders that are still understood.
-enum class TranscodeCLIFlag : std::uint8_t { ftype, vscale, ovw, ovh };
+/// Short flags of earlier transcoders that are still understood. TranscodeCliArguments::explicitOutputResolution says
+/// how the sizes count together.
+enum class TranscodeCLIFlag : std::uint8_t {
+    /// The uniform type identifier of the output's file format.
+    ftype,
+    /// A factor on both sides of the input.
+    vscale,
+    /// Above 16 pixels, else a factor on the width of the input.
+    ovw,
+    /// The same for the height.
+    ovh,
+};
 
 template <>
 inline constexpr auto caseTable<TranscodeCLIFlag> = std::to_array<CLIFlagCase<TranscodeCLIFlag>>({

@@ -70,6 +70,8 @@ public:
     explicit TranscodeCliArguments(const ArgumentLookup& argumentLookup);
 
     // The lookup.
+    /// The known flags with their values, in test form; argumentLookup() is the same. Setting replaces them without
+    /// normalising, and leaves the order and the unknown entries as they are.
     [[nodiscard]] const ArgumentLookup& flagValueLookup() const noexcept { return flagValueLookup_; }
     void setFlagValueLookup(ArgumentLookup lookup) noexcept { flagValueLookup_ = std::move(lookup); }
     [[nodiscard]] const ArgumentLookup& argumentLookup() const noexcept { return flagValueLookup_; }
@@ -78,8 +80,9 @@ public:
     [[nodiscard]] std::optional<std::string_view> argumentFlagValue(std::string_view flag) const;
     /// Stores the value exactly as given, or removes the flag. The one way by which every option writes.
     void setArgumentFlagValue(std::optional<std::string_view> value, std::string_view flag);
-    [[nodiscard]] bool hasArgumentFlag(std::string_view flag) const;  ///< Letter for letter, also with an empty value.
-    /// Letter for letter, also with an empty value.
+    /// Whether argumentFlagValue() finds the flag, also with an empty value.
+    [[nodiscard]] bool hasArgumentFlag(std::string_view flag) const;
+    /// The same by a constant instead of its text.
     [[nodiscard]] bool hasVideoArgumentFlag(const OAVTranscodeVideoArgumentFlag& flag) const;
 
     // Entries that were not accepted.
@@ -111,7 +114,7 @@ public:
             for (const auto& [number, paths] : *groups) didFindGroup(std::span<const std::string>(paths), number);
         }
     }
-    /// All paths of all groups, each once, or none.
+    /// All paths of all groups, each once, in the order of groups and positions, or none.
     [[nodiscard]] std::optional<std::vector<std::string>> inputFiles() const;
     /// Replaces "-in" and every readable numbered input by "-in_0_0", "-in_0_1" and so on; none or empty only removes.
     void setInputFiles(const std::optional<std::vector<std::string>>& files);
@@ -138,8 +141,7 @@ public:
     /// key), and it renders as that bare word. None when absent or no type's raw value.
     [[nodiscard]] std::optional<OrvaneUTType> explicitOutputFileType() const;
     void setExplicitOutputFileType(std::optional<OrvaneUTType> type);
-    /// Whether the index of the file goes in front of its media ("-web").
-    /// "-web".
+    /// "-web": whether the index of the file goes in front of its media.
     [[nodiscard]] bool prepareForWeb() const;
     void setPrepareForWeb(bool preparesForWeb);
 

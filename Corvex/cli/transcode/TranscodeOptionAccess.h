@@ -13,16 +13,20 @@ namespace corvex::inline v0::options {
 
 // How the typed options read and write the texts of their flags. Internal.
 
+/// None: the flag is absent. The empty text: it is there without a value. A view into the arguments.
 using OptionalText = std::optional<std::string_view>;
 
+/// `flag` here and below is of any family that has cliFlag(). The value as it is stored.
 inline OptionalText valueOf(const TranscodeCliArguments& arguments, const auto& flag) {
     return arguments.argumentFlagValue(flag.cliFlag());
 }
 
+/// A switch is on as soon as it is there, whatever its value: "-overwrite no" is on.
 inline bool isSet(const TranscodeCliArguments& arguments, const auto& flag) {
     return valueOf(arguments, flag).has_value();
 }
 
+/// The one place that writes; none removes the flag.
 inline void setText(TranscodeCliArguments& arguments, OptionalText text, const auto& flag) {
     arguments.setArgumentFlagValue(text, flag.cliFlag());
 }
@@ -43,12 +47,15 @@ inline void setTypedValue(TranscodeCliArguments& arguments, const auto& value, c
     setText(arguments, value ? OptionalText(value->rawValue()) : std::nullopt, flag);
 }
 
+/// `Anchor` is a kind of AnchorOption.
 template <class Anchor>
 std::optional<Anchor> anchorOf(const TranscodeCliArguments& arguments, const auto& flag) {
     auto anchor = typedValueOf<OAVTranscodeArgumentOverlayAnchorValue>(arguments, flag);
     return anchor ? std::optional<Anchor>(std::in_place, *std::move(anchor)) : std::nullopt;
 }
 
+/// The whole text as a decimal, whatever the locale; none for anything else, as "30fps". Floating-point numbers are
+/// finite.
 template <class T>
 std::optional<T> numberOf(const TranscodeCliArguments& arguments, const auto& flag) {
     const auto text = valueOf(arguments, flag);
@@ -60,6 +67,7 @@ std::optional<T> numberOf(const TranscodeCliArguments& arguments, const auto& fl
     }
 }
 
+/// Writes the shortest text that reads back as the same number.
 template <class T>
 void setNumber(TranscodeCliArguments& arguments, const std::optional<T>& value, const auto& flag) {
     if (!value) {

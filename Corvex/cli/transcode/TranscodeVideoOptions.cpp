@@ -193,13 +193,11 @@ std::optional<PictureSizeValue> Arguments::dimensionsSizeValue() const {
 std::optional<float> Arguments::explicitVideoScaling() const { return numberOf<float>(*this, scaleFlag); }
 void Arguments::setExplicitVideoScaling(std::optional<float> value) { setNumber(*this, value, scaleFlag); }
 
-std::optional<VideoDimensions> Arguments::outputResolution(
-    const std::optional<PictureSize>& knownInputResolution) const {
+std::optional<VideoDimensions> Arguments::outputResolution(const std::optional<PictureSize>& knownInput) const {
     const auto scale = explicitVideoScaling();
-    if (!scale || !knownInputResolution) return explicitOutputResolution();
+    if (!scale || !knownInput) return explicitOutputResolution();
     const auto factor = static_cast<double>(*scale);
-    return VideoDimensions(evenSide(knownInputResolution->width * factor),
-                           evenSide(knownInputResolution->height * factor));
+    return VideoDimensions(evenSide(knownInput->width * factor), evenSide(knownInput->height * factor));
 }
 
 std::optional<VideoDimensions> Arguments::explicitOutputResolution() const {

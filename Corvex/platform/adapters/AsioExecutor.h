@@ -18,13 +18,17 @@ namespace corvex::inline v0 {
 /// Costs nothing unless it is included; Asio is the host's to provide.
 class AsioExecutor final : public Executor {
 public:
+    /// Any executor of Asio that the host keeps alive. Of an io_context with several threads the order of work is that
+    /// of its threads, not that of posting; a strand keeps it.
     explicit AsioExecutor(asio::any_io_executor executor) noexcept : executor_(std::move(executor)) {}
 
+    /// Waits for the few instructions that a post still needs on another thread.
     ~AsioExecutor() override {
         while (const int count = posting_.load(std::memory_order_acquire))
             posting_.wait(count, std::memory_order_acquire);
     }
 
+    /// Asio allocates for each piece of work; where there is no memory left, the process ends.
     void post(WorkNode& node) noexcept override {
         posting_.fetch_add(1, std::memory_order_relaxed);
         asio::post(executor_, [this, &node] { ExecutorScope(*this).run(node); });

@@ -14,13 +14,16 @@ namespace corvex::inline v0 {
 /// their work has already run. Costs nothing unless it is included; oneTBB is the host's to provide.
 class TbbExecutor final : public Executor {
 public:
+    /// Of any concurrency; an arena of one runs the work one piece at a time.
     explicit TbbExecutor(oneapi::tbb::task_arena& arena) noexcept : arena_(arena) {}
 
+    /// Waits for the few instructions that a post still needs on another thread.
     ~TbbExecutor() override {
         while (const int count = posting_.load(std::memory_order_acquire))
             posting_.wait(count, std::memory_order_acquire);
     }
 
+    /// oneTBB allocates for each piece of work; where there is no memory left, the process ends.
     void post(WorkNode& node) noexcept override {
         posting_.fetch_add(1, std::memory_order_relaxed);
         {
@@ -32,6 +35,7 @@ public:
     }
 
 private:
+    /// Each task of the arena runs one piece, not necessarily the one that it was enqueued with.
     void runOldest() noexcept {
         ShortLock lock(mutex_);
         WorkNode& node = *queue_.takeFirst();

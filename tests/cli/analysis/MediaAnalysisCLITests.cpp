@@ -21,25 +21,12 @@ using ::testing::HasSubstr;
 using Words = std::vector<std::string>;
 using Factory = MediaAnalysisCLIArgumentFactory;
 
-TEST(MediaAnalysisVocabulary, theFifthFlagOfBothFamiliesIsASwitch) {
-    for (std::size_t i = 0; i < allCases<MediaAnalysisCLIFlag>.size(); ++i) {
-        EXPECT_EQ(acceptsArguments(allCases<MediaAnalysisCLIFlag>[i]), i != 4) << i;
-    }
-    for (std::size_t i = 0; i < allCases<MediaAnalysisImageCLIFlags>.size(); ++i) {
-        EXPECT_EQ(acceptsArguments(allCases<MediaAnalysisImageCLIFlags>[i]), i != 4) << i;
-    }
-    EXPECT_EQ(cliFlag(MediaAnalysisCLIFlag::deepAnalysis), "-deepAnalysis");
-    EXPECT_EQ(sanitizedFlag(MediaAnalysisImageCLIFlags::allowFinderImages, CLISanitizationOptions::lowercase),
-              "-allowfinderimages");
-    EXPECT_EQ(sanitizeAllCLIFlags<MediaAnalysisCLIFlag>(CLISanitizationOptions::lowercase)
-                  .at(MediaAnalysisCLIFlag::resultsFilePath),
-              "-resultsfilepath");
-}
-
 TEST(MediaAnalysisVocabulary, locationsFollowEachOtherWithoutASeparator) {
     EXPECT_EQ(snapShotLocationsCLIValue(std::vector{1.0F}), "-snapshotLocation 1");
     EXPECT_EQ(snapShotLocationsCLIValue(std::vector{0.25F, 0.5F}), "-snapshotLocation 0.25-snapshotLocation 0.5");
     EXPECT_EQ(snapShotLocationsCLIValue({}), "");
+    EXPECT_EQ(sanitizedFlag(MediaAnalysisImageCLIFlags::allowFinderImages, CLISanitizationOptions::lowercase),
+              "-allowfinderimages");
 }
 
 TEST(MediaAnalysisCLIArgumentFactory, writesWhatIsGivenAndNothingElse) {

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Text.h>
@@ -25,36 +24,10 @@ ArgumentLookup unknownEntriesOf(const Arguments& arguments) {
     return entries;
 }
 
-TEST(TranscodeFlags, areKnownInTheOrderOfTheirFamilies) {
-    const auto flags = Arguments::allKnownCommandFlags();
-    ASSERT_EQ(flags.size(), 15U + 12 + 25 + 14 + 12 + 3 + 6 + 4 + 4);
-    const std::pair<std::size_t, const char*> places[] = {
-        {0, "-h"},         {15, "-in"},      {27, "-vn"},    {52, "-an"},     {66, "-tc_track"}, {78, "-wmf_anchor"},
-        {81, "-wmt_burn"}, {87, "-arri_cs"}, {91, "-ftype"}, {92, "-vscale"}, {93, "-ovw"},      {94, "-ovh"},
-    };
-    for (const auto& [index, flag] : places) EXPECT_EQ(flags[index], flag);
-}
-
-TEST(TranscodeFlags, anchorsKnowTheirFlags) {
-    EXPECT_EQ(VideoCropAnchor(OAVAnchorCenter).cliFlag(), "-crop_anchor");
-    EXPECT_EQ(TimecodeBurnAnchor(OAVAnchorCenter).cliFlag(), "-tc_burn_anchor");
-    EXPECT_EQ(WatermarkBurnAnchor(OAVAnchorCenter).cliFlag(), "-wmf_anchor");
-    EXPECT_EQ(WatermarkBurnAnchor::tcFlag(), OAVWatermarkFileBurnAnchorFlag);
-    VideoCropAnchor anchor(OAVAnchorTopLeft);
-    anchor.setAnchorArgument(OAVAnchorBottomRight);
-    EXPECT_EQ(anchor, VideoCropAnchor(OAVAnchorBottomRight));
-}
-
 TEST(TranscodePreset, flagsKeepTheirOrder) {
     EXPECT_EQ(orderedArgumentsAsList(TranscodeCliPreset::cloud),
               (Words{"-file_format", "qt", "-vcodec", "h264", "-dims", "960x540", "-aspect_scaling", "stretch", "-vbr",
                      "3", "-web", "", "-acodec", "aac", "-asr", "48000"}));
-    EXPECT_EQ(orderedArgumentsAsList(TranscodeCliPreset::proRes4444XQ),
-              (Words{"-file_format", "qt", "-vcodec", "prores4444xq", "-acodec", "lpcm"}));
-    EXPECT_EQ(presetCliValue(TranscodeCliPreset::cloud), OAVOrvaneCloudPresetValue);
-    EXPECT_EQ(presetCliValue(TranscodeCliPreset::proRes4444XQ), OAVOrvaneProRes4444XQPresetValue);
-    EXPECT_EQ(description(TranscodeCliPreset::cloud), "cloud");
-    EXPECT_EQ(description(TranscodeCliPreset::proRes4444XQ), "ProRes 4444 XQ");
 }
 
 /// Pieces of a text between "|": a row's words, or its entries as "-flag=value". The empty text has none.
