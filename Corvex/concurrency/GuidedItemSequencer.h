@@ -27,7 +27,7 @@ public:
         : keyToSupply_(std::move(initialKey)), keyUpdateBlock_(std::move(keyUpdateBlock)) {}
 
     bool add(Supplied& entry) {
-        ReleasedWaiters released;
+        HandOut handOut;
         ShortLock lock(mutex);
         if (!isOpen) return false;
         if (Item* const waiting = pending_.search(entry.key)) {
@@ -35,12 +35,12 @@ public:
             return true;
         }
         pending_.insert(std::move(entry.key), std::move(entry.item));
-        if (!isSupplying_) supply(lock, released);
+        if (!isSupplying_) supply(lock, handOut);
         return true;
     }
 
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
-        ReleasedWaiters released;
+        HandOut handOut;
         ShortLock lock(mutex);
         if (isSupplying_) {
             consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
@@ -55,7 +55,7 @@ public:
         if (isOpen) {
             isSupplying_ = true;
             advance(lock);
-            supply(lock, released);
+            supply(lock, handOut);
         }
         return false;
     }
@@ -77,17 +77,23 @@ public:
 
 private:
     using Tree = AVLTree<Key, Item>;
+    /// What must end after the lock. Consumers are posted while others still wait, and may let go of the sequencer.
+    struct HandOut {
+        Shared<GuidedState> keeper;
+        ReleasedWaiters released;
+    };
 
     static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
         if (entry) consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
     }
 
     /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
-    void supply(ShortLock& lock, ReleasedWaiters& released) noexcept {
+    void supply(ShortLock& lock, HandOut& handOut) noexcept {
         isSupplying_ = true;
         while (!consumers_.isEmpty()) {
             auto entry = pending_.take(keyToSupply_);
             if (!entry) break;
+            if (!handOut.keeper) handOut.keeper = Shared<GuidedState>::retain(*this);
             Consumer& consumer = *consumers_.takeFirst();
             give(consumer, std::move(entry));
             lock.unlock();
@@ -96,7 +102,7 @@ private:
             advance(lock);
         }
         isSupplying_ = false;
-        if (!isOpen) drain(released);
+        if (!isOpen) drain(handOut.released);
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.
