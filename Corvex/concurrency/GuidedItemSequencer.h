@@ -28,7 +28,7 @@ public:
 
     /// False if closed.
     bool add(Supplied& entry) {
-        ReleasedWaiters released;
+        HandOut handOut;
         ShortLock lock(mutex);
         if (!isOpen) return false;
         if (Item* const waiting = pending_.search(entry.key)) {
@@ -36,13 +36,13 @@ public:
             return true;
         }
         pending_.insert(std::move(entry.key), std::move(entry.item));
-        if (!isSupplying_) supply(lock, released);
+        if (!isSupplying_) supply(lock, handOut);
         return true;
     }
 
     /// True if the consumer has to wait; else its payload is the item or, at the end, empty.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
-        ReleasedWaiters released;
+        HandOut handOut;
         ShortLock lock(mutex);
         if (isSupplying_) {
             consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
@@ -57,7 +57,7 @@ public:
         if (isOpen) {
             isSupplying_ = true;
             advance(lock);
-            supply(lock, released);
+            supply(lock, handOut);
         }
         return false;
     }
@@ -80,6 +80,11 @@ public:
 
 private:
     using Tree = AVLTree<Key, Item>;
+    /// What must end after the lock. Consumers are posted while others still wait, and may let go of the sequencer.
+    struct HandOut {
+        Shared<GuidedState> keeper;
+        ReleasedWaiters released;
+    };
 
     /// Nothing for no entry.
     static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
@@ -87,11 +92,12 @@ private:
     }
 
     /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
-    void supply(ShortLock& lock, ReleasedWaiters& released) noexcept {
+    void supply(ShortLock& lock, HandOut& handOut) noexcept {
         isSupplying_ = true;
         while (!consumers_.isEmpty()) {
             auto entry = pending_.take(keyToSupply_);
             if (!entry) break;
+            if (!handOut.keeper) handOut.keeper = Shared<GuidedState>::retain(*this);
             Consumer& consumer = *consumers_.takeFirst();
             give(consumer, std::move(entry));
             lock.unlock();
@@ -100,7 +106,7 @@ private:
             advance(lock);
         }
         isSupplying_ = false;
-        if (!isOpen) drain(released);
+        if (!isOpen) drain(handOut.released);
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.

@@ -47,6 +47,7 @@ public:
     explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
     /// Nobody refers to the buffer any more, so nobody adds or takes.
     ~FifoState() {
+        { const std::lock_guard lock(mutex); }  // who added what was taken last may still be releasing the one
         for (std::size_t i = taken_.load(); i != added_.load(); ++i) std::destroy_at(ring_.at(i));
     }
 

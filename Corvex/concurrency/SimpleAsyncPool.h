@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -53,16 +54,25 @@ public:
         }
     }
 
-    /// Takes the item that has been on hand for longest if there are more than `capacity`.
-    std::optional<Item> takeSurplus() noexcept {
-        const ShortLock lock(mutex);
-        if (available.isEmpty() || hasRoom(-1)) return std::nullopt;
-        return available.takeFirst();
+    /// Drops what is beyond the new capacity, in one step; none of it is freed under the lock. False: an increase, which
+    /// nobody wants.
+    bool updateCapacity(std::int64_t newCapacity, bool mayRaise) {
+        const auto keptCount = static_cast<std::uint64_t>(std::max<std::int64_t>(newCapacity, 0));
+        std::vector<Item> dropped;
+        ShortLock lock(mutex);
+        while (available.count() > keptCount && available.count() - keptCount > dropped.capacity()) {
+            const std::size_t count = available.count() - keptCount;
+            lock.unlock();
+            dropped.reserve(count);
+            lock.lock();
+        }
+        if (!mayRaise && capacity < newCapacity) return false;
+        capacity = newCapacity;
+        while (available.count() > keptCount) dropped.push_back(available.takeFirst());
+        return true;
     }
-    /// Whether fewer than `capacity` are on hand, counting `more`. Under the lock.
-    [[nodiscard]] bool hasRoom(std::int64_t more = 0) const noexcept {
-        return static_cast<std::int64_t>(available.count()) + more < capacity;
-    }
+    /// Whether fewer than `capacity` are on hand. Under the lock.
+    [[nodiscard]] bool hasRoom() const noexcept { return static_cast<std::int64_t>(available.count()) < capacity; }
 
     /// Guards the three below.
     ShortMutex mutex;
@@ -142,10 +152,7 @@ public:
     }
     /// Sets the capacity and drops the items beyond it, those that have been on hand for longest first. Borrowed items
     /// are dropped when they come back.
-    void updateCapacity(std::int64_t newCapacity) const noexcept {
-        setCapacity(newCapacity);
-        while (state_->takeSurplus()) continue;
-    }
+    void updateCapacity(std::int64_t newCapacity) const { state_->updateCapacity(newCapacity, true); }
     /// As above where that is no increase. Else adds what `co_await factory()` gives, an optional item, until the capacity
     /// is reached or the factory gives nothing. What the factory throws ends it; items added so far stay.
     template <class Factory>
@@ -167,10 +174,7 @@ public:
 private:
     template <class Factory>
     static Task<> grow(SimpleAsyncPool pool, std::int64_t newCapacity, Factory factory) {
-        if (pool.capacity() >= newCapacity) {
-            pool.updateCapacity(newCapacity);
-            co_return;
-        }
+        if (pool.state_->updateCapacity(newCapacity, false)) co_return;
         do {
             std::optional<Item> item = co_await factory();
             if (!item) break;

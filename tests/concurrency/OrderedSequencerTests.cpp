@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <optional>
 #include <random>
 #include <string>
@@ -104,6 +105,30 @@ TEST(GuidedItemSequencer, closingDuringAHandOutServesEarlierConsumersFirst) {
     executor.runAll();
     other.runAll();
     EXPECT_EQ(trace, "+0+2+4+1-1-2-0-4");
+}
+
+TEST(GuidedItemSequencer, aConsumerMayLetGoOfItDuringTheHandOut) {
+    ManualExecutor executor, other;
+    auto owned = std::make_shared<int>();
+    const std::weak_ptr<int> watched = owned;
+    bool isAlive = false;
+    std::optional<Guided> sequencer;
+    sequencer.emplace(1, [&, kept = std::move(owned)](const int&) -> std::optional<int> {
+        const auto see = [&other, &watched, &isAlive] { other.runAll(), isAlive = !watched.expired(); };
+        see();  // all that it needs is on the stack
+        return std::nullopt;
+    });
+    auto takeAndLetGo = [](std::optional<Guided>* last) -> Task<> {
+        co_await (*last)->next();
+        last->reset();
+    };
+    spawn(takeAndLetGo(&sequencer), other);
+    other.runAll();
+    std::string trace;
+    spawn(traceAdding(&trace, "1", [&] { return sequencer->add("1", 1); }), executor);
+    executor.runAll();
+    EXPECT_TRUE(isAlive);
+    EXPECT_TRUE(watched.expired());
 }
 
 TEST(GroupedItemsSequencer, schedules) {

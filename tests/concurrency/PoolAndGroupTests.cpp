@@ -73,6 +73,16 @@ TEST(SimpleAsyncPool, capacityRows) {
     }
 }
 
+TEST(SimpleAsyncPool, dropsItsSurplusInOneStep) {
+    const SimpleAsyncPool<std::shared_ptr<void>> pool({});
+    std::vector<std::size_t> counts;
+    const auto look = [&](void*) { counts.push_back(pool.availableCount()); };
+    for (int i = 0; i < 3; ++i) pool.add(std::shared_ptr<void>(nullptr, look));
+    pool.updateCapacity(1);
+    EXPECT_EQ(counts, std::vector<std::size_t>({1, 1}));
+    pool.updateCapacity(0);
+}
+
 struct FactoryRow {
     const char* name;
     std::int64_t newCapacity;
