@@ -6,9 +6,11 @@
 
 #include <Corvex/color/ColorCase.h>
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
-#include <Corvex/platform/Number.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// Whether the components use all code values, or the video (limited) range that leaves room below and above.
 enum class OrvanePixelColorRange : std::uint8_t { full, video };
@@ -50,6 +52,6 @@ static_assert(isComplete<OrvanePixelColorRange>(caseTable<OrvanePixelColorRange>
 }
 
 /// The raw integer as an object.
-[[nodiscard]] inline Number wrappedValue(OrvanePixelColorRange range) noexcept { return Number(rawValue(range)); }
+[[nodiscard]] CORVEX_EXPORT Number wrappedValue(OrvanePixelColorRange range) noexcept;
 
 }  // namespace corvex::inline v0

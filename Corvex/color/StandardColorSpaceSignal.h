@@ -4,10 +4,11 @@
 #include <string>
 
 #include <Corvex/color/OrvaneColorSpaceSignal.h>
-#include <Corvex/platform/Number.h>
 #include <Corvex/platform/Object.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// The signal of the ordinary cases. Immutable; any thread.
 class CORVEX_EXPORT StandardColorSpaceSignal final : public Object, public OrvaneColorSpaceSignal {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -42,7 +41,7 @@ public:
     using Consumer = PullAwaiter<FifoState>;
     class Producer;
 
-    explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
+    explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(ownCapacity == 0 ? 1 : ownCapacity) {}
     ~FifoState() {
         for (std::size_t i = taken_.load(); i != added_.load(); ++i) std::destroy_at(ring_.at(i));
     }
@@ -51,7 +50,7 @@ public:
     [[nodiscard]] bool tryAdd(Producer& producer) noexcept {
         const ShortLock lock(mutex.adding);
         const std::size_t added = added_.load(std::memory_order_relaxed);
-        const std::size_t room = std::min<std::uint64_t>(capacity, ring_.size());
+        const std::size_t room = capacity < ring_.size() ? static_cast<std::size_t>(capacity) : ring_.size();
         if (added - takenSeen_ >= room) takenSeen_ = taken_.load(std::memory_order_acquire);
         if (added - takenSeen_ >= room || !consumers_.isEmpty() || !isOpen_) return false;
         append(std::move(producer.payload));

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <utility>
 
 #include <Corvex/lut/LutTextReader.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/InputFile.h>
+#include <Corvex/platform/Log.h>
 #include <Corvex/platform/Number.h>
 #include <Corvex/platform/Text.h>
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <algorithm>
 #include <compare>
 #include <concepts>
-#include <functional>
-#include <string>
+#include <cstddef>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
-#include <Corvex/platform/Error.h>
-#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
 
@@ -24,6 +22,9 @@ private:
     std::string_view text_;
 };
 
+/// Throws the DecodingError of a typed string for JSON of another kind.
+[[noreturn]] CORVEX_EXPORT void throwNoTypedString(std::string_view jsonText);
+
 /// A text of one family of words: any spelling is legal, families never mix, the known ones are constants.
 /// A family derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
 /// Made from a literal it is a compile-time constant that refers to the literal; made from any other text it owns a
@@ -36,9 +37,9 @@ public:
 
     constexpr explicit TypedString(LiteralText literal) noexcept : text_(literal.text()) {}
 
-    /// Any text of the caller's own, which is copied.
+    /// Any text of the caller's own, a std::string, std::string_view or the like, which is copied.
     template <class Text>
-        requires std::same_as<Text, std::string> || std::same_as<Text, std::string_view>
+        requires std::is_class_v<Text> && std::convertible_to<const Text&, std::string_view>
     constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
 
     constexpr TypedString(const TypedString& other)
@@ -62,10 +63,14 @@ public:
         return a.rawValue() <=> b.rawValue();
     }
 
-    friend void to_json(Json& json, const Family& value) { setJson(json, value.rawValue()); }
-    friend void from_json(const Json& json, Family& value) {
-        const auto text = textOf(json);
-        if (!text) throw DecodingError("rawValue", "expected a text, not " + jsonText(json));
+    template <class JsonType>
+    friend void to_json(JsonType& json, const Family& value) {
+        json = typename JsonType::string_t(value.rawValue());
+    }
+    template <class JsonType>
+    friend void from_json(const JsonType& json, Family& value) {
+        const auto* text = json.template get_ptr<const typename JsonType::string_t*>();
+        if (!text) throwNoTypedString(json.dump(-1, ' ', false, JsonType::error_handler_t::replace));
         value = Family(*text);
     }
 
@@ -73,7 +78,7 @@ private:
     static constexpr std::string_view own(std::string_view text) {
         if (text.empty()) return {};
         char* copy = new char[text.size()];
-        std::copy(text.begin(), text.end(), copy);
+        text.copy(copy, text.size());
         return {copy, text.size()};
     }
 

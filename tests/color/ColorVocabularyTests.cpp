@@ -15,6 +15,9 @@
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
 #include <Corvex/color/OrvaneVideoColorPrimaries.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Number.h>
 
 namespace corvex::colorVocabularyTests {
 namespace {

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 
 namespace corvex::lutApplierTests {
 namespace {

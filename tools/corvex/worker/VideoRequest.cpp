@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
