@@ -7,10 +7,12 @@ namespace corvex::inline v0 {
 struct LutValueTriplet {
     double first = 0, second = 0, third = 0;
 
+    /// Of the three.
     [[nodiscard]] constexpr double smallest() const noexcept {
         const double smaller = second < first ? second : first;
         return third < smaller ? third : smaller;
     }
+    /// Of the three.
     [[nodiscard]] constexpr double largest() const noexcept {
         const double larger = first < second ? second : first;
         return larger < third ? third : larger;

@@ -36,10 +36,12 @@ using Json = nlohmann::ordered_json;
 
 }  // namespace corvex::inline v0
 
+namespace nlohmann {
+
 /// Codes a case of a closed enumeration as its raw value. Decoding anything else throws DecodingError.
 template <corvex::ClosedEnumeration Enumeration>
     requires corvex::isCodedAsRawValue<Enumeration>
-struct nlohmann::adl_serializer<Enumeration> {
+struct adl_serializer<Enumeration> {
     template <class JsonType>
     static void to_json(JsonType& json, Enumeration value) {
         if constexpr (std::integral<decltype(corvex::rawValue(value))>) {
@@ -60,3 +62,5 @@ struct nlohmann::adl_serializer<Enumeration> {
         value = *decoded;
     }
 };
+
+}  // namespace nlohmann

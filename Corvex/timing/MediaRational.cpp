@@ -19,11 +19,13 @@ MediaRational MediaRational::quantizedRepresentation() const noexcept {
 }
 
 template <class JsonType>
-void to_json(JsonType& json, const MediaRational& value) { json = value.rawValue(); }
+void to_json(JsonType& json, const MediaRational& value) {
+    json = value.rawValue();
+}
 
 template <class JsonType>
 void from_json(const JsonType& coded, MediaRational& value) {
-    const Json& json = coded;  // converted where it is of the other kind
+    const Json& json = coded;                        // converted where it is of the other kind
     constexpr double limit = 9223372036854775808.0;  // 2^63
     const double number = decodeNumber(json, "rawValue");
     // What comes from outside must not reach the fatal case of fromRawValue.

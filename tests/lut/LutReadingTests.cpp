@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <Corvex/lut/GenericTextLutInterpreter.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/Log.h>
 
 #include "LutFiles.h"
