@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include <Corvex/color/ColorCase.h>
 #include <Corvex/color/OrvaneVideoColorPrimaries.h>
@@ -13,8 +11,6 @@
 #include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
-
-class OrvaneColorSpaceSignal;
 
 /// A named combination of primaries, transfer function and matrix. Coded as the raw integer.
 enum class OrvaneVideoColorSpace : std::uint8_t {
@@ -65,11 +61,6 @@ static_assert(isComplete<OrvaneVideoColorSpace>(caseTable<OrvaneVideoColorSpace>
     OrvaneVideoColorSpace space) noexcept {
     return caseOf(space).defaultColorPrimaries;
 }
-
-/// The signals by which the colour space may be carried, in order of preference; none for custom8, custom9 and custom10.
-/// Each call makes new objects.
-[[nodiscard]] CORVEX_EXPORT std::optional<std::vector<std::shared_ptr<const OrvaneColorSpaceSignal>>> definedSignals(
-    OrvaneVideoColorSpace space);
 
 /// The colour space of a cloud job's conversion options, by the number that the message carries; none for 0
 /// (unspecified), 1 (unknown) and numbers that the message does not know.

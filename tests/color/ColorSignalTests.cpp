@@ -9,6 +9,7 @@
 #include <Corvex/color/OrvaneColorEncoding.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 #include <Corvex/color/StandardColorSpaceSignal.h>
+#include <Corvex/color/definedSignals.h>
 #include <Corvex/platform/Number.h>
 
 namespace corvex::colorSignalTests {

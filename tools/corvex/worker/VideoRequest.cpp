@@ -7,6 +7,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/color/GammaColorSpaceSignal.h>
+#include <Corvex/color/definedSignals.h>
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/worker/RequestText.h>
 
