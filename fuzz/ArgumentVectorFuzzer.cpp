@@ -11,6 +11,7 @@
 #include <Corvex/cli/CLIArgumentSanitizer.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
 
 namespace {

@@ -6,6 +6,7 @@
 
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/Text.h>
 #include <Corvex/platform/Utf8.h>
 

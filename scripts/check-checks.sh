@@ -34,9 +34,13 @@ expect 0 'check-symbols.py on the libraries' ./scripts/check-symbols.py build/re
 
 echo '#include <Corvex/cli/CliArgumentStore.h>' >>Corvex/platform/Text.h
 expect 1 'an include against the direction' ./scripts/check-includes.py
+echo '#include <algorithm>' >>Corvex/platform/Text.h
+expect 1 'a heavy include in a public header' ./scripts/check-includes.py
 
 printf '#pragma once\nstd::string stray();\n' >Corvex/platform/Stray.h && git add Corvex/platform/Stray.h
 expect 1 'a header that does not compile alone' ./scripts/check-headers.sh
+sed -i 's/static_assert(!std::is_enum_v<Enumeration>, /static_assert(true, /' Corvex/platform/CaseTable.h
+expect 1 'an enumeration that could be coded as its number' ./scripts/check-headers.sh
 
 printf 'Task<void> stray(int x) { co_await run([x] { return x; }); }\n' >>Corvex/platform/Sleep.cpp
 expect 1 'a capturing closure inside co_await' ./scripts/check-awaits.py

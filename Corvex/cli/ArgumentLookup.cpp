@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Json.h>
 
 namespace corvex::inline v0 {
 namespace {
@@ -116,14 +117,22 @@ void ArgumentLookup::erase(std::string_view flag) {
     indexEntries();
 }
 
-void to_json(Json& json, const ArgumentLookup& lookup) {
+template <class JsonType>
+void to_json(JsonType& json, const ArgumentLookup& lookup) {
     json = Json::object();
     for (const auto& [flag, value] : lookup.entries_) json.emplace(flag, value);
 }
 
-void from_json(const Json& json, ArgumentLookup& lookup) {
+template <class JsonType>
+void from_json(const JsonType& coded, ArgumentLookup& lookup) {
+    const Json& json = coded;  // converted where it is of the other kind
     auto members = json.get<std::map<std::string, std::string>>();
     lookup = ArgumentLookup(std::vector<ArgumentLookup::Entry>(members.begin(), members.end()));
 }
+
+template CORVEX_EXPORT void to_json(Json&, const ArgumentLookup&);
+template CORVEX_EXPORT void to_json(nlohmann::json&, const ArgumentLookup&);
+template CORVEX_EXPORT void from_json(const Json&, ArgumentLookup&);
+template CORVEX_EXPORT void from_json(const nlohmann::json&, ArgumentLookup&);
 
 }  // namespace corvex::inline v0

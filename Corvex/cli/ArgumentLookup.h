@@ -9,7 +9,6 @@
 #include <vector>
 
 #include <Corvex/platform/Export.h>
-#include <Corvex/platform/Json.h>
 
 namespace corvex::inline v0 {
 
@@ -60,8 +59,10 @@ public:
     }
     /// Coded as one object from flag to value. Decoding throws what the JSON library throws for a value of another
     /// kind.
-    friend CORVEX_EXPORT void to_json(Json& json, const ArgumentLookup& lookup);
-    friend CORVEX_EXPORT void from_json(const Json& json, ArgumentLookup& lookup);
+    template <class JsonType>
+    friend CORVEX_EXPORT void to_json(JsonType& json, const ArgumentLookup& lookup);
+    template <class JsonType>
+    friend CORVEX_EXPORT void from_json(const JsonType& json, ArgumentLookup& lookup);
 
 private:
     struct Slot {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -48,8 +47,7 @@ private:
 
     /// 8 nodes, then twice as many each time, up to 512: small trees stay small.
     void addBlock() {
-        const std::size_t count =
-            std::min<std::size_t>(std::size_t{8} << std::min<std::size_t>(blocks_.size(), 6), 512);
+        const std::size_t count = blocks_.size() < 6 ? std::size_t{8} << blocks_.size() : 512;
         blocks_.push_back(std::make_unique_for_overwrite<Slot[]>(count));
         unused_ = blocks_.back().get();
         end_ = unused_ + count;

@@ -6,9 +6,11 @@
 
 #include <Corvex/color/ColorCase.h>
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
-#include <Corvex/platform/Number.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// Whether the components use all code values, or the video (narrow) range that leaves room below and above: of 8 bits
 /// 16 to 235 for Y' and R'G'B', 16 to 240 for colour differences; the same times a power of two of more bits. Coded as
@@ -52,6 +54,6 @@ static_assert(isComplete<OrvanePixelColorRange>(caseTable<OrvanePixelColorRange>
 }
 
 /// The raw integer as an object.
-[[nodiscard]] inline Number wrappedValue(OrvanePixelColorRange range) noexcept { return Number(rawValue(range)); }
+[[nodiscard]] CORVEX_EXPORT Number wrappedValue(OrvanePixelColorRange range) noexcept;
 
 }  // namespace corvex::inline v0

@@ -5,9 +5,11 @@
 #include <Corvex/color/ColorCase.h>
 #include <Corvex/exported/OAVTranscodeArgumentColorMatrixValue.h>
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
-#include <Corvex/platform/Number.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// The matrix between R'G'B' and Y'CbCr of a video signal; `none`: the components are R'G'B'. `rec2020` is that of
 /// non-constant luminance. `custom5` and `custom6` are matrices that no standard names. Coded as the raw integer. Code
@@ -38,7 +40,7 @@ static_assert(isComplete<OrvaneVideoColorMatrix>(caseTable<OrvaneVideoColorMatri
 }
 
 /// The raw integer as an object, as StandardColorSpaceSignal takes it.
-[[nodiscard]] inline Number wrappedValue(OrvaneVideoColorMatrix matrix) noexcept { return Number(rawValue(matrix)); }
+[[nodiscard]] CORVEX_EXPORT Number wrappedValue(OrvaneVideoColorMatrix matrix) noexcept;
 
 /// The matrix of an ISO/IEC 23091-2 code point, or none. 5 (BT.601 at 625 lines) is the matrix of 6.
 [[nodiscard]] constexpr std::optional<OrvaneVideoColorMatrix> colorMatrixFromCodePoint(int point) noexcept {

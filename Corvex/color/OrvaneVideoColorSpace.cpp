@@ -4,6 +4,7 @@
 
 #include <Corvex/color/GammaColorSpaceSignal.h>
 #include <Corvex/color/StandardColorSpaceSignal.h>
+#include <Corvex/color/definedSignals.h>
 
 namespace corvex::inline v0 {
 namespace {

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include <Corvex/color/ColorCase.h>
 #include <Corvex/color/OrvaneVideoColorPrimaries.h>
@@ -70,11 +68,6 @@ static_assert(isComplete<OrvaneVideoColorSpace>(caseTable<OrvaneVideoColorSpace>
     OrvaneVideoColorSpace space) noexcept {
     return caseOf(space).defaultColorPrimaries;
 }
-
-/// The signals by which the colour space may be carried, in order of preference; none for custom8, custom9 and custom10.
-/// Each call makes new objects.
-[[nodiscard]] CORVEX_EXPORT std::optional<std::vector<std::shared_ptr<const OrvaneColorSpaceSignal>>> definedSignals(
-    OrvaneVideoColorSpace space);
 
 /// The colour space of a cloud job's conversion options, by the number that the message carries; none for 0
 /// (unspecified), 1 (unknown) and numbers that the message does not know.

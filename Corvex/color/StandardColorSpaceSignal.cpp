@@ -1,5 +1,7 @@
 #include <Corvex/color/StandardColorSpaceSignal.h>
 
+#include <Corvex/platform/Number.h>
+
 namespace corvex::inline v0 {
 namespace {
 

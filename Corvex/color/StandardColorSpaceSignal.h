@@ -4,10 +4,11 @@
 #include <string>
 
 #include <Corvex/color/OrvaneColorSpaceSignal.h>
-#include <Corvex/platform/Number.h>
 #include <Corvex/platform/Object.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// The signal of the ordinary cases: three enumerators, each of which may be absent. Immutable; any thread. As an
 /// object it is equal to another of its kind with the same three parts.

@@ -1,5 +1,7 @@
 #include <Corvex/concurrency/AsyncTaskGroup.h>
 
+#include <Corvex/platform/Checked.h>
+
 namespace corvex::inline v0 {
 namespace detail {
 

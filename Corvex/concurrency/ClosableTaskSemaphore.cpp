@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include <Corvex/platform/Checked.h>
+
 namespace corvex::inline v0 {
 namespace detail {
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <optional>
@@ -17,7 +16,7 @@ template <class Item>
 class LimitedSizeQueue final {
 public:
     /// In items. 0 counts as 1.
-    explicit LimitedSizeQueue(std::uint64_t capacity) : capacity_(std::max<std::uint64_t>(capacity, 1)) {}
+    explicit LimitedSizeQueue(std::uint64_t capacity) : capacity_(capacity == 0 ? 1 : capacity) {}
 
     /// Drops the oldest where the queue is full. Allocates; what is dropped is destroyed on the queue's thread.
     void push(Item item) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -44,7 +43,7 @@ public:
     using Consumer = PullAwaiter<FifoState>;
     class Producer;
 
-    explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(std::max<std::uint64_t>(ownCapacity, 1)) {}
+    explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(ownCapacity == 0 ? 1 : ownCapacity) {}
     /// Nobody refers to the buffer any more, so nobody adds or takes.
     ~FifoState() {
         { const std::lock_guard lock(mutex); }  // who added what was taken last may still be releasing the one
@@ -55,7 +54,7 @@ public:
     [[nodiscard]] bool tryAdd(Producer& producer) noexcept {
         const ShortLock lock(mutex.adding);
         const std::size_t added = added_.load(std::memory_order_relaxed);
-        const std::size_t room = std::min<std::uint64_t>(capacity, ring_.size());
+        const std::size_t room = capacity < ring_.size() ? static_cast<std::size_t>(capacity) : ring_.size();
         if (added - takenSeen_ >= room) takenSeen_ = taken_.load(std::memory_order_acquire);
         if (added - takenSeen_ >= room || !consumers_.isEmpty() || !isOpen_) return false;
         append(std::move(producer.payload));

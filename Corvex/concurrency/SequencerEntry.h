@@ -3,7 +3,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <optional>  // std::hash
 #include <utility>
 
 namespace corvex::inline v0 {

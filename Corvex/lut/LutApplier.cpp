@@ -1,8 +1,10 @@
 #include <Corvex/lut/LutApplier.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include <Corvex/lut/LutPlan.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/lut/PlainLutKernel.h>
 #include <Corvex/lut/VectorLutKernel.h>
 #include <Corvex/platform/Checked.h>

@@ -6,13 +6,13 @@
 #include <optional>
 
 #include <Corvex/lut/LutApplierError.h>
-#include <Corvex/lut/LutDimensions.h>
-#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/lut/PixelBuffer.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
 
+class ParsedLutFile;
 struct LutPlan;
 
 /// What a table's numbers mean (docs/LUTS.md opens with an example of the difference).

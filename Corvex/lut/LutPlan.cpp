@@ -5,6 +5,7 @@
 #include <string>
 
 #include <Corvex/lut/BitDepth.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/lut/VectorLutKernel.h>
 #include <Corvex/platform/DoubleText.h>
 

@@ -2,16 +2,18 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <Corvex/lut/LutLineReport.h>
-#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/CaseTable.h>
-#include <Corvex/platform/Log.h>
 
 namespace corvex::inline v0 {
+
+class ParsedLutFile;
+enum class LogLevel : std::uint8_t;
 
 /// Why a file is no LUT, in the order in which they are found. docs/LUTS.md says what to do about each.
 enum class LutReadProblem : std::uint8_t {

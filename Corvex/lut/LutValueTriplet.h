@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-
 namespace corvex::inline v0 {
 
 /// One data line: red, green, blue in the order of its columns, each the double nearest to its text. Never NaN, never
@@ -9,8 +7,16 @@ namespace corvex::inline v0 {
 struct LutValueTriplet {
     double first = 0, second = 0, third = 0;
 
-    [[nodiscard]] constexpr double smallest() const noexcept { return std::min(std::min(first, second), third); }
-    [[nodiscard]] constexpr double largest() const noexcept { return std::max(std::max(first, second), third); }
+    /// Of the three.
+    [[nodiscard]] constexpr double smallest() const noexcept {
+        const double smaller = second < first ? second : first;
+        return third < smaller ? third : smaller;
+    }
+    /// Of the three.
+    [[nodiscard]] constexpr double largest() const noexcept {
+        const double larger = first < second ? second : first;
+        return larger < third ? third : larger;
+    }
 
     friend constexpr bool operator==(const LutValueTriplet&, const LutValueTriplet&) = default;
 };

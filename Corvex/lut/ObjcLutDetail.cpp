@@ -1,10 +1,12 @@
 #include <Corvex/lut/ObjcLutDetail.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include <Corvex/lut/BitDepth.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 
 namespace corvex::inline v0 {
 

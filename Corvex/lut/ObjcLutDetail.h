@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <Corvex/lut/ObjcLutDescriptor.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 #include <Corvex/platform/Number.h>
 #include <Corvex/platform/Object.h>
 

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <bit>
+#include <filesystem>
 #include <string>
 #include <utility>
 
 #include <Corvex/lut/LutTextReader.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/InputFile.h>
+#include <Corvex/platform/Log.h>
 #include <Corvex/platform/Number.h>
 
 namespace corvex::inline v0 {

@@ -1,18 +1,27 @@
 #pragma once
 
 #include <array>
-#include <filesystem>
 #include <memory>
 #include <string_view>
 
 #include <Corvex/exported/FileExtension.h>
 #include <Corvex/lut/ExtensionFilter.h>
-#include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/LutReading.h>
-#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
+
+struct LutValueTriplet;
+class GenericTextLutInterpreter;
+class ParsedLutFile;
+class ParsedOneDimensionLutFile;
+class ParsedThreeDimensionalFloatingPointFile;
+class ParsedThreeDimensionalIntegerFile;
+class LutCube;
+class OneDimensionConverter;
+class Integer3DSampleConverter;
+class NormalizedFloatingPoint3DSampleConverter;
 
 /// Reads LUT text files. The extension decides only whether a file is read; all go through one grammar (docs/LUTS.md).
 /// Cost     Linear in the file, read in chunks; the table takes 24 bytes an entry, at most 384 MiB.

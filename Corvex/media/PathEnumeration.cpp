@@ -1,6 +1,7 @@
 #include <Corvex/media/PathEnumeration.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 #include <vector>
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 #include <Corvex/platform/StoppableBlock.h>
 
 namespace corvex::inline v0 {

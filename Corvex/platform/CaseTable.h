@@ -10,8 +10,6 @@
 #include <type_traits>
 
 #include <Corvex/platform/Checked.h>
-#include <Corvex/platform/Error.h>
-#include <Corvex/platform/Json.h>
 
 namespace corvex::inline v0 {
 
@@ -29,8 +27,8 @@ struct Case {
 };
 
 /// The table of a closed enumeration: specialised beside it with a constexpr std::array of rows, in case order. From it
-/// alone come allCases, rawValue, fromRawValue, description and the coding to JSON. A
-/// static_assert(isComplete<E>(caseTable<E>)) beside it makes a forgotten row an error of the compiler.
+/// alone come allCases, rawValue, fromRawValue, description and the coding to JSON (Json.h).
+/// A static_assert(isComplete<E>(caseTable<E>)) beside it makes a forgotten row an error of the compiler.
 template <class Enumeration>
 inline constexpr auto caseTable = nullptr;
 
@@ -94,27 +92,23 @@ template <ClosedEnumeration Enumeration, class Raw>
     return std::nullopt;
 }
 
-/// Codes a case as its raw value. Decoding anything else throws DecodingError. Templates of the enumeration alone: one
-/// of the JSON type too would be ambiguous with the JSON library's own, which codes an enumerator as its number.
-template <ClosedEnumeration Enumeration>
-void to_json(Json& json, Enumeration value) {
-    if constexpr (std::integral<decltype(rawValue(value))>) {
-        setJson(json, static_cast<std::int64_t>(rawValue(value)));
-    } else {
-        setJson(json, rawValue(value));
-    }
-}
+/// Whether a closed enumeration is coded to JSON as its raw value: one that says false has a coding of its own.
+template <class Enumeration>
+inline constexpr bool isCodedAsRawValue = true;
 
-template <ClosedEnumeration Enumeration>
-void from_json(const Json& json, Enumeration& value) {
-    std::optional<Enumeration> decoded;
-    if constexpr (std::integral<decltype(rawValue(value))>) {
-        if (const auto number = wholeNumberOf(json)) decoded = fromRawValue<Enumeration>(*number);
-    } else {
-        if (const auto text = textOf(json)) decoded = fromRawValue<Enumeration>(*text);
-    }
-    if (!decoded) throw DecodingError("rawValue", "no case has " + jsonText(json));
-    value = *decoded;
-}
+/// What stands where the coding of Json.h is missing, because the JSON library would code an enumerator as its number.
+template <class Enumeration>
+struct MissingCoding {
+    static_assert(!std::is_enum_v<Enumeration>, "include <Corvex/platform/Json.h> to code an enumeration");
+    using Result = void;
+};
+/// Never called: where it is found the compilation ends.
+template <class JsonType, ClosedEnumeration Enumeration>
+    requires isCodedAsRawValue<Enumeration>
+MissingCoding<Enumeration>::Result to_json(JsonType& json, Enumeration value);
+/// Never called, as to_json().
+template <class JsonType, ClosedEnumeration Enumeration>
+    requires isCodedAsRawValue<Enumeration>
+MissingCoding<Enumeration>::Result from_json(const JsonType& json, Enumeration& value);
 
 }  // namespace corvex::inline v0

@@ -1,5 +1,7 @@
 #include <Corvex/platform/FileDates.h>
 
+#include <filesystem>
+
 #include <sys/stat.h>
 
 #ifdef __linux__

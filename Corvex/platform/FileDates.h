@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <ctime>
-#include <filesystem>
 #include <optional>
 
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
 

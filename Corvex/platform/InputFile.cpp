@@ -1,6 +1,7 @@
 #include <Corvex/platform/InputFile.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>

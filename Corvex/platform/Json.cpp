@@ -33,9 +33,6 @@ std::optional<std::int64_t> wholeNumberOf(const Json& json) noexcept {
     return number == nullptr ? std::nullopt : std::optional(*number);
 }
 
-void setJson(Json& json, std::string_view text) { json = std::string(text); }
-void setJson(Json& json, std::int64_t number) { json = number; }
-
 std::string jsonText(const Json& json, int indent) {
     return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }

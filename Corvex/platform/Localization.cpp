@@ -1,6 +1,7 @@
 #include <Corvex/platform/Localization.h>
 
 #include <clocale>
+#include <filesystem>
 #include <system_error>
 
 #if __has_include(<libintl.h>) && defined(CORVEX_LOCALE_DIRECTORY)

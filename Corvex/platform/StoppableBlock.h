@@ -2,7 +2,6 @@
 
 #include <concepts>
 #include <cstddef>
-#include <memory>
 #include <type_traits>
 
 namespace corvex::inline v0 {
@@ -22,7 +21,7 @@ public:
                  (std::invocable<Block&, Arguments..., bool&> || std::invocable<Block&, Arguments...>))
     // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions,bugprone-forwarding-reference-overload)
     constexpr StoppableBlock(Block&& block) noexcept
-        : block_(std::addressof(block)), call_([](const void* address, bool& stop, Arguments... arguments) {
+        : block_(__builtin_addressof(block)), call_([](const void* address, bool& stop, Arguments... arguments) {
               auto& callee = *static_cast<std::remove_reference_t<Block>*>(const_cast<void*>(address));
               if constexpr (std::invocable<Block&, Arguments..., bool&>) {
                   callee(arguments..., stop);

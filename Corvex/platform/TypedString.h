@@ -1,15 +1,13 @@
 #pragma once
 
-#include <algorithm>
 #include <compare>
 #include <concepts>
-#include <functional>
-#include <string>
+#include <cstddef>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
-#include <Corvex/platform/Error.h>
-#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
 
@@ -40,9 +38,9 @@ public:
     /// Refers to the literal; the compiler takes nothing else.
     constexpr explicit TypedString(LiteralText literal) noexcept : text_(literal.text()) {}
 
-    /// Any text of the caller's own, which is copied.
+    /// Any text of the caller's own, a std::string, std::string_view or the like, which is copied.
     template <class Text>
-        requires std::same_as<Text, std::string> || std::same_as<Text, std::string_view>
+        requires std::is_class_v<Text> && std::convertible_to<const Text&, std::string_view>
     constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
 
     /// Copies what the other owns, and refers to the same literal where it owns nothing.
@@ -67,10 +65,14 @@ public:
         return a.rawValue() <=> b.rawValue();
     }
 
-    friend void to_json(Json& json, const Family& value) { setJson(json, value.rawValue()); }
-    friend void from_json(const Json& json, Family& value) {
-        const auto text = textOf(json);
-        if (!text) throw DecodingError("rawValue", "expected a text, not " + jsonText(json));
+    template <class JsonType>
+    friend void to_json(JsonType& json, const Family& value) {
+        json = typename JsonType::string_t(value.rawValue());
+    }
+    template <class JsonType>
+    friend void from_json(const JsonType& json, Family& value) {
+        const auto* text = json.template get_ptr<const typename JsonType::string_t*>();
+        if (!text) throwNoTypedString(json.dump(-1, ' ', false, JsonType::error_handler_t::replace));
         value = Family(*text);
     }
 
@@ -79,7 +81,7 @@ private:
     static constexpr std::string_view own(std::string_view text) {
         if (text.empty()) return {};
         char* copy = new char[text.size()];
-        std::copy(text.begin(), text.end(), copy);
+        text.copy(copy, text.size());
         return {copy, text.size()};
     }
 

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <mutex>
-#include <string>
-#include <string_view>
+#include <cstddef>
 #include <type_traits>
 #include <utility>
 
-#include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Export.h>
 #include <Corvex/platform/SharedState.h>
 #include <Corvex/platform/ShortMutex.h>
 #include <Corvex/platform/TaskContext.h>
@@ -45,6 +43,7 @@ private:
     friend class WaiterList;
 
     [[nodiscard]] WaiterLinks* following() const noexcept { return static_cast<WaiterLinks*>(next); }
+    [[noreturn]] CORVEX_EXPORT void stopForLateDestruction() const noexcept;
 
     WaiterLinks* previous_ = nullptr;
     detail::WaiterChain* chain_ = nullptr;  ///< While linked.
@@ -171,12 +170,12 @@ protected:
 
 private:
     void abandon() noexcept {
-        const std::lock_guard lock(state_->mutex);
-        if (chain_ == nullptr) fatalError(std::string(operation_).append(lateMessage));
+        state_->mutex.lock();
+        if (chain_ == nullptr) stopForLateDestruction();
         chain_->remove(*this);
+        state_->mutex.unlock();
     }
 
-    static constexpr std::string_view lateMessage = ": a coroutine was destroyed after its resumption had been posted";
     Shared<State> state_;
 };
 

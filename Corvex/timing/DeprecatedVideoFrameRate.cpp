@@ -83,19 +83,27 @@ void DeprecatedVideoFrameRate::setNtscTimeScale(std::int64_t timeScale) noexcept
     currentTimeScale.store(timeScale, std::memory_order_relaxed);
 }
 
-void to_json(Json& json, const DeprecatedVideoFrameRate& value) {
+template <class JsonType>
+void to_json(JsonType& json, const DeprecatedVideoFrameRate& value) {
     const bool isCustom = value.choice() == Choice::custom;
     json = Json::object();
     json[std::string(rawValue(value.choice()))] = isCustom ? Json(value.rawValue()) : Json::object();
 }
 
-void from_json(const Json& json, DeprecatedVideoFrameRate& value) {
+template <class JsonType>
+void from_json(const JsonType& coded, DeprecatedVideoFrameRate& value) {
+    const Json& json = coded;  // converted where it is of the other kind
     const auto [key, payload] = decodeKeyedCase(json, "DeprecatedVideoFrameRate");
     const auto choice = fromRawValue<Choice>(key);
     if (!choice) throw DecodingError(std::string(key), "is no frame rate");
     value = *choice == Choice::custom ? DeprecatedVideoFrameRate::custom(payload.get<MediaRational>())
                                       : DeprecatedVideoFrameRate(*choice);
 }
+
+template CORVEX_EXPORT void to_json(Json&, const DeprecatedVideoFrameRate&);
+template CORVEX_EXPORT void to_json(nlohmann::json&, const DeprecatedVideoFrameRate&);
+template CORVEX_EXPORT void from_json(const Json&, DeprecatedVideoFrameRate&);
+template CORVEX_EXPORT void from_json(const nlohmann::json&, DeprecatedVideoFrameRate&);
 
 }  // namespace corvex::inline v0
 

@@ -2,13 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include <Corvex/platform/Export.h>
-#include <Corvex/platform/Json.h>
 #include <Corvex/timing/MediaRational.h>
 
 namespace corvex::inline v0 {
@@ -84,8 +82,10 @@ private:
     MediaRational custom_;  // 0/1 for the fixed cases
 };
 
-CORVEX_EXPORT void to_json(Json& json, const DeprecatedVideoFrameRate& value);
-CORVEX_EXPORT void from_json(const Json& json, DeprecatedVideoFrameRate& value);
+template <class JsonType>
+CORVEX_EXPORT void to_json(JsonType& json, const DeprecatedVideoFrameRate& value);
+template <class JsonType>
+CORVEX_EXPORT void from_json(const JsonType& json, DeprecatedVideoFrameRate& value);
 
 }  // namespace corvex::inline v0
 

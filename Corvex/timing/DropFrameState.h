@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include <Corvex/platform/CaseTable.h>
-#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
 
@@ -26,7 +26,12 @@ inline constexpr auto caseTable<DropFrameState> = std::to_array<Case<DropFrameSt
 });
 static_assert(isComplete<DropFrameState>(caseTable<DropFrameState>));
 
-CORVEX_EXPORT void to_json(Json& json, DropFrameState value);
-CORVEX_EXPORT void from_json(const Json& json, DropFrameState& value);
+/// It has a coding of its own.
+template <>
+inline constexpr bool isCodedAsRawValue<DropFrameState> = false;
+template <class JsonType>
+CORVEX_EXPORT void to_json(JsonType& json, DropFrameState value);
+template <class JsonType>
+CORVEX_EXPORT void from_json(const JsonType& json, DropFrameState& value);
 
 }  // namespace corvex::inline v0

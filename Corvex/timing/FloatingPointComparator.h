@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <concepts>
 #include <cstddef>
 #include <cstring>
@@ -24,15 +23,21 @@ struct FloatingPointComparator {
         if (!b) return false;
         if (!tolerance) return a == *b;
         if (a != a && *b != *b) return true;
-        return magnitude(a - *b) <= *tolerance * std::max({magnitude(a), magnitude(*b), T{1}});
+        T largest = magnitude(a);
+        if (largest < magnitude(*b)) largest = magnitude(*b);
+        if (largest < 1) largest = 1;
+        return magnitude(a - *b) <= *tolerance * largest;
     }
 
     /// Whether both have the same count and the pairs in order are equal as `valuesEqual` says.
     template <std::floating_point T>
     [[nodiscard]] static constexpr bool arraysEqual(std::span<const T> a, std::span<const T> b,
                                                     std::optional<T> tolerance) noexcept {
-        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                          [tolerance](T left, T right) { return valuesEqual<T>(left, right, tolerance); });
+        if (a.size() != b.size()) return false;
+        for (std::size_t i = 0; i < a.size(); ++i) {
+            if (!valuesEqual<T>(a[i], b[i], tolerance)) return false;
+        }
+        return true;
     }
 
     /// Whether both are stored as the same bits: 0.0 and -0.0 differ, one NaN equals itself.

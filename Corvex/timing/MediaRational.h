@@ -2,12 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 
 #include <Corvex/platform/Checked.h>
-#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Rounding.h>
 #include <Corvex/timing/MediaTiming.h>
 #include <Corvex/timing/RatioRepresentable.h>
@@ -144,8 +142,10 @@ constexpr std::optional<MediaRational> MediaRational::approximate(double value, 
     }
 }
 
-CORVEX_EXPORT void to_json(Json& json, const MediaRational& value);
-CORVEX_EXPORT void from_json(const Json& json, MediaRational& value);
+template <class JsonType>
+CORVEX_EXPORT void to_json(JsonType& json, const MediaRational& value);
+template <class JsonType>
+CORVEX_EXPORT void from_json(const JsonType& json, MediaRational& value);
 
 }  // namespace corvex::inline v0
 

@@ -12,12 +12,20 @@ double NumericRational::quotient() const {
     return static_cast<double>(numerator_) / static_cast<double>(denominator_);
 }
 
-void to_json(Json& json, const NumericRational& value) {
+template <class JsonType>
+void to_json(JsonType& json, const NumericRational& value) {
     json = Json{{"numerator", value.numerator()}, {"denominator", value.denominator()}};
 }
 
-void from_json(const Json& json, NumericRational& value) {
+template <class JsonType>
+void from_json(const JsonType& coded, NumericRational& value) {
+    const Json& json = coded;  // converted where it is of the other kind
     value = {decodeIntegerMember(json, "numerator"), decodeIntegerMember(json, "denominator")};
 }
+
+template CORVEX_EXPORT void to_json(Json&, const NumericRational&);
+template CORVEX_EXPORT void to_json(nlohmann::json&, const NumericRational&);
+template CORVEX_EXPORT void from_json(const Json&, NumericRational&);
+template CORVEX_EXPORT void from_json(const nlohmann::json&, NumericRational&);
 
 }  // namespace corvex::inline v0

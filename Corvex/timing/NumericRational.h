@@ -2,11 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 
 #include <Corvex/platform/Checked.h>
-#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Object.h>
 #include <Corvex/platform/Rounding.h>
 #include <Corvex/timing/RatioRepresentable.h>
@@ -129,8 +127,10 @@ constexpr NumericRational NumericRational::fromDouble(double value, double epsil
     }
 }
 
-CORVEX_EXPORT void to_json(Json& json, const NumericRational& value);
-CORVEX_EXPORT void from_json(const Json& json, NumericRational& value);
+template <class JsonType>
+CORVEX_EXPORT void to_json(JsonType& json, const NumericRational& value);
+template <class JsonType>
+CORVEX_EXPORT void from_json(const JsonType& json, NumericRational& value);
 
 }  // namespace corvex::inline v0
 

@@ -71,7 +71,8 @@ std::string TimecodeComponents::timecodeString() const {
     return std::string(writeTimecode(buffer));
 }
 
-void to_json(Json& json, const TimecodeComponents& value) {
+template <class JsonType>
+void to_json(JsonType& json, const TimecodeComponents& value) {
     json = Json{{"hours", value.hours},
                 {"minutes", value.minutes},
                 {"seconds", value.seconds},
@@ -79,10 +80,17 @@ void to_json(Json& json, const TimecodeComponents& value) {
                 {"dropFrameState", value.dropFrameState}};
 }
 
-void from_json(const Json& json, TimecodeComponents& value) {
+template <class JsonType>
+void from_json(const JsonType& coded, TimecodeComponents& value) {
+    const Json& json = coded;  // converted where it is of the other kind
     value = {decodeIntegerMember(json, "hours"), decodeIntegerMember(json, "minutes"),
              decodeIntegerMember(json, "seconds"), decodeIntegerMember(json, "frames"),
              requireMember(json, "dropFrameState").get<DropFrameState>()};
 }
+
+template CORVEX_EXPORT void to_json(Json&, const TimecodeComponents&);
+template CORVEX_EXPORT void to_json(nlohmann::json&, const TimecodeComponents&);
+template CORVEX_EXPORT void from_json(const Json&, TimecodeComponents&);
+template CORVEX_EXPORT void from_json(const nlohmann::json&, TimecodeComponents&);
 
 }  // namespace corvex::inline v0

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include <Corvex/platform/Json.h>
 #include <Corvex/timing/DropFrameState.h>
 #include <Corvex/timing/timecodeCounting.h>
 #include <Corvex/timing/timecodeParsing.h>
@@ -131,7 +130,9 @@ constexpr TimecodeComponents TimecodeComponents::sanitizedTimecode(std::string_v
             parts.dropFrameState};
 }
 
-CORVEX_EXPORT void to_json(Json& json, const TimecodeComponents& value);
-CORVEX_EXPORT void from_json(const Json& json, TimecodeComponents& value);
+template <class JsonType>
+CORVEX_EXPORT void to_json(JsonType& json, const TimecodeComponents& value);
+template <class JsonType>
+CORVEX_EXPORT void from_json(const JsonType& json, TimecodeComponents& value);
 
 }  // namespace corvex::inline v0

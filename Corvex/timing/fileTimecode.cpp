@@ -1,5 +1,7 @@
 #include <Corvex/timing/fileTimecode.h>
 
+#include <filesystem>
+
 #include <Corvex/platform/FileDates.h>
 
 namespace corvex::inline v0 {

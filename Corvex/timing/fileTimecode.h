@@ -1,8 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 
+#include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 #include <Corvex/timing/TimecodeComponents.h>
 
 namespace corvex::inline v0 {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 
 #include <Corvex/platform/Checked.h>
@@ -35,8 +34,8 @@ template <class Int>
     const Int perTenMinutes = quanta * 600 - 9 * dropped;
     const Int tens = frame / perTenMinutes;
     const Int rest = frame % perTenMinutes;
-    const Int minutesOver = std::max(Int{0}, static_cast<Int>((rest - dropped) / (perMinute - dropped)));
-    const Int skipped = checkedMultiply(dropped, static_cast<Int>(9 * tens + minutesOver));
+    const auto minutesOver = static_cast<Int>((rest - dropped) / (perMinute - dropped));
+    const Int skipped = checkedMultiply(dropped, static_cast<Int>(9 * tens + (minutesOver < 0 ? 0 : minutesOver)));
     const Int label = checkedAdd(frame, skipped);
     const Int ofHour = label % perHour;
     const Int ofMinute = ofHour % perMinute;
@@ -80,7 +79,7 @@ template <std::int64_t quanta>
 /// A negative frame counts as 0; hours are not wrapped. 0 frames a second stop the process.
 [[nodiscard]] constexpr TimecodeFields nonDropFields(std::int64_t frame, std::int64_t perSecond) noexcept {
     require(perSecond != 0, "timecode needs a rate that is not 0");
-    const std::int64_t counted = std::max<std::int64_t>(frame, 0);
+    const std::int64_t counted = frame < 0 ? 0 : frame;
     switch (perSecond) {
         case 24: return splitNonDrop(counted, 24);
         case 25: return splitNonDrop(counted, 25);

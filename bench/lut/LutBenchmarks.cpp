@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include <Corvex/lut/LutApplier.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 
 #include "LutSamples.h"
 

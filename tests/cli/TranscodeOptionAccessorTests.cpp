@@ -10,7 +10,9 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/color/OrvanePixelTransferFunction.h>
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
+#include <Corvex/exported/OAVUnifiedCodecDecoderValue.h>
 #include <Corvex/media/AudioChannelLabel.h>
+#include <Corvex/platform/Number.h>
 
 namespace corvex::transcodeOptionAccessorTests {
 namespace {

@@ -8,6 +8,8 @@
 #include <Corvex/color/GammaColorSpaceSignal.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 #include <Corvex/color/StandardColorSpaceSignal.h>
+#include <Corvex/color/definedSignals.h>
+#include <Corvex/platform/Number.h>
 
 namespace corvex::colorSignalTests {
 namespace {

@@ -15,6 +15,10 @@
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
 #include <Corvex/color/OrvaneVideoColorPrimaries.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
+#include <Corvex/color/definedSignals.h>
+#include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
+#include <Corvex/platform/Number.h>
 
 namespace corvex::colorVocabularyTests {
 namespace {

@@ -8,7 +8,9 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/lut/ObjcLutDetail.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/InputFile.h>
+#include <Corvex/platform/Log.h>
 #include <tests/Places.h>
 
 #include "LutFiles.h"

@@ -7,6 +7,7 @@
 
 #include <Corvex/lut/LutTextReader.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex {

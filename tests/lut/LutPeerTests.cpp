@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <random>
@@ -23,6 +24,7 @@ extern "C" {
 
 #include <Corvex/lut/LutApplier.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <tests/Places.h>
 
 #include "LutFiles.h"

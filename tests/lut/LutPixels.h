@@ -13,6 +13,7 @@
 
 #include <Corvex/lut/LutApplier.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 
 // Tables and pixels at random, and what an applier makes of them.
 namespace corvex::lutApplierTests {

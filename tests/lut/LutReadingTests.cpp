@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <random>
@@ -10,6 +11,10 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <Corvex/lut/GenericTextLutInterpreter.h>
+#include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/platform/Log.h>
 
 #include "LutFiles.h"
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/lut/ObjcLutDetail.h>
+#include <Corvex/lut/ParsedLutFile.h>
 
 #include "LutFiles.h"
 

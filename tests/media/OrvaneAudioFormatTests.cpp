@@ -1,4 +1,5 @@
 #include <Corvex/media/OrvaneAudioFormat.h>
+#include <Corvex/platform/Json.h>
 
 #include <gtest/gtest.h>
 

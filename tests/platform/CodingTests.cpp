@@ -100,6 +100,15 @@ TEST(TypedString, codesAsOneText) {
     EXPECT_EQ(whatDecodingSays<Word>(Json{{"a", 1}}), "key 'rawValue': expected a text, not {\"a\":1}");
 }
 
+TEST(Json, theKindThatSortsItsMembersIsCodedAlike) {
+    const nlohmann::json coded = {Beam::high, Gear::second, Word("any")};
+    EXPECT_EQ(coded.dump(), R"(["hi",2,"any"])");
+    EXPECT_EQ(coded[0].get<Beam>(), Beam::high);
+    EXPECT_EQ(coded[1].get<Gear>(), Gear::second);
+    EXPECT_EQ(coded[2].get<Word>(), Word("any"));
+    EXPECT_THROW(static_cast<void>(coded[1].get<Beam>()), DecodingError);
+}
+
 TEST(Json, membersAreFoundOrNamed) {
     const Json object = {{"a", 1}};
     EXPECT_EQ(requireMember(object, "a"), 1);

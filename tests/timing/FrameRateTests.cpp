@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Localization.h>
 #include <Corvex/platform/Log.h>
 #include <Corvex/timing/DeprecatedVideoFrameRate.h>
@@ -190,6 +191,8 @@ TEST(DeprecatedVideoFrameRate, codesUnderItsOwnName) {
     using Choice = DeprecatedVideoFrameRate::Choice;
     EXPECT_EQ(Json(DeprecatedVideoFrameRate(Choice::ntsc24p)).dump(), R"({"ntsc24p":{}})");
     EXPECT_EQ(Json(DeprecatedVideoFrameRate::custom({12, 1})).dump(), R"({"custom":12.0})");
+    const nlohmann::json sorted = DeprecatedVideoFrameRate::custom({12, 1});
+    EXPECT_EQ(sorted.get<DeprecatedVideoFrameRate>(), DeprecatedVideoFrameRate::custom({12, 1}));
     EXPECT_EQ(Json::parse(R"({"p600":{}})").get<DeprecatedVideoFrameRate>(), DeprecatedVideoFrameRate(Choice::p600));
     EXPECT_EQ(Json::parse(R"({"custom":12.5})").get<DeprecatedVideoFrameRate>().rawValue(), MediaRational(13000, 1001));
     for (const char* text : {R"({"p23":{}})", R"({"custom":0})", "{}", R"("p24")", R"({"p24":{},"p25":{}})"}) {

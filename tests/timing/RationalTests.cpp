@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <type_traits>
 
+#include <Corvex/platform/Json.h>
 #include <Corvex/timing/CGFloatRational.h>
 #include <Corvex/timing/MathematicalError.h>
 #include <Corvex/timing/MediaRational.h>
@@ -134,6 +135,7 @@ TEST(NumericRational, dividesAsFloatingPointOrSaysThatItCannot) {
 
 TEST(NumericRational, codesItsTwoFields) {
     EXPECT_EQ(Json(NumericRational(2, -4)).dump(), R"({"numerator":2,"denominator":-4})");
+    EXPECT_EQ(nlohmann::json(NumericRational(2, -4)).get<NumericRational>(), NumericRational(2, -4));
     const auto decoded = Json::parse(R"({"denominator":-4,"numerator":2})").get<NumericRational>();
     EXPECT_TRUE(isPair(decoded, 2, -4));
     for (const char* text : {R"({"numerator":2})", R"({"numerator":2,"denominator":1.5})", "7",

@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 #include <type_traits>
 
+#include <Corvex/platform/Json.h>
 #include <Corvex/timing/SmpteTime.h>
 #include <Corvex/timing/TimecodeFrame.h>
 #include <Corvex/timing/fileTimecode.h>
@@ -273,6 +274,8 @@ TEST(Timecode, codesItsFields) {
     const std::string text = R"({"hours":1,"minutes":2,"seconds":3,"frames":-4,"dropFrameState":{"drop":{}}})";
     EXPECT_EQ(Json(label).dump(), text);
     EXPECT_EQ(Json::parse(text).get<TimecodeComponents>(), label);
+    EXPECT_EQ(nlohmann::json(label).get<TimecodeComponents>(), label);
+    EXPECT_EQ(nlohmann::json(DropFrameState::drop).get<DropFrameState>(), DropFrameState::drop);
     for (const char* wrong :
          {R"({"hours":1})", R"({"hours":1,"minutes":2,"seconds":3,"frames":"4","dropFrameState":{"drop":{}}})",
           R"({"hours":1,"minutes":2,"seconds":3,"frames":4,"dropFrameState":{"dropped":{}}})"}) {

@@ -12,6 +12,7 @@
 #include <Corvex/color/GammaColorSpaceSignal.h>
 #include <Corvex/color/OrvanePixelColorRange.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
+#include <Corvex/color/definedSignals.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/jsonOutput.h>

@@ -16,6 +16,7 @@
 
 #include <Corvex/lut/BitDepth.h>
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/DoubleText.h>
 #include <Corvex/platform/NumberText.h>
 #include <tools/corvex/Subcommand.h>

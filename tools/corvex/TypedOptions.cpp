@@ -13,6 +13,9 @@
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/color/OrvanePixelTransferFunction.h>
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
+#include <Corvex/exported/OAVGpuPlatformValue.h>
+#include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
+#include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/exported/OrvaneUTType.h>
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/NumberText.h>

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/platform/Json.h>
 
 namespace corvex::tool {
 

@@ -5,6 +5,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
 #include <Corvex/media/AudioChannelLabel.h>
 
 namespace corvex::inline v0 {

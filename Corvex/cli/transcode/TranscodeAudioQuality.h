@@ -5,9 +5,11 @@
 #include <string_view>
 
 #include <Corvex/platform/CaseTable.h>
-#include <Corvex/platform/Number.h>
+#include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
+
+class Number;
 
 /// The platform's audio quality levels, by the numbers under which audio services know them: 0 to 127, in steps of 32.
 enum class AVAudioQuality : std::int32_t { min = 0, low = 0x20, medium = 0x40, high = 0x60, max = 0x7F };
@@ -37,9 +39,6 @@ static_assert(isComplete<TranscodeAudioQuality>(caseTable<TranscodeAudioQuality>
 }
 
 /// The case number, from 0, of the quality that the text names, as an object; none for any other text.
-[[nodiscard]] inline std::optional<Number> audioQualityNumber(std::string_view text) noexcept {
-    const auto quality = fromRawValue<TranscodeAudioQuality>(text);
-    return quality ? std::optional<Number>(static_cast<int>(*quality)) : std::nullopt;
-}
+[[nodiscard]] CORVEX_EXPORT std::optional<Number> audioQualityNumber(std::string_view text) noexcept;
 
 }  // namespace corvex::inline v0

@@ -9,6 +9,7 @@
 #include <Corvex/cli/transcode/TranscodeArgumentParser.h>
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
 #include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex::inline v0 {
@@ -125,14 +126,17 @@ std::size_t TranscodeCliArguments::hash() const {
     return seed;
 }
 
-void to_json(Json& json, const TranscodeCliArguments& arguments) {
+template <class JsonType>
+void to_json(JsonType& json, const TranscodeCliArguments& arguments) {
     json = Json::object();
     json["flagValueLookup"] = arguments.flagValueLookup_;
     if (arguments.orderedFlags_) json["orderedFlags"] = *arguments.orderedFlags_;
     if (arguments.invalidKeyValueLookup_) json["invalidKeyValueLookup"] = *arguments.invalidKeyValueLookup_;
 }
 
-void from_json(const Json& json, TranscodeCliArguments& arguments) {
+template <class JsonType>
+void from_json(const JsonType& coded, TranscodeCliArguments& arguments) {
+    const Json& json = coded;  // converted where it is of the other kind
     TranscodeCliArguments result;
     result.flagValueLookup_ = decoded<ArgumentLookup>(requireMember(json, "flagValueLookup"), "flagValueLookup");
     if (const Json* ordered = findMember(json, "orderedFlags"); ordered != nullptr && !ordered->is_null()) {
@@ -143,5 +147,10 @@ void from_json(const Json& json, TranscodeCliArguments& arguments) {
     }
     arguments = std::move(result);
 }
+
+template CORVEX_EXPORT void to_json(Json&, const TranscodeCliArguments&);
+template CORVEX_EXPORT void to_json(nlohmann::json&, const TranscodeCliArguments&);
+template CORVEX_EXPORT void from_json(const Json&, TranscodeCliArguments&);
+template CORVEX_EXPORT void from_json(const nlohmann::json&, TranscodeCliArguments&);
 
 }  // namespace corvex::inline v0

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <concepts>
 #include <cstdint>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,11 +18,17 @@
 #include <Corvex/color/Color.h>
 #include <Corvex/color/OrvanePixelColorRange.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
-#include <Corvex/exported/TranscodeVocabulary.h>
+#include <Corvex/exported/OAVTranscodeArgumentAspectRatioValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentAudioChannelLayoutValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentAudioFormatValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentFileFormatValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentOverlayAnchorValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
+#include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
 #include <Corvex/media/PictureSizeValue.h>
 #include <Corvex/media/VideoDimensions.h>
 #include <Corvex/platform/Export.h>
-#include <Corvex/platform/Json.h>
+#include <Corvex/platform/FilesystemForward.h>
 #include <Corvex/platform/Object.h>
 #include <Corvex/timing/DropFrameState.h>
 
@@ -35,6 +39,7 @@ enum class OrvaneVideoColorMatrix : std::uint8_t;
 enum class OrvanePixelTransferFunction : std::uint8_t;
 enum class AudioChannelLabel : std::uint8_t;
 class GpuDevice;
+class Number;
 struct TimecodeComponents;
 struct TranscodeAudioDetail;
 struct TranscodeVideoDetail;
@@ -357,8 +362,10 @@ public:
 
     /// Coded as "flagValueLookup", then "orderedFlags" and "invalidKeyValueLookup" if there are such. Decoding restores
     /// the fields as they were, without normalising again; it throws DecodingError naming the key at fault.
-    friend CORVEX_EXPORT void to_json(Json& json, const TranscodeCliArguments& arguments);
-    friend CORVEX_EXPORT void from_json(const Json& json, TranscodeCliArguments& arguments);
+    template <class JsonType>
+    friend CORVEX_EXPORT void to_json(JsonType& json, const TranscodeCliArguments& arguments);
+    template <class JsonType>
+    friend CORVEX_EXPORT void from_json(const JsonType& json, TranscodeCliArguments& arguments);
 
 private:
     friend class TranscodeArgumentParser;

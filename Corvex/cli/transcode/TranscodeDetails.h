@@ -10,7 +10,11 @@
 #include <Corvex/color/Color.h>
 #include <Corvex/color/OrvanePixelColorRange.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
-#include <Corvex/exported/TranscodeVocabulary.h>
+#include <Corvex/exported/OAVTranscodeArgumentAspectRatioValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentAudioChannelLayoutValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentAudioFormatValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentOverlayAnchorValue.h>
+#include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
 #include <Corvex/media/PictureSize.h>
 #include <Corvex/timing/DropFrameState.h>
 

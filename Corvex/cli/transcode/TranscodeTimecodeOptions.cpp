@@ -4,7 +4,9 @@
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/platform/Log.h>
+#include <Corvex/platform/Number.h>
 #include <Corvex/timing/TimecodeComponents.h>
 
 namespace corvex::inline v0 {

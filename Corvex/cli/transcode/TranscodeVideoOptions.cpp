@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 #include <thread>
 
@@ -13,6 +14,7 @@
 #include <Corvex/cli/transcode/optionDictionary.h>
 #include <Corvex/color/OrvanePixelTransferFunction.h>
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
+#include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
 #include <Corvex/platform/ProcessWide.h>
 
 namespace corvex::inline v0 {

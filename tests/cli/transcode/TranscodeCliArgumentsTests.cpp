@@ -9,6 +9,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
 #include <Corvex/platform/Error.h>
+#include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex::transcodeCliArgumentsTests {
@@ -216,6 +217,7 @@ TEST(TranscodeCliArguments, codesWhatIsThere) {
     EXPECT_EQ(jsonText(Json(full)), R"({"flagValueLookup":{"-an":"","-vr":"25"},"orderedFlags":["-vr","-an"],)"
                                     R"("invalidKeyValueLookup":{"-foo":"1"}})");
     EXPECT_EQ(Json::parse(jsonText(Json(full))).get<Arguments>(), full);
+    EXPECT_EQ(nlohmann::json(full).get<Arguments>(), full);
     const auto nulls = R"({"flagValueLookup":{},"orderedFlags":null,"invalidKeyValueLookup":null})";
     EXPECT_EQ(Json::parse(nulls).get<Arguments>(), Arguments());
     // Restored as it was: nothing is cleaned, recognised or put in order again.

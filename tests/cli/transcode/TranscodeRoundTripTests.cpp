@@ -1,4 +1,5 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/platform/Json.h>
 
 #include <random>
 #include <string>

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/worker/RequestText.h>

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+#include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/worker/RequestText.h>
 

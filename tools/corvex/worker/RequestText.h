@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/exported/OAVUnifiedCodecDecoderValue.h>
 #include <Corvex/platform/NumberText.h>
 #include <tools/corvex/ToolError.h>
 

@@ -5,6 +5,9 @@
 
 #include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
+#include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
+#include <Corvex/exported/OAVTranscodePresetValue.h>
+#include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/platform/NumberText.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/SuggestedFlag.h>

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/color/GammaColorSpaceSignal.h>
+#include <Corvex/color/definedSignals.h>
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/worker/RequestText.h>
 
