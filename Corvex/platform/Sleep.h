@@ -73,7 +73,7 @@ template <class Count, class Period>
 [[nodiscard]] SleepAwaiter sleepFor(std::chrono::duration<Count, Period> duration) noexcept {
     return SleepAwaiter(detail::saturatedNanoseconds(duration));
 }
-/// As sleepFor(); a time that is past does not suspend.
+/// As sleepFor(); a time that is past goes to the end of the executor's queue.
 [[nodiscard]] inline SleepAwaiter sleepUntil(TimePoint time) noexcept { return SleepAwaiter(time); }
 
 }  // namespace corvex::inline v0
