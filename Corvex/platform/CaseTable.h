@@ -97,6 +97,7 @@ struct MissingCoding {
     static_assert(!CodedAsRawValue<Enumeration>, "include <Corvex/platform/Json.h> to code an enumeration");
     using Result = void;
 };
+
 /// Never called: where it is found the compilation ends.
 template <class JsonType, CodedAsRawValue Enumeration>
 MissingCoding<Enumeration>::Result to_json(JsonType& json, Enumeration value);

@@ -40,7 +40,7 @@ public:
     /// Any text of the caller's own, a std::string, std::string_view or the like, which is copied.
     template <class Text>
         requires std::is_class_v<Text> && std::convertible_to<const Text&, std::string_view>
-    constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
+    constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text_.empty()) {}
 
     constexpr TypedString(const TypedString& other)
         : text_(other.isOwner_ ? own(other.text_) : other.text_), isOwner_(other.isOwner_) {}
