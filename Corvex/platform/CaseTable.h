@@ -96,19 +96,21 @@ template <ClosedEnumeration Enumeration, class Raw>
 template <class Enumeration>
 inline constexpr bool isCodedAsRawValue = true;
 
+template <class Enumeration>
+concept CodedAsRawValue = ClosedEnumeration<Enumeration> && isCodedAsRawValue<Enumeration>;
+
 /// What stands where the coding of Json.h is missing, because the JSON library would code an enumerator as its number.
 template <class Enumeration>
 struct MissingCoding {
-    static_assert(!std::is_enum_v<Enumeration>, "include <Corvex/platform/Json.h> to code an enumeration");
+    static_assert(!CodedAsRawValue<Enumeration>, "include <Corvex/platform/Json.h> to code an enumeration");
     using Result = void;
 };
+
 /// Never called: where it is found the compilation ends.
-template <class JsonType, ClosedEnumeration Enumeration>
-    requires isCodedAsRawValue<Enumeration>
+template <class JsonType, CodedAsRawValue Enumeration>
 MissingCoding<Enumeration>::Result to_json(JsonType& json, Enumeration value);
 /// Never called, as to_json().
-template <class JsonType, ClosedEnumeration Enumeration>
-    requires isCodedAsRawValue<Enumeration>
+template <class JsonType, CodedAsRawValue Enumeration>
 MissingCoding<Enumeration>::Result from_json(const JsonType& json, Enumeration& value);
 
 }  // namespace corvex::inline v0

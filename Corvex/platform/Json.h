@@ -39,9 +39,9 @@ using Json = nlohmann::ordered_json;
 namespace nlohmann {
 
 /// Codes a case of a closed enumeration as its raw value. Decoding anything else throws DecodingError.
-template <corvex::ClosedEnumeration Enumeration>
-    requires corvex::isCodedAsRawValue<Enumeration>
+template <corvex::CodedAsRawValue Enumeration>
 struct adl_serializer<Enumeration> {
+    // NOLINTBEGIN(readability-identifier-naming): the JSON library looks for these names
     template <class JsonType>
     static void to_json(JsonType& json, Enumeration value) {
         if constexpr (std::integral<decltype(corvex::rawValue(value))>) {
@@ -61,6 +61,7 @@ struct adl_serializer<Enumeration> {
         if (!decoded) throw corvex::DecodingError("rawValue", "no case has " + corvex::jsonText(json));
         value = *decoded;
     }
+    // NOLINTEND(readability-identifier-naming)
 };
 
 }  // namespace nlohmann

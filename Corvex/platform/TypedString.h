@@ -41,7 +41,7 @@ public:
     /// Any text of the caller's own, a std::string, std::string_view or the like, which is copied.
     template <class Text>
         requires std::is_class_v<Text> && std::convertible_to<const Text&, std::string_view>
-    constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text.empty()) {}
+    constexpr explicit TypedString(const Text& text) : text_(own(text)), isOwner_(!text_.empty()) {}
 
     /// Copies what the other owns, and refers to the same literal where it owns nothing.
     constexpr TypedString(const TypedString& other)

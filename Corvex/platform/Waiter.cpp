@@ -7,7 +7,8 @@
 namespace corvex::inline v0 {
 
 void WaiterLinks::stopForLateDestruction() const noexcept {
-    fatalError(std::string(operation_) + ": a coroutine was destroyed after its resumption had been posted");
+    fatalError(
+        std::string(operation_).append(": ").append("a coroutine was destroyed after its resumption had been posted"));
 }
 
 }  // namespace corvex::inline v0
