@@ -24,6 +24,9 @@ private:
     std::string_view text_;
 };
 
+/// Throws the DecodingError of a typed string for JSON of another kind.
+[[noreturn]] CORVEX_EXPORT void throwNoTypedString(std::string_view jsonText);
+
 /// A text of one family of words: any spelling is legal, families never mix, the known ones are constants. A family
 /// derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
 /// Made from a literal it is a compile-time constant that refers to the literal; made from any other text it owns a

@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/lut/ParsedLutFactory.h>
+#include <Corvex/lut/ParsedLutFile.h>
 #include <tests/tools/Command.h>
 #include <tests/tools/Media.h>
 #include <tools/corvex/image/StillImage.h>
