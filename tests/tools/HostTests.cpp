@@ -6,8 +6,12 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <Corvex/cli/analysis/MediaAnalysisRequest.h>
+#include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <tests/tools/Command.h>
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/ToolError.h>
 #include <tools/corvex/host/ProgressDisplay.h>
 #include <tools/corvex/worker/TransferMeter.h>
 
@@ -37,6 +41,36 @@ TEST(SuggestedFlag, findsTheFlagThatWasMeant) {
         {std::string(65, '-'), std::nullopt},
     };
     for (const auto& [unknown, expected] : rows) EXPECT_EQ(suggestedFlag(unknown), expected) << unknown;
+}
+
+TEST(FileUrl, namesAPathOfThisMachine) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"file:///a%20b/%C3%a4%25.mov", "/a b/\xc3\xa4%.mov"},
+        {"FILE://LocalHost/a", "/a"},
+        {"/a%20b", "/a%20b"},
+        {"file:/a", "file:/a"},
+        {"", ""},
+    };
+    for (const auto& [text, path] : rows) EXPECT_EQ(pathOf(text), path) << text;
+    for (const char* text : {"file://", "file://server/a", "file://localhoste/a", "file:///a%2", "file:///a%-1",
+                             "file:///a%", "file:///a%00b", "file:///a%2gb"}) {
+        EXPECT_THROW(static_cast<void>(pathOf(text)), UsageError) << text;
+    }
+}
+
+TEST(FileUrl, standsWhereverAVectorNamesAPath) {
+    TranscodeCliArguments arguments(std::vector<std::string>{"-in_0_1", "file:///A", "-out", "file:///b%20b",
+                                                             "-wmf_path", "file:///c", "-wmt_text", "file:///d"});
+    replaceFileUrls(arguments);
+    EXPECT_EQ(arguments.flagValueLookup(),
+              (ArgumentLookup{{"-in_0_1", "/A"}, {"-out", "/b b"}, {"-wmf_path", "/c"}, {"-wmt_text", "file:///d"}}));
+    MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(std::vector<std::string>{
+        "-pathToAnalyze", "[file:///A\nb", "-workDirectory", "file:///w", "-resultsFilePath", "file:///r",
+        "-analysisId", "file:///i", "-lutFile", "file:///l", "-maxImageWidth", "9", "-snapshotLocation", "0"});
+    replaceFileUrls(request);
+    EXPECT_EQ(request.pathsToAnalyze, (std::vector<std::string>{"/A", "b"}));
+    EXPECT_EQ(request.workDirectory + request.resultsFilePath + *request.analysisId + request.images->lutFile,
+              "/w/rfile:///i/l");
 }
 
 TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {

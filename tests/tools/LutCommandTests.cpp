@@ -54,7 +54,7 @@ TEST(LutCommand, infoTellsWhatFieldFilesAre) {
     EXPECT_EQ(all.exitStatus, 1) << "some of them are no LUTs";
     EXPECT_EQ(Value::parse(all.output), expected);
 
-    const CommandResult one = corvex({"lut", "info", directory + "baked_flame17.3dl"});
+    const CommandResult one = corvex({"lut", "info", fileUrlText(directory + "baked_flame17.3dl")});
     EXPECT_EQ(one.exitStatus, 0) << one.error;
     EXPECT_THAT(one.output, HasSubstr("converter     Integer3DSampleConverter\n"));
     EXPECT_THAT(corvex({"lut", "info", directory + "ocio_houdini.lut"}).output, HasSubstr("no LUT        "));

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <Corvex/platform/Version.h>
+#include <tools/corvex/manual/CommandTree.h>
 
 namespace corvex::tool {
 namespace {
@@ -31,6 +32,7 @@ ExitStatus runSubcommand(std::vector<std::string> own) {
     app.require_subcommand(1);
     Action action;
     for (const auto add : subcommands) add(app, invocation, action);
+    acceptFileUrls(app);
     try {
         std::reverse(own.begin(), own.end());  // that is how CLI11 takes a vector
         app.parse(std::move(own));

@@ -9,6 +9,7 @@
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
 #include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
 #include <Corvex/platform/Version.h>
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/analysis/AnalysisResults.h>
 #include <tools/corvex/analysis/DeepAnalysis.h>
 #include <tools/corvex/analysis/FileAnalysis.h>
@@ -104,7 +105,8 @@ void writeResults(OutputFile& file, const AnalysisResults& results) {
 
 ExitStatus runAnalysisWorker(const std::vector<std::string>& words) {
     const LibraryMessages messages;
-    const MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(words);
+    MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(words);
+    replaceFileUrls(request);
     watchForStopRequests(request.parentPid);
     request.requireFiles();
     const auto notCreated = [&](const JobError& error) {

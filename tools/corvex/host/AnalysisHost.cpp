@@ -13,6 +13,7 @@
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
 #include <Corvex/filesystem/ProcessInfoSleepManager.h>
 #include <Corvex/platform/NumberText.h>
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/analysis/AnalysisResults.h>
 #include <tools/corvex/analysis/AnalysisWorker.h>
@@ -78,7 +79,8 @@ std::vector<std::string> workerWords(const std::vector<std::string>& words) {
 }  // namespace
 
 ExitStatus runAnalysisHost(const std::vector<std::string>& words) {
-    const MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(words);
+    MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(words);
+    replaceFileUrls(request);
     ProcessInfoSleepManager awake;  // until it is done
     awake.prevent();
     ProgressDisplay display("");

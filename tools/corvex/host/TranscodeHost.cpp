@@ -6,6 +6,7 @@
 #include <Corvex/filesystem/ProcessInfoSleepManager.h>
 #include <Corvex/platform/Text.h>
 #include <Corvex/settings/TranscodeSettings.h>
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/host/InformationCommands.h>
@@ -51,6 +52,7 @@ ExitStatus runTranscodeHost(const std::vector<std::string>& words) {
     if (answerInformationCommands(words)) return ExitStatus::success;
     TranscodeCliArguments arguments(words, true);
     refuseUnknownFlags(arguments, words);
+    replaceFileUrls(arguments);
     refuseValuesThatReadAsFlags(arguments);
     if (!arguments.firstInputFile()) throw UsageError("transcode: -in is missing: expected the file to transcode");
     if (!arguments.outputFile()) throw UsageError("transcode: -out is missing: expected the file to write");

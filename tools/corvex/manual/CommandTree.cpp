@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/vocabulary/FlagVocabulary.h>
 
 namespace corvex::tool {
@@ -103,6 +104,13 @@ void add(const CLI::App& app, const std::string& path, std::vector<CommandPlace>
 }
 
 }  // namespace
+
+void acceptFileUrls(CLI::App& app) {
+    for (CLI::Option* option : app.get_options()) {
+        if (wordOf(*option).takesPath) option->transform(pathOf);
+    }
+    for (CLI::App* child : app.get_subcommands([](const CLI::App*) { return true; })) acceptFileUrls(*child);
+}
 
 std::vector<CommandPlace> commandPlaces(const CLI::App& app) {
     std::vector<CommandPlace> places;

@@ -31,6 +31,9 @@ struct CommandPlace {
     std::string synopsis;  ///< One line.
 };
 
+/// Lets every word that names a path be a file URL.
+void acceptFileUrls(CLI::App& app);
+
 /// The application and all its subcommands, each before its own.
 [[nodiscard]] std::vector<CommandPlace> commandPlaces(const CLI::App& app);
 

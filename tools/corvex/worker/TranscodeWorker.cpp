@@ -12,6 +12,7 @@ extern "C" {
 }
 
 #include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
+#include <tools/corvex/FileUrl.h>
 #include <tools/corvex/worker/AudioChoice.h>
 #include <tools/corvex/worker/AudioTrack.h>
 #include <tools/corvex/worker/CopiedAudioTrack.h>
@@ -271,7 +272,9 @@ ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
     const LibraryMessages messages;
     // A picture for each processor to work on, and one that waits for it.
     TranscodeCliArguments::setDefaultVideoFrameCapacity(2ULL * static_cast<unsigned>(std::max(1, av_cpu_count())));
-    const TranscodeJob job = TranscodeJob::make(TranscodeCliArguments(words));
+    TranscodeCliArguments arguments(words);
+    replaceFileUrls(arguments);
+    const TranscodeJob job = TranscodeJob::make(arguments);
     watchForStopRequests(job.parentPid);
     requireOwnProgressFile(job);
     ProgressReporter progress(job.progressFile, job.progressPrefix);
