@@ -4,8 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include <Corvex/collections/AVLTree.h>
-#include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/concurrency/ArrivedItems.h>
 #include <Corvex/concurrency/PipelineProtocols.h>
 #include <Corvex/concurrency/PullAwaiter.h>
 
@@ -27,44 +26,49 @@ public:
         : keyToSupply_(std::move(initialKey)), keyUpdateBlock_(std::move(keyUpdateBlock)) {}
 
     bool add(Supplied& entry) {
-        ReleasedWaiters released;
-        ShortLock lock(mutex);
-        if (!isOpen) return false;
-        if (Item* const waiting = pending_.search(entry.key)) {
-            std::swap(*waiting, entry.item);  // what is replaced goes with the producer
-            return true;
+        const typename Items::Addition addition = items_.add(entry);
+        if (addition == Items::Addition::awaited) {
+            Discarded discarded;
+            ReleasedWaiters released;
+            ShortLock lock(mutex);
+            if (!isSupplying_) supply(lock, released, discarded);
         }
-        pending_.insert(std::move(entry.key), std::move(entry.item));
-        if (!isSupplying_) supply(lock, released);
-        return true;
+        return addition != Items::Addition::refused;
     }
 
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
+        Discarded discarded;
         ReleasedWaiters released;
         ShortLock lock(mutex);
         if (isSupplying_) {
             consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
             return true;
         }
-        auto entry = isOpen ? pending_.take(keyToSupply_) : pending_.takeMinimum();
-        if (!entry && isOpen) {
+        if (!isOpen) {
+            items_.takeMinimum(consumer.payload, discarded);
+            return false;
+        }
+        do {
+            items_.collect(discarded);
+            items_.take(keyToSupply_, consumer.payload, discarded);
+        } while (!consumer.payload && !items_.await());
+        if (!consumer.payload) {
             consumer.enqueue(*this, consumers_);
             return true;
         }
-        give(consumer, std::move(entry));
-        if (isOpen) {
-            isSupplying_ = true;
-            advance(lock);
-            supply(lock, released);
-        }
+        isSupplying_ = true;
+        advance(lock);
+        supply(lock, released, discarded);
         return false;
     }
 
     void close() noexcept {
+        Discarded discarded;
         ReleasedWaiters released;
         const ShortLock lock(mutex);
         isOpen = false;
-        if (!isSupplying_) drain(released);
+        items_.close();
+        if (!isSupplying_) drain(released, discarded);
     }
 
     [[nodiscard]] Key keyToSupply() {
@@ -76,27 +80,30 @@ public:
     bool isOpen = true;
 
 private:
-    using Tree = AVLTree<Key, Item>;
-
-    static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
-        if (entry) consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
-    }
+    using Items = ArrivedItems<Key, Item>;
+    using Discarded = typename Items::Discarded;
 
     /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
-    void supply(ShortLock& lock, ReleasedWaiters& released) noexcept {
+    void supply(ShortLock& lock, ReleasedWaiters& released, Discarded& discarded) noexcept {
         isSupplying_ = true;
-        while (!consumers_.isEmpty()) {
-            auto entry = pending_.take(keyToSupply_);
-            if (!entry) break;
-            Consumer& consumer = *consumers_.takeFirst();
-            give(consumer, std::move(entry));
-            lock.unlock();
-            consumer.post();
-            lock.lock();
-            advance(lock);
+        for (;;) {
+            items_.collect(discarded);
+            if (consumers_.isEmpty()) break;
+            typename Items::Taken taken;
+            items_.take(keyToSupply_, taken, discarded);
+            if (taken) {
+                Consumer& consumer = *consumers_.takeFirst();
+                consumer.payload.emplace(*std::move(taken));
+                lock.unlock();
+                consumer.post();
+                lock.lock();
+                advance(lock);
+            } else if (!isOpen || items_.await()) {
+                break;
+            }
         }
         isSupplying_ = false;
-        if (!isOpen) drain(released);
+        if (!isOpen) drain(released, discarded);
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.
@@ -107,16 +114,17 @@ private:
         if (following) std::swap(keyToSupply_, *following);
     }
 
-    void drain(ReleasedWaiters& released) noexcept {
+    void drain(ReleasedWaiters& released, Discarded& discarded) noexcept {
+        items_.collect(discarded);
         for (auto* const list : {&consumers_, &lateConsumers_}) {
             while (Consumer* const consumer = list->takeFirst()) {
-                give(*consumer, pending_.takeMinimum());
+                items_.takeMinimum(consumer->payload, discarded);
                 released.append(*consumer);
             }
         }
     }
 
-    Tree pending_;
+    Items items_;
     WaiterList<Consumer> consumers_, lateConsumers_;  ///< The latter came after the closing that is under way.
     Key keyToSupply_;
     bool isSupplying_ = false;

@@ -106,6 +106,42 @@ TEST(GuidedItemSequencer, closingDuringAHandOutServesEarlierConsumersFirst) {
     EXPECT_EQ(trace, "+0+2+4+1-1-2-0-4");
 }
 
+/// Adds keys that come up to `disorder` places out of order, some of them twice, of which every third may never be due, and
+/// takes what is due now and then. The model gets the same.
+Task<> playKeys(GuidedItemSequencer<int, int> sequencer, int stride, unsigned disorder, std::mt19937* random) {
+    std::map<int, int> waiting;
+    int due = 0;
+    for (int i = 0; i < 300; ++i) {
+        const int key = i + static_cast<int>((*random)() % disorder);
+        co_await sequencer.add(i, key);
+        waiting[key] = i;
+        for (; (*random)() % 4 != 0 && waiting.contains(due); due += stride) {
+            const auto entry = co_await sequencer.next();
+            EXPECT_EQ(std::pair(entry->key, entry->item), std::pair(due, waiting.extract(due).mapped()));
+        }
+    }
+    sequencer.close();
+    std::map<int, int> left;
+    while (const auto entry = co_await sequencer.next()) {
+        EXPECT_TRUE(left.empty() || left.rbegin()->first < entry->key);
+        left.emplace(entry->key, entry->item);
+    }
+    EXPECT_EQ(left, waiting) << stride << " " << disorder;
+}
+
+TEST(GuidedItemSequencer, findsWhatIsDueAmongManyKeys) {
+    std::mt19937 random(11);
+    ManualExecutor executor;
+    for (int stride = 1; stride <= 3; ++stride) {
+        for (unsigned disorder = 1; disorder <= 256; disorder *= 2) {
+            const GuidedItemSequencer<int, int> sequencer(
+                0, [stride](const int& key) { return std::optional(key + stride); });
+            spawn(playKeys(sequencer, stride, disorder, &random), executor);
+            executor.runAll();
+        }
+    }
+}
+
 TEST(GroupedItemsSequencer, schedules) {
     constexpr SequencerRow rows[] = {
         {"smallest first over all groups", 0, "AB ?????? ", "+A+B-1-2-3-5-7-9"},
