@@ -37,6 +37,7 @@ public:
     }
 
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
+        Shared<GuidedState> keeper;
         Discarded discarded;
         ReleasedWaiters released;
         ShortLock lock(mutex);
@@ -47,6 +48,12 @@ public:
         if (!isOpen) {
             items_.takeMinimum(consumer.payload, discarded);
             return false;
+        }
+        if (!consumers_.isEmpty()) {                      // whose item may have arrived just now
+            keeper = Shared<GuidedState>::retain(*this);  // who goes on may be the last that refers to it
+            consumer.enqueue(*this, consumers_);
+            supply(lock, released, discarded);
+            return true;
         }
         do {
             items_.collect(discarded);
@@ -65,10 +72,10 @@ public:
     void close() noexcept {
         Discarded discarded;
         ReleasedWaiters released;
-        const ShortLock lock(mutex);
+        ShortLock lock(mutex);
         isOpen = false;
         items_.close();
-        if (!isSupplying_) drain(released, discarded);
+        if (!isSupplying_) supply(lock, released, discarded);
     }
 
     [[nodiscard]] Key keyToSupply() {

@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <optional>
 #include <random>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -140,6 +142,36 @@ TEST(GuidedItemSequencer, findsWhatIsDueAmongManyKeys) {
             executor.runAll();
         }
     }
+}
+
+using GuidedState = detail::GuidedState<int, int>;
+
+Task<> takeKey(GuidedState* sequencer, int* key) { *key = (co_await GuidedState::Consumer(*sequencer))->key; }
+
+/// An item has arrived, but its producer cannot yet hand it to the consumer that has waited for it.
+TEST(GuidedItemSequencer, whoAsksDoesNotOvertakeWhoHasWaited) {
+    const auto sequencer = Shared<GuidedState>::make(0, successor);
+    ManualExecutor executor;
+    int early = -1, late = -1;
+    spawn(takeKey(sequencer.get(), &early), executor);
+    executor.runAll();
+    spawn(takeKey(sequencer.get(), &late), executor);
+    std::atomic<bool> isAdding{false};
+    sequencer->mutex.lock();
+    std::thread producer([&] {
+        isAdding = true;
+        for (const int key : {0, 1}) {
+            GuidedState::Supplied entry(key, 0);
+            sequencer->add(entry);
+        }
+    });
+    while (!isAdding) std::this_thread::yield();
+    for (int i = 0; i < 100'000; ++i) (void)isAdding.load();  // by then it waits for the mutex
+    sequencer->mutex.unlock();
+    executor.runAll();
+    producer.join();
+    executor.runAll();
+    EXPECT_EQ(std::pair(early, late), std::pair(0, 1));
 }
 
 TEST(GroupedItemsSequencer, schedules) {
