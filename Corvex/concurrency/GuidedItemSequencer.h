@@ -4,8 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include <Corvex/collections/AVLTree.h>
-#include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/concurrency/ArrivedItems.h>
 #include <Corvex/concurrency/PipelineProtocols.h>
 #include <Corvex/concurrency/PullAwaiter.h>
 
@@ -29,15 +28,13 @@ public:
     /// False if closed.
     bool add(Supplied& entry) {
         HandOut handOut;
-        ShortLock lock(mutex);
-        if (!isOpen) return false;
-        if (Item* const waiting = pending_.search(entry.key)) {
-            std::swap(*waiting, entry.item);  // what is replaced goes with the producer
-            return true;
+        const auto keep = [&] { handOut.keeper = Shared<GuidedState>::retain(*this); };
+        const typename Items::Addition addition = items_.add(entry, keep);
+        if (addition == Items::Addition::awaited) {
+            ShortLock lock(mutex);
+            if (!isSupplying_) supply(lock, handOut);
         }
-        pending_.insert(std::move(entry.key), std::move(entry.item));
-        if (!isSupplying_) supply(lock, handOut);
-        return true;
+        return addition != Items::Addition::refused;
     }
 
     /// True if the consumer has to wait; else its payload is the item or, at the end, empty.
@@ -48,26 +45,36 @@ public:
             consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
             return true;
         }
-        auto entry = isOpen ? pending_.take(keyToSupply_) : pending_.takeMinimum();
-        if (!entry && isOpen) {
+        if (!isOpen) {
+            items_.takeMinimum(consumer.payload, handOut.discarded);
+            return false;
+        }
+        if (!consumers_.isEmpty()) {  // whose item may have arrived just now
+            consumer.enqueue(*this, consumers_);
+            supply(lock, handOut);
+            return true;
+        }
+        do {
+            items_.collect(handOut.discarded);
+            items_.take(keyToSupply_, consumer.payload, handOut.discarded);
+        } while (!consumer.payload && !items_.await());
+        if (!consumer.payload) {
             consumer.enqueue(*this, consumers_);
             return true;
         }
-        give(consumer, std::move(entry));
-        if (isOpen) {
-            isSupplying_ = true;
-            advance(lock);
-            supply(lock, handOut);
-        }
+        isSupplying_ = true;
+        advance(lock);
+        supply(lock, handOut);
         return false;
     }
 
     /// Takes effect at the end of a hand-out that is under way.
     void close() noexcept {
-        ReleasedWaiters released;
-        const ShortLock lock(mutex);
+        HandOut handOut;
+        ShortLock lock(mutex);
         isOpen = false;
-        if (!isSupplying_) drain(released);
+        items_.close();
+        if (!isSupplying_) supply(lock, handOut);
     }
 
     [[nodiscard]] Key keyToSupply() {
@@ -79,34 +86,36 @@ public:
     bool isOpen = true;
 
 private:
-    using Tree = AVLTree<Key, Item>;
+    using Items = ArrivedItems<Key, Item>;
     /// What must end after the lock. Consumers are posted while others still wait, and may let go of the sequencer.
     struct HandOut {
         Shared<GuidedState> keeper;
+        typename Items::Discarded discarded;
         ReleasedWaiters released;
     };
-
-    /// Nothing for no entry.
-    static void give(Consumer& consumer, std::optional<typename Tree::Entry> entry) noexcept {
-        if (entry) consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
-    }
 
     /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
     void supply(ShortLock& lock, HandOut& handOut) noexcept {
         isSupplying_ = true;
-        while (!consumers_.isEmpty()) {
-            auto entry = pending_.take(keyToSupply_);
-            if (!entry) break;
-            if (!handOut.keeper) handOut.keeper = Shared<GuidedState>::retain(*this);
-            Consumer& consumer = *consumers_.takeFirst();
-            give(consumer, std::move(entry));
-            lock.unlock();
-            consumer.post();
-            lock.lock();
-            advance(lock);
+        for (;;) {
+            items_.collect(handOut.discarded);
+            if (consumers_.isEmpty()) break;
+            typename Items::Taken taken;
+            items_.take(keyToSupply_, taken, handOut.discarded);
+            if (taken) {
+                if (!handOut.keeper) handOut.keeper = Shared<GuidedState>::retain(*this);
+                Consumer& consumer = *consumers_.takeFirst();
+                consumer.payload.emplace(*std::move(taken));
+                lock.unlock();
+                consumer.post();
+                lock.lock();
+                advance(lock);
+            } else if (!isOpen || items_.await()) {
+                break;
+            }
         }
         isSupplying_ = false;
-        if (!isOpen) drain(handOut.released);
+        if (!isOpen) drain(handOut);
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.
@@ -117,16 +126,17 @@ private:
         if (following) std::swap(keyToSupply_, *following);
     }
 
-    void drain(ReleasedWaiters& released) noexcept {
+    void drain(HandOut& handOut) noexcept {
+        items_.collect(handOut.discarded);
         for (auto* const list : {&consumers_, &lateConsumers_}) {
             while (Consumer* const consumer = list->takeFirst()) {
-                give(*consumer, pending_.takeMinimum());
-                released.append(*consumer);
+                items_.takeMinimum(consumer->payload, handOut.discarded);
+                handOut.released.append(*consumer);
             }
         }
     }
 
-    Tree pending_;
+    Items items_;
     WaiterList<Consumer> consumers_, lateConsumers_;  ///< The latter came after the closing that is under way.
     Key keyToSupply_;
     /// Somebody hands items out, with the lock released now and then.

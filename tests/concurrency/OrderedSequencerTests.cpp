@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <optional>
 #include <random>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -129,6 +131,72 @@ TEST(GuidedItemSequencer, aConsumerMayLetGoOfItDuringTheHandOut) {
     executor.runAll();
     EXPECT_TRUE(isAlive);
     EXPECT_TRUE(watched.expired());
+}
+
+/// Adds keys that come up to `disorder` places out of order, some of them twice, of which every third may never be due, and
+/// takes what is due now and then. The model gets the same.
+Task<> playKeys(GuidedItemSequencer<int, int> sequencer, int stride, unsigned disorder, std::mt19937* random) {
+    std::map<int, int> waiting;
+    int due = 0;
+    for (int i = 0; i < 300; ++i) {
+        const int key = i + static_cast<int>((*random)() % disorder);
+        co_await sequencer.add(i, key);
+        waiting[key] = i;
+        for (; (*random)() % 4 != 0 && waiting.contains(due); due += stride) {
+            const auto entry = co_await sequencer.next();
+            EXPECT_EQ(std::pair(entry->key, entry->item), std::pair(due, waiting.extract(due).mapped()));
+        }
+    }
+    sequencer.close();
+    std::map<int, int> left;
+    while (const auto entry = co_await sequencer.next()) {
+        EXPECT_TRUE(left.empty() || left.rbegin()->first < entry->key);
+        left.emplace(entry->key, entry->item);
+    }
+    EXPECT_EQ(left, waiting) << stride << " " << disorder;
+}
+
+TEST(GuidedItemSequencer, findsWhatIsDueAmongManyKeys) {
+    std::mt19937 random(11);
+    ManualExecutor executor;
+    for (int stride = 1; stride <= 3; ++stride) {
+        for (unsigned disorder = 1; disorder <= 256; disorder *= 2) {
+            const GuidedItemSequencer<int, int> sequencer(
+                0, [stride](const int& key) { return std::optional(key + stride); });
+            spawn(playKeys(sequencer, stride, disorder, &random), executor);
+            executor.runAll();
+        }
+    }
+}
+
+using GuidedState = detail::GuidedState<int, int>;
+
+Task<> takeKey(GuidedState* sequencer, int* key) { *key = (co_await GuidedState::Consumer(*sequencer))->key; }
+
+/// An item has arrived, but its producer cannot yet hand it to the consumer that has waited for it.
+TEST(GuidedItemSequencer, whoAsksDoesNotOvertakeWhoHasWaited) {
+    const auto sequencer = Shared<GuidedState>::make(0, successor);
+    ManualExecutor executor;
+    int early = -1, late = -1;
+    spawn(takeKey(sequencer.get(), &early), executor);
+    executor.runAll();
+    spawn(takeKey(sequencer.get(), &late), executor);
+    std::atomic<bool> isAdding{false};
+    sequencer->mutex.lock();
+    std::thread producer([&] {
+        isAdding = true;
+        for (const int key : {0, 1}) {
+            GuidedState::Supplied entry(key, 0);
+            sequencer->add(entry);
+        }
+    });
+    while (!isAdding) std::this_thread::yield();
+    for (int i = 0; i < 100'000; ++i) (void)isAdding.load();  // by then it waits for the mutex
+    sequencer->mutex.unlock();
+    executor.runAll();
+    producer.join();
+    executor.runAll();
+    EXPECT_EQ(std::pair(early, late), std::pair(0, 1));
 }
 
 TEST(GroupedItemsSequencer, schedules) {

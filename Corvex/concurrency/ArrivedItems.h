@@ -1,0 +1,216 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <optional>
+#include <utility>
+
+#include <Corvex/collections/AVLTree.h>
+#include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/platform/FrameCache.h>
+
+namespace corvex::inline v0 {
+
+namespace detail {
+
+/// Items of any keys that come from any threads and wait to be taken by their keys. Those who add take no lock and meet on
+/// one word; everything else is for one thread at a time. What is new is put in order by who takes: into a list, where keys
+/// come nearly in order, else into a tree, whose keys are all below those of the list.
+template <class Key, class Item>
+class ArrivedItems {
+public:
+    /// One item, and the memory that it came in.
+    struct Arrival {
+        explicit Arrival(KeyedItem<Key, Item>&& ownEntry) noexcept : entry(std::move(ownEntry)) {}
+        static void* operator new(std::size_t size) { return FrameCache::allocate(size); }
+        static void operator delete(void* memory, std::size_t size) noexcept { FrameCache::release(memory, size); }
+        static void* operator new(std::size_t size, std::align_val_t alignment) {
+            return ::operator new(size, alignment);
+        }
+        static void operator delete(void* memory, std::align_val_t alignment) noexcept {
+            ::operator delete(memory, alignment);
+        }
+
+        KeyedItem<Key, Item> entry;
+        Arrival *next = nullptr, *previous = nullptr;
+    };
+    /// Items to be destroyed when no lock is held any more: declare it before the lock.
+    class Discarded {
+    public:
+        Discarded() noexcept = default;
+        ~Discarded() { freeAll(first_); }
+        Discarded(const Discarded&) = delete;
+        Discarded& operator=(const Discarded&) = delete;
+        void add(Arrival* arrival) noexcept {  ///< Takes it over.
+            arrival->next = std::exchange(first_, arrival);
+        }
+
+    private:
+        Arrival* first_ = nullptr;
+    };
+    enum class Addition : std::uint8_t { refused, kept, awaited };
+
+    ArrivedItems() = default;
+    ArrivedItems(const ArrivedItems&) = delete;
+    ArrivedItems& operator=(const ArrivedItems&) = delete;
+    ~ArrivedItems() {
+        freeAll(pointerOf(arrived_.load(std::memory_order_acquire)));
+        freeAll(first_);
+    }
+
+    /// From any thread. `awaited` says that who takes wants to hear of it, once, or that much has come: then collect().
+    /// Calls keep() before that, as who takes the item may let go of this. Else this is not touched once it is added.
+    template <class Keep>
+    Addition add(KeyedItem<Key, Item>& entry, const Keep& keep) {
+        std::uintptr_t seen = arrived_.load(std::memory_order_relaxed);
+        if ((seen & isClosed) != 0) return Addition::refused;
+        const unsigned count = uncollected_.load(std::memory_order_relaxed) + 1;
+        uncollected_.store(count, std::memory_order_relaxed);
+        auto* const arrival = new Arrival(std::move(entry));
+        Addition addition = Addition::kept;
+        do {
+            if ((seen & isClosed) != 0) {
+                delete arrival;
+                return Addition::refused;
+            }
+            if (addition == Addition::kept && ((seen & isAwaited) != 0 || count >= crowd)) {
+                keep();
+                addition = Addition::awaited;
+            }
+            arrival->next = pointerOf(seen);
+        } while (!arrived_.compare_exchange_weak(seen, reinterpret_cast<std::uintptr_t>(arrival),
+                                                 std::memory_order_acq_rel, std::memory_order_relaxed));
+        return addition;
+    }
+    /// Refuses what comes from now on.
+    void close() noexcept { arrived_.fetch_or(isClosed, std::memory_order_acq_rel); }
+    /// Asks to be told of what comes. False if something has come.
+    [[nodiscard]] bool await() noexcept {
+        std::uintptr_t nothing = 0;
+        return arrived_.compare_exchange_strong(nothing, isAwaited, std::memory_order_acq_rel,
+                                                std::memory_order_relaxed);
+    }
+
+    /// Puts in order what has come, in which an item replaces one of the same key.
+    void collect(Discarded& discarded) {
+        std::uintptr_t seen = arrived_.load(std::memory_order_relaxed);
+        if ((seen & ~isClosed) == 0) return;
+        seen = arrived_.exchange(seen & isClosed, std::memory_order_acq_rel);
+        uncollected_.store(0, std::memory_order_relaxed);
+        Arrival* oldestFirst = nullptr;
+        for (Arrival* arrival = pointerOf(seen); arrival;) {
+            Arrival* const older = arrival->next;
+            arrival->next = std::exchange(oldestFirst, arrival);
+            arrival = older;
+        }
+        while (oldestFirst) {
+            Arrival* const arrival = std::exchange(oldestFirst, oldestFirst->next);
+            if (!enlist(arrival, discarded)) insert(arrival, discarded);
+        }
+    }
+
+    using Taken = std::optional<KeyedItem<Key, Item>>;
+
+    /// Of what has been collected: the item of that key, or nothing.
+    void take(const Key& key, Taken& taken, Discarded& discarded) {
+        if (first_ && !(key < first_->entry.key)) {
+            Arrival* arrival = first_;
+            for (int i = 0; i < reach && arrival && arrival->entry.key < key; ++i) arrival = arrival->next;
+            if (!arrival || key < arrival->entry.key) return;
+            if (arrival->entry.key == key) return unlink(arrival, taken, discarded);
+            moveToTree(discarded);
+        }
+        give(tree_.take(key), taken);
+    }
+    /// As take(): that of the smallest key.
+    void takeMinimum(Taken& taken, Discarded& discarded) {
+        if (tree_.root()) {
+            give(tree_.takeMinimum(), taken);
+        } else if (first_) {
+            unlink(first_, taken, discarded);
+        }
+    }
+
+private:
+    static constexpr std::uintptr_t isClosed = 1, isAwaited = 2;
+    static constexpr unsigned crowd = 128;  ///< So that what has been replaced does not stay for long.
+    static constexpr int reach = 16;        ///< How many places of the list are looked at from either end.
+    using Tree = AVLTree<Key, Item>;
+
+    static Arrival* pointerOf(std::uintptr_t word) noexcept {
+        return reinterpret_cast<Arrival*>(word & ~(isClosed | isAwaited));
+    }
+    static void freeAll(Arrival* first) noexcept {
+        while (first) delete std::exchange(first, first->next);
+    }
+
+    /// False if its place is not near either end of the list.
+    bool enlist(Arrival* arrival, Discarded& discarded) {
+        const Key& key = arrival->entry.key;
+        Arrival* before = last_;
+        if (!before) {
+            if (tree_.root() && !(tree_.root()->maximum()->key() < key)) return false;
+            link(nullptr, arrival, nullptr);
+            return true;
+        }
+        if (key < first_->entry.key) {
+            if (tree_.root()) return false;
+            link(nullptr, arrival, first_);
+            return true;
+        }
+        for (int i = 0; i < reach; ++i, before = before->previous) {
+            if (key < before->entry.key) continue;
+            if (before->entry.key == key) {
+                std::swap(before->entry.item, arrival->entry.item);
+                discarded.add(arrival);
+            } else {
+                link(before, arrival, before->next);
+            }
+            return true;
+        }
+        moveToTree(discarded);
+        return false;
+    }
+    void moveToTree(Discarded& discarded) {
+        while (Arrival* const arrival = first_) {
+            first_ = arrival->next;
+            insert(arrival, discarded);
+        }
+        last_ = nullptr;
+    }
+    void insert(Arrival* arrival, Discarded& discarded) {
+        if (Item* const waiting = tree_.search(arrival->entry.key)) {
+            std::swap(*waiting, arrival->entry.item);
+        } else {
+            tree_.insert(std::move(arrival->entry.key), std::move(arrival->entry.item));
+        }
+        discarded.add(arrival);
+    }
+    static void give(std::optional<typename Tree::Entry> entry, Taken& taken) noexcept {
+        if (entry) taken.emplace(std::move(entry->key), std::move(*entry->payload));
+    }
+    void link(Arrival* before, Arrival* arrival, Arrival* after) noexcept {
+        arrival->previous = before;
+        arrival->next = after;
+        (before ? before->next : first_) = arrival;
+        (after ? after->previous : last_) = arrival;
+    }
+    void unlink(Arrival* arrival, Taken& taken, Discarded& discarded) noexcept {
+        (arrival->previous ? arrival->previous->next : first_) = arrival->next;
+        (arrival->next ? arrival->next->previous : last_) = arrival->previous;
+        taken.emplace(std::move(arrival->entry));
+        discarded.add(arrival);
+    }
+
+    alignas(64) std::atomic<std::uintptr_t> arrived_{0};  ///< The newest, which leads to those before, and two flags.
+    std::atomic<unsigned> uncollected_{0};                ///< About so many have come; no more is needed.
+    alignas(64) Arrival* first_ = nullptr;
+    Arrival* last_ = nullptr;
+    Tree tree_;
+};
+
+}  // namespace detail
+
+}  // namespace corvex::inline v0
