@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <thread>
 #include <vector>
@@ -57,6 +58,47 @@ void spawnAndJoin_tbb(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(spawnAndJoin_tbb)->RangeMultiplier(10)->Range(100, 10000)->MeasureProcessCPUTime()->UseRealTime();
+#endif
+
+double secondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// The first children of threads that have just been made; making and joining them is not timed.
+void firstChildren_corvex(benchmark::State& state) {
+    auto body = [&state](corvex::TaskGroup<>& group) -> corvex::Task<> {
+        for (int i = 0; i < state.range(0); ++i) group.add(nothing());
+        co_return;
+    };
+    auto run = [&state, &body]() -> corvex::Task<> {
+        const auto start = std::chrono::steady_clock::now();
+        co_await corvex::withTaskGroup(body);
+        state.SetIterationTime(secondsSince(start));
+    };
+    for (auto _ : state) {
+        corvex::ThreadPool pool(2);
+        corvex::spawn(run(), pool).waitSync();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(firstChildren_corvex)->Arg(1000)->Arg(3000)->UseManualTime();
+
+#ifdef CORVEX_BENCH_TBB
+/// In a new arena; its threads are those that oneTBB keeps.
+void firstChildren_tbb(benchmark::State& state) {
+    for (auto _ : state) {
+        oneapi::tbb::task_arena arena(2);
+        arena.execute([&state] {
+            const auto start = std::chrono::steady_clock::now();
+            oneapi::tbb::task_group group;
+            for (int i = 0; i < state.range(0); ++i) group.run([] {});
+            group.wait();
+            state.SetIterationTime(secondsSince(start));
+        });
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(firstChildren_tbb)->Arg(1000)->Arg(3000)->UseManualTime();
 #endif
 
 /// An operation that is posted once, against a timer that never fires.
