@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -57,7 +56,7 @@ public:
     /// Drops what is beyond the new capacity, in one step; none of it is freed under the lock. False: an increase, which
     /// nobody wants.
     bool updateCapacity(std::int64_t newCapacity, bool mayRaise) {
-        const auto keptCount = static_cast<std::uint64_t>(std::max<std::int64_t>(newCapacity, 0));
+        const auto keptCount = static_cast<std::uint64_t>(newCapacity > 0 ? newCapacity : 0);
         std::vector<Item> dropped;
         ShortLock lock(mutex);
         while (available.count() > keptCount && available.count() - keptCount > dropped.capacity()) {

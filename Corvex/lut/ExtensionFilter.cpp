@@ -1,6 +1,7 @@
 #include <Corvex/lut/ExtensionFilter.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include <Corvex/platform/Text.h>

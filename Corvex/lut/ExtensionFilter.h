@@ -1,10 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <span>
 
 #include <Corvex/exported/FileExtension.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
 
