@@ -140,6 +140,7 @@ private:
     using Tree = AVLTree<Key, Item>;
 
     static Arrival* pointerOf(std::uintptr_t word) noexcept {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): two flags share the word
         return reinterpret_cast<Arrival*>(word & ~(isClosed | isAwaited));
     }
     static void freeAll(Arrival* first) noexcept {

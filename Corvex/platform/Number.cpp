@@ -1,6 +1,8 @@
 #include <Corvex/platform/Number.h>
 
+#include <cstddef>
 #include <functional>
+#include <new>
 
 #include <Corvex/platform/DoubleText.h>
 
@@ -63,8 +65,9 @@ std::size_t Number::hash() const {
 
 const Number& cfEquivalent(bool value) noexcept {
     // Never destroyed, so that destructors of static objects may still ask.
-    static const Number& yes = *new Number(true);
-    static const Number& no = *new Number(false);
+    alignas(Number) static std::byte room[2][sizeof(Number)];
+    static const Number& no = *::new (static_cast<void*>(room[0])) Number(false);
+    static const Number& yes = *::new (static_cast<void*>(room[1])) Number(true);
     return value ? yes : no;
 }
 
