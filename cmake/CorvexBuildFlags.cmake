@@ -17,10 +17,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         list(APPEND _corvexWarnings -Wno-maybe-uninitialized)
     endif()
 endif()
-if(CMAKE_UNITY_BUILD)
-    # Files that are compiled together see each other's names; apart, every name is checked.
-    list(REMOVE_ITEM _corvexWarnings -Wshadow)
-endif()
+# Files that are compiled together see each other's names; apart, every name is checked.
+list(APPEND _corvexWarnings $<$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>:-Wno-shadow>)
 if(CORVEX_WARNINGS_AS_ERRORS)
     list(APPEND _corvexWarnings -Werror)
 endif()
