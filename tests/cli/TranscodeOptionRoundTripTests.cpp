@@ -4,6 +4,7 @@
 #include <bit>
 #include <clocale>
 #include <cmath>
+#include <functional>
 #include <locale>
 #include <map>
 #include <random>
@@ -85,43 +86,32 @@ std::map<std::uint64_t, std::set<std::uint64_t>> tracks(Random& random) {
 void expectRoundTrips(int rounds) {
     Random random;
     for (int round = 0; round < rounds && !testing::Test::HasFailure(); ++round) {
-        const auto rate = random.number();
-        const auto depth = random.integer();
-        const auto size = PictureSize(random.factor(), random.factor());
-        const auto capacity = random.bits();
-        const auto decoding = dictionary(random);
-        const auto devices = numbers(random);
-        const auto channels = labels(random);
-        const auto color = random.color();
-        const auto scale = random.factor();
-        const TimecodeComponents label = timecode(random);
-        const auto ignored = tracks(random);
         Arguments set;
-        set.setVideoFrameRate(rate);
-        set.setVideoBitDepth(depth);
-        set.setVideoDimensions(size);
-        set.setVideoFrameCapacity(capacity);
-        set.setAdditionalDecodeOptions(decoding);
-        set.setGpuTransformationDeviceIDs(devices);
-        set.setChannelLayoutBitmap(channels);
-        set.setTimecodeBurnFontColor(color);
-        set.setWatermarkFileScale(scale);
+        std::vector<std::function<void(const Arguments&)>> checks;
+        const auto option = [&](auto setter, auto getter, const auto value) {
+            (set.*setter)(value);
+            checks.emplace_back([=](const Arguments& parsed) { EXPECT_EQ((parsed.*getter)(), value); });
+        };
+        option(&Arguments::setVideoFrameRate, &Arguments::videoFrameRate, random.number());
+        option(&Arguments::setVideoBitDepth, &Arguments::videoBitDepth, random.integer());
+        option(&Arguments::setVideoDimensions, &Arguments::videoDimensions,
+               PictureSize(random.factor(), random.factor()));
+        option(&Arguments::setVideoFrameCapacity, &Arguments::videoFrameCapacity, random.bits());
+        option(&Arguments::setAdditionalDecodeOptions, &Arguments::additionalDecodeOptions, dictionary(random));
+        option(&Arguments::setGpuTransformationDeviceIDs, &Arguments::gpuTransformationDeviceIDs, numbers(random));
+        option(&Arguments::setChannelLayoutBitmap, &Arguments::channelLayoutBitmap, labels(random));
+        option(&Arguments::setTimecodeBurnFontColor, &Arguments::timecodeBurnFontColor, random.color());
+        option(&Arguments::setWatermarkFileScale, &Arguments::watermarkFileScale, random.factor());
+        const TimecodeComponents label = timecode(random);
         set.setTimecodeSource(label);
+        const auto ignored = tracks(random);
         for (const auto& [file, numbers] : ignored) set.setIgnoredAudioTracks(file, numbers);
 
         const auto words = set.commandLineArguments();
         SCOPED_TRACE(testing::PrintToString(words));
         const Arguments parsed(words);
         EXPECT_TRUE(parsed.allFlagsAreValid());
-        EXPECT_EQ(parsed.videoFrameRate(), rate);
-        EXPECT_EQ(parsed.videoBitDepth(), depth);
-        EXPECT_EQ(parsed.videoDimensions(), size);
-        EXPECT_EQ(parsed.videoFrameCapacity(), capacity);
-        EXPECT_EQ(parsed.additionalDecodeOptions(), decoding);
-        EXPECT_EQ(parsed.gpuTransformationDeviceIDs(), devices);
-        EXPECT_EQ(parsed.channelLayoutBitmap(), channels);
-        EXPECT_EQ(parsed.timecodeBurnFontColor(), color);
-        EXPECT_EQ(parsed.watermarkFileScale(), scale);
+        for (const auto& check : checks) check(parsed);
         EXPECT_EQ(TimecodeComponents::fromTimecode(parsed.timecode().value_or("")), label);
         EXPECT_EQ(parsed.timecodeDropFrameState(), label.dropFrameState);
         EXPECT_EQ(parsed.ignoredAudioFileTracks(), ignored);
