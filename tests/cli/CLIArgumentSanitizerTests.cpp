@@ -1,15 +1,14 @@
 #include <Corvex/cli/CLIArgumentSanitizer.h>
 
 #include <stdexcept>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
+#include "CliTexts.h"
+
 namespace corvex::cLIArgumentSanitizerTests {
 namespace {
-
-using Words = std::vector<std::string>;
 
 /// What a walk reports, in order: "+flag=value" for a valid pair, "!flag=value" for an invalid one, "?flag" for a
 /// question about options.
@@ -36,29 +35,24 @@ Words walk(const CLIArgumentSanitizer& sanitizer, const Words& words, CLISanitiz
 
 constexpr auto clean = CLISanitizationOptions::lowercase | CLISanitizationOptions::trimWhiteSpace;
 
-struct Row {
-    const char* name;
-    Words words, expected;
-};
-
 TEST(CLIArgumentSanitizer, sortsFlagsAndTheirValues) {
     const CLIArgumentSanitizer sanitizer({"-in", "-Out"});
-    const Row rows[] = {
-        {"nothing", {}, {}},
-        {"strayWords", {"a", "b", "-in", "c"}, {"?-in", "+-in=c"}},
-        {"everyValue", {"-in", "a", "", "b"}, {"?-in", "+-in=a", "+-in=", "+-in=b"}},
-        {"noValue", {"-in", "-x", "1"}, {"?-in", "+-in=", "?-x", "!-x=1"}},
-        {"noValueAtTheEnd", {"-x"}, {"?-x", "!-x="}},
-        {"substringWithoutCase",
-         {"-INPUT_1", "a", "pre-in", "-my-outer"},
-         {"?-INPUT_1", "+-INPUT_1=a", "+-INPUT_1=pre-in", "?-my-outer", "+-my-outer="}},
-        {"flagsAsGiven", {" -in", "-in", "-IN", "a"}, {"?-in", "+-in=", "?-IN", "+-IN=a"}},
-        {"lastOccurrenceCounts",
-         {"-in", "a", "-x", "b", "-in", "c", "d"},
-         {"?-x", "!-x=b", "?-in", "+-in=c", "+-in=d"}},
-        {"wordsOfTheEarlierAreNoOnes", {"-x", "b", "-in", "a", "-in", "c"}, {"?-x", "!-x=b", "?-in", "+-in=c"}},
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"nothing", "", ""},
+        {"strayWords", "a|b|-in|c", "?-in|+-in=c"},
+        {"everyValue", "-in|a||b", "?-in|+-in=a|+-in=|+-in=b"},
+        {"noValue", "-in|-x|1", "?-in|+-in=|?-x|!-x=1"},
+        {"noValueAtTheEnd", "-x", "?-x|!-x="},
+        {"substringWithoutCase", "-INPUT_1|a|pre-in|-my-outer",
+         "?-INPUT_1|+-INPUT_1=a|+-INPUT_1=pre-in|?-my-outer|+-my-outer="},
+        {"flagsAsGiven", " -in|-in|-IN|a", "?-in|+-in=|?-IN|+-IN=a"},
+        {"lastOccurrenceCounts", "-in|a|-x|b|-in|c|d", "?-x|!-x=b|?-in|+-in=c|+-in=d"},
+        {"wordsOfTheEarlierAreNoOnes", "-x|b|-in|a|-in|c", "?-x|!-x=b|?-in|+-in=c"},
     };
-    for (const auto& row : rows) EXPECT_EQ(walk(sanitizer, row.words), row.expected) << row.name;
+    for (const auto& [name, words, expected] : rows) {
+        EXPECT_EQ(walk(sanitizer, pieces(words)), pieces(expected)) << name;
+    }
+    EXPECT_EQ(walk(CLIArgumentSanitizer({}), {"-", "a"}), (Words{"?-", "+-=a"})) << "valid where none are named";
 }
 
 TEST(CLIArgumentSanitizer, cleansFlagsAndValuesByTheirOwnOptions) {
@@ -70,10 +64,6 @@ TEST(CLIArgumentSanitizer, cleansFlagsAndValuesByTheirOwnOptions) {
     EXPECT_EQ(walk(sanitizer, words), Words{});  // neither word begins with "-" as given
     // A value is cleaned only after the flags are found: cleaned here, it is a word that begins with "-".
     EXPECT_EQ(walk(sanitizer, {"-in", " -A"}, clean), (Words{"?-in", "+-in=-a"}));
-}
-
-TEST(CLIArgumentSanitizer, everyFlagIsValidWhereNoneAreNamed) {
-    EXPECT_EQ(walk(CLIArgumentSanitizer({}), {"-", "a"}), (Words{"?-", "+-=a"}));
 }
 
 TEST(CLIArgumentSanitizer, failingOptionsEndTheWalk) {

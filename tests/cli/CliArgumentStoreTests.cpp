@@ -1,14 +1,13 @@
 #include <Corvex/cli/CliArgumentStore.h>
 
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
+#include "CliTexts.h"
+
 namespace corvex::cliArgumentStoreTests {
 namespace {
-
-using Words = std::vector<std::string>;
 
 struct PlainStore : CliArgumentStoreDefaults<PlainStore> {
     PlainStore() = default;

@@ -1,9 +1,8 @@
 // The options that look at more than one flag, or whose text has a form of its own.
 
 #include <limits>
-#include <optional>
-#include <string>
-#include <vector>
+#include <map>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -11,150 +10,161 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/cli/transcode/TranscodeDetails.h>
 #include <Corvex/cli/transcode/optionDictionary.h>
+#include <Corvex/exported/OrvaneUTType.h>
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Log.h>
 #include <Corvex/timing/TimecodeComponents.h>
+
+#include "CliTexts.h"
 
 namespace corvex::transcodeOptionRuleTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
-using Words = std::vector<std::string>;
+using Size = VideoDimensions;
 
 Arguments holding(ArgumentLookup lookup) {
     Arguments arguments;
     arguments.setFlagValueLookup(std::move(lookup));
     return arguments;
 }
-
-struct ResolutionRow {
-    const char* name;
-    ArgumentLookup lookup;
-    std::optional<VideoDimensions> expected;
-};
+Arguments holding(const char* lookup) { return holding(entries(lookup)); }
 
 TEST(TranscodeOptionRules, explicitResolutionIsDecidedSideBySide) {
-    const ResolutionRow rows[] = {
-        {"nothing", {}, std::nullopt},
-        {"dimsRoundedDown", {{"-dims", "1921.9x1080.2"}}, VideoDimensions(1921, 1080)},
-        {"pixels", {{"-ovw", "1280"}, {"-ovh", "720.9"}}, VideoDimensions(1280, 720)},
-        {"oneSideIsMissing", {{"-ovw", "1280"}}, std::nullopt},
-        {"justAboveThreshold", {{"-ovw", "16.5"}, {"-ovh", "17"}}, VideoDimensions(16, 17)},
-        {"factorNeedsDims", {{"-ovw", "16"}, {"-ovh", "720"}}, std::nullopt},
-        {"factorAtThreshold", {{"-dims", "100x50"}, {"-ovw", "16"}}, VideoDimensions(1600, 50)},
-        {"pixelsOnOneSide", {{"-dims", "1920x1080"}, {"-ovh", "640"}}, VideoDimensions(1920, 640)},
-        {"scale", {{"-dims", "1921x1081"}, {"-vscale", "0.5"}}, VideoDimensions(960, 540)},
-        {"scaleAlone", {{"-vscale", "0.5"}}, std::nullopt},
-        {"sideBeforeScale", {{"-dims", "1920x1080"}, {"-ovw", "0.25"}, {"-vscale", "0.5"}}, VideoDimensions(480, 540)},
-        {"scaleDoesNotReachPixels",
-         {{"-dims", "1920x1080"}, {"-ovw", "640"}, {"-vscale", "2"}},
-         VideoDimensions(640, 2160)},
-        {"scaleAtThreshold", {{"-dims", "100x50"}, {"-vscale", "16.0"}}, VideoDimensions(1600, 800)},
-        {"scaleAboveThreshold", {{"-dims", "100x50"}, {"-vscale", "16.1"}}, VideoDimensions(100, 50)},
-        {"unusableSides",
-         {{"-dims", "100x50"}, {"-ovw", "0"}, {"-ovh", "wide"}, {"-vscale", "2"}},
-         VideoDimensions(200, 100)},
-        {"negativeSide", {{"-dims", "100x50"}, {"-ovw", "-20"}}, VideoDimensions(100, 50)},
-        {"belowOne", {{"-dims", "1x50"}, {"-ovw", "0.9"}}, std::nullopt},
-        {"negativeDims", {{"-dims", "-100x50"}}, std::nullopt},
-        {"limited", {{"-dims", "3e9x10"}, {"-ovw", "1"}}, VideoDimensions(2147483647, 10)},
-        {"unreadableDims", {{"-dims", "hd"}, {"-ovw", "1280"}, {"-ovh", "720"}}, VideoDimensions(1280, 720)},
+    const std::tuple<const char*, const char*, std::optional<Size>> rows[] = {
+        {"nothing", "", std::nullopt},
+        {"dimsRoundedDown", "-dims=1921.9x1080.2", Size(1921, 1080)},
+        {"pixels", "-ovw=1280|-ovh=720.9", Size(1280, 720)},
+        {"oneSideIsMissing", "-ovw=1280", std::nullopt},
+        {"justAboveThreshold", "-ovw=16.5|-ovh=17", Size(16, 17)},
+        {"factorNeedsDims", "-ovw=16|-ovh=720", std::nullopt},
+        {"factorAtThreshold", "-dims=100x50|-ovw=16", Size(1600, 50)},
+        {"pixelsOnOneSide", "-dims=1920x1080|-ovh=640", Size(1920, 640)},
+        {"scale", "-dims=1921x1081|-vscale=0.5", Size(960, 540)},
+        {"scaleAlone", "-vscale=0.5", std::nullopt},
+        {"sideBeforeScale", "-dims=1920x1080|-ovw=0.25|-vscale=0.5", Size(480, 540)},
+        {"scaleDoesNotReachPixels", "-dims=1920x1080|-ovw=640|-vscale=2", Size(640, 2160)},
+        {"scaleAtThreshold", "-dims=100x50|-vscale=16.0", Size(1600, 800)},
+        {"scaleAboveThreshold", "-dims=100x50|-vscale=16.1", Size(100, 50)},
+        {"unusableSides", "-dims=100x50|-ovw=0|-ovh=wide|-vscale=2", Size(200, 100)},
+        {"negativeSide", "-dims=100x50|-ovw=-20", Size(100, 50)},
+        {"belowOne", "-dims=1x50|-ovw=0.9", std::nullopt},
+        {"negativeDims", "-dims=-100x50", std::nullopt},
+        {"limited", "-dims=3e9x10|-ovw=1", Size(2147483647, 10)},
+        {"unreadableDims", "-dims=hd|-ovw=1280|-ovh=720", Size(1280, 720)},
     };
-    for (const auto& row : rows) EXPECT_EQ(holding(row.lookup).explicitOutputResolution(), row.expected) << row.name;
-}
-
-TEST(TranscodeOptionRules, explicitResolutionSetterLeavesOneFlag) {
-    const ArgumentLookup all{{"-dims", "1x1"}, {"-ovw", "2"}, {"-ovh", "3"}, {"-vscale", "4"}, {"-vr", "25"}};
-    Arguments arguments = holding(all);
-    arguments.setExplicitOutputResolution(VideoDimensions(1280, 721));
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-dims", "1280x721"}, {"-vr", "25"}}));
-    arguments = holding(all);
-    arguments.setExplicitOutputResolution(std::nullopt);
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-vr", "25"}}));
+    for (const auto& [name, lookup, expected] : rows) {
+        EXPECT_EQ(holding(lookup).explicitOutputResolution(), expected) << name;
+    }
 }
 
 TEST(TranscodeOptionRules, scaleOfAKnownInputIsMadeEven) {
-    struct OutputRow {
-        const char* name;
-        ArgumentLookup lookup;
-        std::optional<PictureSize> input;
-        std::optional<VideoDimensions> expected;
+    const std::tuple<const char*, const char*, std::optional<PictureSize>, std::optional<Size>> rows[] = {
+        {"one", "-vscale=1", PictureSize(1921, 1081), Size(1922, 1082)},
+        {"winsOverPixels", "-vscale=2|-dims=9x9|-ovw=99", PictureSize(10, 20), Size(20, 40)},
+        {"beyondThreshold", "-vscale=20", PictureSize(10, 20), Size(200, 400)},
+        {"singlePrecisionBelowSeven", "-vscale=0.7", PictureSize(10, 10), Size(6, 6)},
+        {"tiny", "-vscale=0.001", PictureSize(100, 1500), Size(0, 2)},
+        {"negative", "-vscale=-1", PictureSize(100, 100), Size(0, 0)},
+        {"huge", "-vscale=1e30", PictureSize(100, 0), Size(2147483647, 0)},
+        {"unknownInput", "-vscale=0.5|-dims=102x51", std::nullopt, Size(51, 25)},
+        {"noScale", "-dims=101x51", PictureSize(1920, 1080), Size(101, 51)},
+        {"unreadableScale", "-vscale=x|-dims=101x51", PictureSize(1920, 1080), Size(101, 51)},
+        {"nothing", "", PictureSize(1920, 1080), std::nullopt},
     };
-    const OutputRow rows[] = {
-        {"one", {{"-vscale", "1"}}, PictureSize(1921, 1081), VideoDimensions(1922, 1082)},
-        {"winsOverPixels",
-         {{"-vscale", "2"}, {"-dims", "9x9"}, {"-ovw", "99"}},
-         PictureSize(10, 20),
-         VideoDimensions(20, 40)},
-        {"beyondThreshold", {{"-vscale", "20"}}, PictureSize(10, 20), VideoDimensions(200, 400)},
-        {"singlePrecisionBelowSeven", {{"-vscale", "0.7"}}, PictureSize(10, 10), VideoDimensions(6, 6)},
-        {"tiny", {{"-vscale", "0.001"}}, PictureSize(100, 1500), VideoDimensions(0, 2)},
-        {"negative", {{"-vscale", "-1"}}, PictureSize(100, 100), VideoDimensions(0, 0)},
-        {"huge", {{"-vscale", "1e30"}}, PictureSize(100, 0), VideoDimensions(2147483647, 0)},
-        {"unknownInput", {{"-vscale", "0.5"}, {"-dims", "102x51"}}, std::nullopt, VideoDimensions(51, 25)},
-        {"noScale", {{"-dims", "101x51"}}, PictureSize(1920, 1080), VideoDimensions(101, 51)},
-        {"unreadableScale", {{"-vscale", "x"}, {"-dims", "101x51"}}, PictureSize(1920, 1080), VideoDimensions(101, 51)},
-        {"nothing", {}, PictureSize(1920, 1080), std::nullopt},
+    for (const auto& [name, lookup, input, expected] : rows) {
+        EXPECT_EQ(holding(lookup).outputResolution(input), expected) << name;
+    }
+}
+
+/// Setters that write one of several flags: what they leave of the flags before.
+TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
+    constexpr const char *sizes = "-dims=1x1|-ovw=2|-ovh=3|-vscale=4|-vr=25", *source = "-tc_match=|-tc_creation=",
+                         *labelled = "-tc_match=|-tc_creation=|-tc_custom=01:00:00;02",
+                         *states = "-tc_custom=1|-tc_drop=|-tc_non_drop=";
+    const std::tuple<const char*, void (*)(Arguments&), const char*> rows[] = {
+        {sizes, [](auto& a) { a.setExplicitOutputResolution(Size(1280, 721)); }, "-dims=1280x721|-vr=25"},
+        {sizes, [](auto& a) { a.setExplicitOutputResolution(std::nullopt); }, "-vr=25"},
+        {"-v_nocap=", [](auto& a) { a.setVideoFrameCapacity(12); }, "-v_frame_cap=12"},  // it would outrank the number
+        {labelled, [](auto& a) { a.setTimecodeSource(TimecodeSource::creationDate); }, "-tc_creation="},
+        {labelled, [](auto& a) { a.setTimecodeSource(TimecodeSource::custom); }, "-tc_custom=01:00:00;02"},
+        {source, [](auto& a) { a.setTimecodeSource(TimecodeSource::custom); }, "-tc_custom=00:00:00:00"},
+        {labelled, [](auto& a) { a.setTimecodeSource(TimecodeComponents(10, 2, 3, 4, DropFrameState::nonDrop)); },
+         "-tc_custom=10:02:03:04"},
+        {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::drop); }, "-tc_custom=1|-tc_drop="},
+        {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::nonDrop); }, "-tc_custom=1|-tc_non_drop="},
+        {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::unknown); }, "-tc_custom=1"},
+        {"", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_track="},
+        {"-tc_burn=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn="},
+        {"-tc_burn=|-tc_track=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn=|-tc_track="},
+        {"-tc_burn=|-tc_track=", [](auto& a) { a.setIncludeTimecode(false); }, ""},
+        {"-acl_bitmap=l", [](auto& a) { a.setChannelLayoutBitmap(std::vector<AudioChannelLabel>()); }, ""},
+        {"-gpu_trans=7", [](auto& a) { a.setGpuTransformationDeviceIDs(std::vector<std::uint64_t>()); }, ""},
+        {"-ac_omit=1|-ac_omit_x=1",
+         [](auto& a) {
+             a.setIgnoredAudioTracks(0, std::set<std::uint64_t>({2, 10}));
+         },
+         "-ac_omit_0=[2 10|-ac_omit_x=1"},
+        {"-ac_omit_0=[2|-ac_omit_x=1", [](auto& a) { a.setIgnoredAudioTracks(0, {}); }, "-ac_omit_x=1"},
     };
-    for (const auto& row : rows) EXPECT_EQ(holding(row.lookup).outputResolution(row.input), row.expected) << row.name;
+    for (const auto& [before, set, after] : rows) {
+        Arguments arguments = holding(before);
+        set(arguments);
+        EXPECT_EQ(arguments.flagValueLookup(), entries(after)) << before << " before, expected " << after;
+    }
 }
 
 TEST(TranscodeOptionRules, frameCapacity) {
     constexpr std::uint64_t unbounded = std::numeric_limits<std::uint64_t>::max();
-    EXPECT_GE(Arguments::defaultVideoFrameCapacity(), 1U);
     const std::uint64_t processors = Arguments::defaultVideoFrameCapacity();
+    EXPECT_GE(processors, 1U);
     Arguments::setDefaultVideoFrameCapacity(77);
-    struct CapacityRow {
-        const char* name;
-        ArgumentLookup lookup;
-        std::uint64_t expected;
+    const std::pair<const char*, std::uint64_t> rows[] = {
+        {"", 77},
+        {"-v_frame_cap=4", 4},
+        {"-v_frame_cap=18446744073709551615", unbounded},
+        {"-v_frame_cap=18446744073709551616", 77},
+        {"-v_frame_cap=-4", 77},
+        {"-v_nocap=|-v_frame_cap=4", unbounded},
     };
-    const CapacityRow rows[] = {
-        {"default", {}, 77},
-        {"number", {{"-v_frame_cap", "4"}}, 4},
-        {"largest", {{"-v_frame_cap", "18446744073709551615"}}, unbounded},
-        {"tooLarge", {{"-v_frame_cap", "18446744073709551616"}}, 77},
-        {"minus", {{"-v_frame_cap", "-4"}}, 77},
-        {"noCapWins", {{"-v_nocap", ""}, {"-v_frame_cap", "4"}}, unbounded},
-    };
-    for (const auto& row : rows) EXPECT_EQ(holding(row.lookup).videoFrameCapacity(), row.expected) << row.name;
+    for (const auto& [lookup, expected] : rows) EXPECT_EQ(holding(lookup).videoFrameCapacity(), expected) << lookup;
     Arguments::setDefaultVideoFrameCapacity(processors);
-    Arguments arguments = holding({{"-v_nocap", ""}});  // which would outrank the number
-    arguments.setVideoFrameCapacity(12);
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-v_frame_cap", "12"}}));
 }
 
 using Dictionary = std::map<std::string, std::string>;
 
 TEST(TranscodeOptionRules, decodeOptionsTextIsRead) {
-    const std::pair<const char*, Dictionary> rows[] = {{"", {}},
-                                                       {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
-                                                       {"a", {{"a", ""}}},
-                                                       {"a=1:a=2", {{"a", "2"}}},
-                                                       {"=1:a=2", {{"a", "2"}}},
-                                                       {":a=1::", {{"a", "1"}}},
-                                                       {"a=b=c", {{"a", "b=c"}}},
-                                                       {R"(a\=b=c\:d)", {{"a=b", "c:d"}}},
-                                                       {R"(a\\=\\)", {{"a\\", "\\"}}},
-                                                       {R"(\a=\n)", {{"a", "n"}}},
-                                                       {R"(a=1\)", {{"a", "1\\"}}},
-                                                       {R"(\-x=1)", {{"-x", "1"}}},
-                                                       {"Key Two= Value ", {{"Key Two", " Value "}}}};
+    const std::pair<const char*, Dictionary> rows[] = {
+        {"", {}},
+        {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
+        {"a", {{"a", ""}}},
+        {"a=1:a=2", {{"a", "2"}}},
+        {"=1:a=2", {{"a", "2"}}},
+        {":a=1::", {{"a", "1"}}},
+        {"a=b=c", {{"a", "b=c"}}},
+        {R"(a\=b=c\:d)", {{"a=b", "c:d"}}},
+        {R"(a\\=\\)", {{"a\\", "\\"}}},
+        {R"(\a=\n)", {{"a", "n"}}},
+        {R"(a=1\)", {{"a", "1\\"}}},
+        {R"(\-x=1)", {{"-x", "1"}}},
+        {"Key Two= Value ", {{"Key Two", " Value "}}},
+    };
     for (const auto& [text, expected] : rows) EXPECT_EQ(parseDictionary(text), expected) << text;
-    EXPECT_EQ(Arguments().additionalDecodeOptions(), std::nullopt);
     EXPECT_EQ(Arguments(Words{"-additional_decode_options", "Gamma=X:"}).additionalDecodeOptions(),
               (Dictionary{{"Gamma", "X"}}));
 }
 
 TEST(TranscodeOptionRules, decodeOptionsTextSurvivesAnArgumentVector) {
-    const std::pair<Dictionary, const char*> rows[] = {{{}, ""},
-                                                       {{{"b", ""}, {"a", "1"}}, "a=1:b="},
-                                                       {{{"a=b", "c:d\\"}}, R"(a\=b=c\:d\\)"},
-                                                       {{{"-x", "-y"}}, R"(\-x=-y)"},
-                                                       {{{" -x", "y"}}, R"(\ -x=y)"},
-                                                       {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
-                                                       {{{"k", "v "}}, "k=v :"},
-                                                       {{{"k", "\n"}}, "k=\n:"}};
+    const std::pair<Dictionary, const char*> rows[] = {
+        {{}, ""},
+        {{{"b", ""}, {"a", "1"}}, "a=1:b="},
+        {{{"a=b", "c:d\\"}}, R"(a\=b=c\:d\\)"},
+        {{{"-x", "-y"}}, R"(\-x=-y)"},
+        {{{" -x", "y"}}, R"(\ -x=y)"},
+        {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
+        {{{"k", "v "}}, "k=v :"},
+        {{{"k", "\n"}}, "k=\n:"},
+    };
     for (const auto& [dictionary, text] : rows) {
         Arguments arguments;
         arguments.setAdditionalDecodeOptions(dictionary);
@@ -163,38 +173,29 @@ TEST(TranscodeOptionRules, decodeOptionsTextSurvivesAnArgumentVector) {
     }
 }
 
-class Device final : public GpuDevice {
-public:
-    explicit Device(std::uint64_t number) : number_(number) {}
-    [[nodiscard]] std::uint64_t registryID() const noexcept override { return number_; }
-
-private:
-    std::uint64_t number_;
+struct Device final : GpuDevice {
+    [[nodiscard]] std::uint64_t registryID() const noexcept override { return 7; }
 };
 
 TEST(TranscodeOptionRules, transformationDevices) {
-    using Numbers = std::optional<std::vector<std::uint64_t>>;
-    const std::pair<const char*, Numbers> rows[] = {
-        {"[7 18446744073709551615", Numbers{{7, 18446744073709551615U}}},
-        {"metal 7 18446744073709551616 -1 +8", Numbers{{7, 8}}},
+    using Numbers = std::vector<std::uint64_t>;
+    const std::pair<const char*, std::optional<Numbers>> rows[] = {
+        {"[7 18446744073709551615", Numbers{7, 18446744073709551615U}},
+        {"metal 7 18446744073709551616 -1 +8", Numbers{7, 8}},
         {"", std::nullopt},
     };
     for (const auto& [text, expected] : rows) {
         EXPECT_EQ(holding({{"-gpu_trans", text}}).gpuTransformationDeviceIDs(), expected) << text;
     }
-    Arguments arguments = holding({{"-gpu_trans", "metal 7 8"}});
+    const Arguments arguments = holding("-gpu_trans=metal 7 8");
     EXPECT_EQ(arguments.gpuTransformationDevice(), nullptr);
-    setGpuDeviceProvider([](std::uint64_t number) { return number == 7 ? std::make_shared<Device>(7) : nullptr; });
-    const auto device = arguments.gpuTransformationDevice();
-    EXPECT_TRUE(device != nullptr && device->registryID() == 7);
-    arguments.setArgumentFlagValue("8 7", "-gpu_trans");
-    EXPECT_EQ(arguments.gpuTransformationDevice(), nullptr) << "only the first counts";
+    setGpuDeviceProvider([](std::uint64_t number) { return number == 7 ? std::make_shared<Device>() : nullptr; });
+    EXPECT_NE(arguments.gpuTransformationDevice(), nullptr);
+    EXPECT_EQ(holding("-gpu_trans=8 7").gpuTransformationDevice(), nullptr) << "only the first counts";
     setGpuDeviceProvider({});
-    arguments.setGpuTransformationDeviceIDs(std::vector<std::uint64_t>());
-    EXPECT_FALSE(arguments.hasArgumentFlag("-gpu_trans"));
 }
 
-TEST(TranscodeOptionRules, channelsOfLayouts) {
+TEST(TranscodeOptionRules, channels) {
     const std::pair<const char*, std::optional<std::int64_t>> rows[] = {
         {"mono", 1}, {"stereo", 2}, {"quad", 4}, {"pent", 5}, {"hex", 6},     {"oct", 8},
         {"6", 6},    {"-2", -2},    {"", {}},    {"7.1", {}}, {"Stereo", {}},
@@ -203,138 +204,61 @@ TEST(TranscodeOptionRules, channelsOfLayouts) {
     EXPECT_EQ(Arguments().outputChannels(), std::nullopt);
     EXPECT_EQ(Arguments(Words{"-acl", "HEX", "-aqual", "HIGH"}).outputChannels(), 6);
     EXPECT_EQ(Arguments(Words{"-acl", "HEX", "-aqual", "HIGH"}).audioQuality(), TranscodeAudioQuality::high);
-}
 
-TEST(TranscodeOptionRules, channelLabels) {
-    using Labels = std::optional<std::vector<AudioChannelLabel>>;
-    const std::pair<const char*, Labels> rows[] = {
-        {"[l r", Labels{{AudioChannelLabel::left, AudioChannelLabel::right}}},
-        {"LSS m1", Labels{{AudioChannelLabel::leftSideSurround, AudioChannelLabel::mono}}},
+    using Labels = std::vector<AudioChannelLabel>;
+    const std::pair<const char*, std::optional<Labels>> labelRows[] = {
+        {"[l r", Labels{AudioChannelLabel::left, AudioChannelLabel::right}},
+        {"LSS m1", Labels{AudioChannelLabel::leftSideSurround, AudioChannelLabel::mono}},
         {"l x", std::nullopt},
         {"", std::nullopt},
     };
-    for (const auto& [text, expected] : rows) {
+    for (const auto& [text, expected] : labelRows) {
         EXPECT_EQ(holding({{"-acl_bitmap", text}}).channelLayoutBitmap(), expected) << text;
     }
-    Arguments arguments = holding({{"-acl_bitmap", "l"}});
-    arguments.setChannelLayoutBitmap(std::vector<AudioChannelLabel>());
-    EXPECT_EQ(arguments.flagValueLookup(), ArgumentLookup());
 }
 
 TEST(TranscodeOptionRules, ignoredTracksByFile) {
-    Arguments arguments = holding({{"-ac_omit", "[3 1 3"},
-                                   {"-ac_omit_0", "7"},
-                                   {"-ac_omit_10", "0 x -1 5"},
-                                   {"-ac_omit_2", "4"},
-                                   {"-ac_omit_x", "1"},
-                                   {"-ac_omit2", "1"},
-                                   {"-ac_omit_3", "none"}});
+    const Arguments arguments = holding(
+        "-ac_omit=[3 1 3|-ac_omit_0=7|-ac_omit_10=0 x -1 5|-ac_omit_2=4|-ac_omit_x=1|-ac_omit2=1|-ac_omit_3=none");
     std::vector<std::pair<std::uint64_t, std::vector<std::uint64_t>>> calls;
     arguments.enumerateIgnoredAudioFileTracks(
         [&](std::uint64_t file, const std::vector<std::uint64_t>& tracks) { calls.emplace_back(file, tracks); });
     EXPECT_EQ(calls, (decltype(calls){{0, {1, 3, 7}}, {2, {4}}, {10, {0, 5}}}));
-
-    arguments.setIgnoredAudioTracks(0, {2, 10});
-    EXPECT_FALSE(arguments.hasArgumentFlag("-ac_omit"));
-    EXPECT_EQ(arguments.argumentFlagValue("-ac_omit_0"), "[2 10");
-    arguments.setIgnoredAudioTracks(0, {});
-    EXPECT_FALSE(arguments.hasArgumentFlag("-ac_omit_0"));
-    EXPECT_TRUE(arguments.hasArgumentFlag("-ac_omit_x"));
 }
 
-TEST(TranscodeOptionRules, timecodeSourceIsTheFirstFlagOfThree) {
-    const std::pair<ArgumentLookup, TimecodeSource> rows[] = {
-        {{}, TimecodeSource::match},
-        {{{"-tc_match", ""}}, TimecodeSource::match},
-        {{{"-tc_creation", "no"}}, TimecodeSource::creationDate},
-        {{{"-tc_custom", ""}}, TimecodeSource::custom},
-        {{{"-tc_custom", ""}, {"-tc_creation", ""}}, TimecodeSource::creationDate},
-        {{{"-tc_custom", ""}, {"-tc_creation", ""}, {"-tc_match", ""}}, TimecodeSource::match},
+TEST(TranscodeOptionRules, timecodeIsDecidedByTheFirstOfItsFlags) {
+    using Source = TimecodeSource;
+    constexpr auto drop = DropFrameState::drop, nonDrop = DropFrameState::nonDrop, unknown = DropFrameState::unknown;
+    const std::tuple<const char*, Source, DropFrameState, bool> rows[] = {
+        {"", Source::match, unknown, false},
+        {"-tc_match=", Source::match, unknown, false},
+        {"-tc_creation=no|-tc_track=", Source::creationDate, unknown, true},
+        {"-tc_custom=|-tc_burn=", Source::custom, unknown, true},
+        {"-tc_custom=|-tc_creation=|-tc_burn=|-tc_track=", Source::creationDate, unknown, true},
+        {"-tc_custom=|-tc_creation=|-tc_match=", Source::match, unknown, false},
+        {"-tc_drop=x|-tc_non_drop=|-tc_custom=01:00:00:00", Source::custom, drop, false},
+        {"-tc_non_drop=|-tc_custom=01:00:00;00", Source::custom, nonDrop, false},
+        {"-tc_custom=01:00:00;00", Source::custom, drop, false},
+        {"-tc_custom=01:00:00:00", Source::custom, nonDrop, false},
+        {"-tc_custom=1:00:00;00", Source::custom, unknown, false},
+        {"-tc_custom=01:61:00;00", Source::custom, unknown, false},
     };
-    for (const auto& [lookup, expected] : rows) {
-        EXPECT_EQ(holding(lookup).timecodeSource(), expected) << testing::PrintToString(lookup);
+    for (const auto& [lookup, source, state, isIncluded] : rows) {
+        const Arguments arguments = holding(lookup);
+        EXPECT_EQ(arguments.timecodeSource(), source) << lookup;
+        EXPECT_EQ(arguments.timecodeDropFrameState(), state) << lookup;
+        EXPECT_EQ(arguments.includeTimecode(), isIncluded) << lookup;
     }
 }
 
-TEST(TranscodeOptionRules, timecodeSourceSetterLeavesOneFlagOfThree) {
-    const ArgumentLookup before{{"-tc_match", ""}, {"-tc_creation", ""}, {"-tc_custom", "01:00:00;02"}};
-    Arguments arguments = holding(before);
-    arguments.setTimecodeSource(TimecodeSource::creationDate);
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-tc_creation", ""}}));
-    arguments.setTimecodeSource(TimecodeSource::custom);
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-tc_custom", "00:00:00:00"}}));
-    arguments = holding(before);
-    arguments.setTimecodeSource(TimecodeSource::custom);
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-tc_custom", "01:00:00;02"}}));
-    arguments = holding(before);
-    arguments.setTimecodeSource(TimecodeComponents(10, 2, 3, 4, DropFrameState::nonDrop));
-    EXPECT_EQ(arguments.flagValueLookup(), (ArgumentLookup{{"-tc_custom", "10:02:03:04"}}));
-    EXPECT_EQ(arguments.timecode(), "10:02:03:04");
-}
-
-TEST(TranscodeOptionRules, dropFrameState) {
-    const std::pair<ArgumentLookup, DropFrameState> rows[] = {
-        {{}, DropFrameState::unknown},
-        {{{"-tc_drop", "x"}, {"-tc_non_drop", ""}, {"-tc_custom", "01:00:00:00"}}, DropFrameState::drop},
-        {{{"-tc_non_drop", ""}, {"-tc_custom", "01:00:00;00"}}, DropFrameState::nonDrop},
-        {{{"-tc_custom", "01:00:00;00"}}, DropFrameState::drop},
-        {{{"-tc_custom", "01:00:00:00"}}, DropFrameState::nonDrop},
-        {{{"-tc_custom", "1:00:00;00"}}, DropFrameState::unknown},
-        {{{"-tc_custom", "01:61:00;00"}}, DropFrameState::unknown},
-    };
-    for (const auto& [lookup, expected] : rows) {
-        EXPECT_EQ(holding(lookup).timecodeDropFrameState(), expected) << testing::PrintToString(lookup);
-    }
-    const std::pair<DropFrameState, ArgumentLookup> written[] = {
-        {DropFrameState::drop, {{"-tc_custom", "01:00:00:00"}, {"-tc_drop", ""}}},
-        {DropFrameState::nonDrop, {{"-tc_custom", "01:00:00:00"}, {"-tc_non_drop", ""}}},
-        {DropFrameState::unknown, {{"-tc_custom", "01:00:00:00"}}},
-    };
-    for (const auto& [state, expected] : written) {
-        Arguments arguments = holding({{"-tc_custom", "01:00:00:00"}, {"-tc_drop", ""}, {"-tc_non_drop", ""}});
-        arguments.setTimecodeDropFrameState(state);
-        EXPECT_EQ(arguments.flagValueLookup(), expected);
-    }
-}
-
-TEST(TranscodeOptionRules, includeTimecode) {
-    struct IncludeRow {
-        ArgumentLookup before;
-        bool includes;
-        ArgumentLookup afterTrue;
-    };
-    const IncludeRow rows[] = {
-        {{}, false, {{"-tc_track", ""}}},
-        {{{"-tc_track", ""}}, true, {{"-tc_track", ""}}},
-        {{{"-tc_burn", ""}}, true, {{"-tc_burn", ""}}},
-        {{{"-tc_burn", ""}, {"-tc_track", ""}}, true, {{"-tc_burn", ""}, {"-tc_track", ""}}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.before));
-        Arguments arguments = holding(row.before);
-        EXPECT_EQ(arguments.includeTimecode(), row.includes);
-        arguments.setIncludeTimecode(true);
-        EXPECT_EQ(arguments.flagValueLookup(), row.afterTrue);
-        arguments.setIncludeTimecode(false);
-        EXPECT_EQ(arguments.flagValueLookup(), ArgumentLookup());
-    }
-}
-
-TEST(TranscodeOptionRules, colorsAreRead) {
-    const std::pair<const char*, std::optional<Color>> rows[] = {
-        {"0.25 0.5 1", Color::sRGB(0.25, 0.5, 1)},
-        {"[0.25, 0.5, 1.0", Color::sRGB(0.25, 0.5, 1)},
-    };
-    for (const auto& [text, expected] : rows) {
-        EXPECT_EQ(holding({{"-tc_burn_font_rgb", text}}).timecodeBurnFontColor(), expected) << text;
+TEST(TranscodeOptionRules, colors) {
+    for (const char* text : {"0.25 0.5 1", "[0.25, 0.5, 1.0"}) {
+        EXPECT_EQ(holding({{"-tc_burn_font_rgb", text}}).timecodeBurnFontColor(), Color::sRGB(0.25, 0.5, 1)) << text;
     }
     for (const char* text : {"1 1 1.0000001", "-0.1 0 0", "0.25 0.5", "0.25 0.5 1 1", "0.25 0.5 1]", "red", ""}) {
         EXPECT_EQ(holding({{"-tc_burn_font_rgb", text}}).timecodeBurnFontColor(), std::nullopt) << text;
     }
-}
-
-TEST(TranscodeOptionRules, colorsAreWrittenInSRGB) {
-    const std::pair<Color, const char*> rows[] = {
+    const std::pair<Color, const char*> written[] = {
         {Color::sRGB(0.1, 1.0 / 3, 1), "0.1 0.33333334 1"},
         {Color::sRGB(-0.0, 2, -1), "0 1 0"},
         {Color::gray(0.5), "0.5 0.5 0.5"},
@@ -342,11 +266,11 @@ TEST(TranscodeOptionRules, colorsAreWrittenInSRGB) {
         {Color::sRGB(1e-7, 0, 0), "0.0000001 0 0"},
     };
     Arguments arguments;
-    for (const auto& [color, text] : rows) {
+    for (const auto& [color, text] : written) {
         arguments.setWatermarkTextBoxColor(color);
         EXPECT_EQ(arguments.argumentFlagValue("-wmt_box_rgb"), text);
     }
-    std::vector<std::string> lines;
+    Words lines;
     setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
     arguments.setWatermarkTextFontColor(Color());
     setLogSink({});
@@ -354,12 +278,16 @@ TEST(TranscodeOptionRules, colorsAreWrittenInSRGB) {
     EXPECT_FALSE(arguments.hasArgumentFlag("-wmt_font_rgb"));
 }
 
-TEST(TranscodeOptionRules, videoAndAudioDetailsCopyOnlyWhatTheyHave) {
-    const ArgumentLookup before{{"-vbd", "8"}, {"-asr", "44100"}, {"-adiscrete", ""}, {"-preserve_log", ""}};
+TEST(TranscodeOptionRules, detailsCopyOnlyWhatTheyHave) {
+    constexpr const char* before =
+        "-vbd=8|-asr=44100|-adiscrete=|-preserve_log=|-tc_match=|-tc_non_drop=|-wmf_scale=2|-wmt_burn=";
     Arguments arguments = holding(before);
     arguments.update(TranscodeVideoDetail());
     arguments.update(TranscodeAudioDetail());
-    EXPECT_EQ(arguments.flagValueLookup(), before);
+    arguments.update(TranscodeTimecodeDetail());
+    arguments.update(TranscodeWatermarkImageDetail());
+    arguments.update(TranscodeWatermarkTextDetail());
+    EXPECT_EQ(arguments.flagValueLookup(), entries(before));
 
     TranscodeVideoDetail video;
     video.videoFormat = OAVHevcCodec;
@@ -386,20 +314,6 @@ TEST(TranscodeOptionRules, videoAndAudioDetailsCopyOnlyWhatTheyHave) {
     audio.audioOutputIsDiscrete = false;
     audio.audioOutputChannelsMatchSource = true;
     arguments.update(audio);
-    EXPECT_EQ(arguments.description(),
-              "TranscodeCliArguments: -a_ch_match \"\" -abpc 16 -abr 192000 -acl stereo -acl_tag 6619138 -acodec aac "
-              "-alang_code fr -aqual max -aspect_scaling crop -asr 44100 -c_space rec_2020_pq -crop_anchor c "
-              "-dims 1280x720 -key_frames 50 -v_colrange f -vbd 10 -vbr 3.5 -vcodec h265 -vprofile main10 -vr 25");
-}
-
-TEST(TranscodeOptionRules, timecodeAndWatermarkDetailsCopyOnlyWhatTheyHave) {
-    const ArgumentLookup before{{"-tc_match", ""}, {"-tc_non_drop", ""}, {"-wmf_scale", "2"}, {"-wmt_burn", ""}};
-    Arguments arguments = holding(before);
-    arguments.update(TranscodeTimecodeDetail());
-    arguments.update(TranscodeWatermarkImageDetail());
-    arguments.update(TranscodeWatermarkTextDetail());
-    EXPECT_EQ(arguments.flagValueLookup(), before);
-
     TranscodeTimecodeDetail timecode;
     timecode.addTimecodeTrack = true;
     timecode.addTimecodeBurn = true;
@@ -424,11 +338,77 @@ TEST(TranscodeOptionRules, timecodeAndWatermarkDetailsCopyOnlyWhatTheyHave) {
     text.watermarkTextFontColor = Color::gray(1);
     text.watermarkTextBoxColor = Color::sRGB(0, 0, 0.5);
     arguments.update(text);
-    EXPECT_EQ(arguments.description(),
-              "TranscodeCliArguments: -tc_burn \"\" -tc_burn_anchor tl -tc_burn_box_rgb 0 0 0 -tc_burn_font_rgb 1 1 0 "
-              "-tc_burn_size 20 -tc_custom 10:00:00:00 -tc_drop \"\" -tc_rate 24 -tc_track \"\" -wmf_anchor br "
-              "-wmf_path /Logo.PNG -wmf_scale 2 -wmt_anchor bc -wmt_box_rgb 0 0 0.5 -wmt_font_rgb 1 1 1 -wmt_size 12 "
-              "-wmt_text Draft");
+    EXPECT_EQ(
+        arguments.description(),
+        "TranscodeCliArguments: -a_ch_match \"\" -abpc 16 -abr 192000 -acl stereo -acl_tag 6619138 -acodec aac "
+        "-alang_code fr -aqual max -aspect_scaling crop -asr 44100 -c_space rec_2020_pq -crop_anchor c "
+        "-dims 1280x720 -key_frames 50 -tc_burn \"\" -tc_burn_anchor tl -tc_burn_box_rgb 0 0 0 "
+        "-tc_burn_font_rgb 1 1 0 -tc_burn_size 20 -tc_custom 10:00:00:00 -tc_drop \"\" -tc_rate 24 -tc_track \"\" "
+        "-v_colrange f -vbd 10 -vbr 3.5 -vcodec h265 -vprofile main10 -vr 25 -wmf_anchor br -wmf_path /Logo.PNG "
+        "-wmf_scale 2 -wmt_anchor bc -wmt_box_rgb 0 0 0.5 -wmt_font_rgb 1 1 1 -wmt_size 12 -wmt_text Draft");
+}
+
+/// "2: a b | 7: c" for the groups of the inputs, "none" for none.
+std::string groupsOf(const Arguments& arguments) {
+    std::string text;
+    arguments.enumerateInputFileGroups([&](std::span<const std::string> paths, std::int64_t number) {
+        text += (text.empty() ? "" : " | ") + std::to_string(number) + ":";
+        for (const auto& path : paths) text += " " + path;
+    });
+    return arguments.inputFileGroups() ? text : "none";
+}
+
+TEST(TranscodeOptionRules, inputsAreGroupedByTheirNumbers) {
+    constexpr const char* ignored =
+        "-in_1=|-in_1_2_3=|-in__2=|-in_1_=|-in_a_1=|-in_1_1.0=|-in_1_ 1=|-in3=|-i_1_1=|-in_9223372036854775808_1=";
+    const std::tuple<const char*, const char*, const char*, std::optional<Words>> rows[] = {
+        {"none", "-out=a", "none", std::nullopt},
+        {"plain", "-in=/A|-in_0_0=/B", "0: /A", Words{"/A"}},
+        {"emptyPlainCounts", "-in=|-in_0_0=/B", "0: ", Words{""}},
+        {"numbersNotTexts", "-in_10_0=a|-in_9_10=b|-in_9_9=c|-in_-1_+2=d|-in_-1_-2=e", "-1: e d | 9: c b | 10: a",
+         Words{"e", "d", "c", "b", "a"}},
+        {"ignored", ignored, "none", std::nullopt},
+        {"anyPrefix", "-input_4_5=a|-inX_4_4=b", "4: b a", Words{"b", "a"}},
+        {"samePlaceTwice", "-in_0_1=a|-in_0_01=b", "0: b a", Words{"b", "a"}},
+        {"samePathTwice", "-in_0_0=a|-in_1_0=a", "0: a | 1: a", Words{"a"}},
+    };
+    for (const auto& [name, lookup, groups, files] : rows) {
+        const Arguments arguments = holding(lookup);
+        EXPECT_EQ(groupsOf(arguments), groups) << name;
+        EXPECT_EQ(arguments.inputFiles(), files) << name;
+        EXPECT_EQ(arguments.firstInputFile(), files ? std::optional(files->front()) : std::nullopt) << name;
+    }
+}
+
+TEST(TranscodeOptionRules, inputSetterReplacesWhatTheGettersRead) {
+    constexpr const char* before = "-in=a|-in_7_7=b|-input_1_1=c|-in3=d|-in_x_1=e|-vn=";
+    const ArgumentLookup kept = entries("-in3=d|-in_x_1=e|-vn=");
+    Arguments arguments;
+    for (const auto& none : {std::optional<Words>(), std::optional<Words>(Words{})}) {
+        arguments = holding(before);
+        arguments.setInputFiles(none);
+        EXPECT_EQ(arguments.flagValueLookup(), kept);
+    }
+    Words files;
+    for (int i = 0; i < 12; ++i) files.push_back("/File " + std::to_string(i));
+    arguments = holding(before);
+    arguments.setInputFiles(files);
+    EXPECT_EQ(arguments.inputFiles(), files);  // in their order, although "-in_0_10" sorts before "-in_0_2"
+    EXPECT_EQ(arguments.argumentFlagValue("-in_0_11"), "/File 11");
+    EXPECT_EQ(arguments.flagValueLookup().size(), kept.size() + files.size());
+    EXPECT_EQ(Arguments(arguments.commandLineArguments()).inputFiles(), files);
+}
+
+TEST(TranscodeOptionRules, explicitTypeLivesUnderABareKey) {
+    Arguments arguments(Words{"-ftype", "public.mpeg-4"});
+    EXPECT_EQ(arguments.explicitOutputFileType(), std::nullopt);
+    arguments.setExplicitOutputFileType(OrvaneUTType::mpeg4Movie);
+    EXPECT_EQ(arguments.commandLineArguments(), pieces("-ftype|public.mpeg-4|ftype|public.mpeg-4"));
+    EXPECT_EQ(arguments.explicitOutputFileType(), OrvaneUTType::mpeg4Movie);
+    arguments.setArgumentFlagValue("public.MPEG-4", "ftype");
+    EXPECT_EQ(arguments.explicitOutputFileType(), std::nullopt);
+    arguments.setExplicitOutputFileType(std::nullopt);
+    EXPECT_FALSE(arguments.hasArgumentFlag("ftype"));
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -17,20 +19,15 @@ namespace {
 
 using Bytes = std::array<std::uint8_t, 4>;
 
-struct HexRow {
-    std::string_view text;
-    std::optional<Bytes> expected;
-};
-
 TEST(Color, hexadecimalTextIsReadOrRefused) {
-    const HexRow rows[] = {
+    const std::pair<const char*, Bytes> rows[] = {
         {"80FF00", Bytes{128, 255, 0, 255}},      {"#80ff00", Bytes{128, 255, 0, 255}},
         {"80Ff0040", Bytes{128, 255, 0, 64}},     {"1af", Bytes{0x11, 0xAA, 0xFF, 255}},
         {"#1AF8", Bytes{0x11, 0xAA, 0xFF, 0x88}},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(hexTo8BitRGBA(row.text), row.expected) << row.text;
-        EXPECT_TRUE(Color::fromHex(row.text).has_value()) << row.text;
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(hexTo8BitRGBA(text), expected) << text;
+        EXPECT_TRUE(Color::fromHex(text).has_value()) << text;
     }
     for (const char* text : {"", "#", "12", "12345", "123456789", "##12345", "12345#", "12345G", "0x1234", "12345 ",
                              "-12345", "12345:", "１２３"}) {
@@ -63,16 +60,10 @@ TEST(Color, hexadecimalTextIsRoundedHalfAwayFromZeroAndLimited) {
     EXPECT_EQ(Color().hexValue(), std::nullopt);
 }
 
-struct ConversionRow {
-    const char* name;
-    Color color;
-    std::array<float, 3> expected;
-};
-
 // Expected values: the defining equations of IEC 61966-2-1, and for Display P3 the primaries of SMPTE EG 432-1, worked
 // out in exact fractions apart from this code.
 TEST(Color, conversionToSRGB) {
-    const ConversionRow rows[] = {
+    const std::tuple<const char*, Color, std::array<float, 3>> rows[] = {
         {"own", Color::sRGB(0.25, 0.5, 0.75), {0.25F, 0.5F, 0.75F}},
         {"gray", Color::gray(0.3), {0.3F, 0.3F, 0.3F}},
         {"grayTakesItsFirst", Color(ColorModel::genericGray, 0.3, 0.9, 0.1), {0.3F, 0.3F, 0.3F}},
@@ -82,26 +73,21 @@ TEST(Color, conversionToSRGB) {
         {"p3RedIsOutside", Color(ColorModel::displayP3, 1, 0, 0), {1, 0, 0}},
         {"p3Inside", Color(ColorModel::displayP3, 0.6, 0.4, 0.3), {0.634503F, 0.388660F, 0.280019F}},
     };
-    for (const auto& row : rows) {
-        const auto rgba = row.color.toRGBA();
-        ASSERT_TRUE(rgba.has_value()) << row.name;
-        for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR((*rgba)[i], row.expected[i], 2e-6) << row.name << i;
-        EXPECT_EQ((*rgba)[3], 1) << row.name;
-        EXPECT_EQ(row.color.toRGB(true).size(), 4U) << row.name;
-        EXPECT_EQ(row.color.toRGB(false), (std::vector<float>{(*rgba)[0], (*rgba)[1], (*rgba)[2]})) << row.name;
+    for (const auto& [name, color, expected] : rows) {
+        SCOPED_TRACE(name);
+        const auto rgba = color.toRGBA();
+        ASSERT_TRUE(rgba.has_value());
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR((*rgba)[i], expected[i], 2e-6) << i;
+        EXPECT_EQ((*rgba)[3], 1);
+        EXPECT_EQ(color.toRGB(true), std::vector<float>(rgba->begin(), rgba->end()));
+        EXPECT_EQ(color.toRGB(false), std::vector<float>(rgba->begin(), rgba->begin() + 3));
     }
     EXPECT_EQ(Color().toRGBA(), std::nullopt);
     EXPECT_TRUE(Color().toRGB(true).empty());
 }
 
-struct DarkRow {
-    const char* name;
-    Color color;
-    bool isDark;
-};
-
 TEST(Color, isDarkBelowHalfOfTheLuma) {
-    const DarkRow rows[] = {
+    const std::tuple<const char*, Color, bool> rows[] = {
         {"black", Color::sRGB(0, 0, 0), true},
         {"white", Color::sRGB(1, 1, 1), false},
         {"midGrey", Color::sRGB(0.5, 0.5, 0.5), false},
@@ -114,9 +100,9 @@ TEST(Color, isDarkBelowHalfOfTheLuma) {
         {"linearGreyIsLight", Color(ColorModel::linearSRGB, 0.22, 0.22, 0.22), false},
         {"withoutComponents", Color(), false},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.color.isDarkColor(), row.isDark) << row.name;
-        EXPECT_EQ(row.color.isDark(), row.isDark) << row.name;
+    for (const auto& [name, color, isDark] : rows) {
+        EXPECT_EQ(color.isDarkColor(), isDark) << name;
+        EXPECT_EQ(color.isDark(), isDark) << name;
     }
 }
 

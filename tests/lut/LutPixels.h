@@ -124,6 +124,20 @@ inline LutApplierSettings exactly(LutApplication application, SampleFormat sourc
     return settings;
 }
 
+inline LutApplierSettings conventional(LutArithmetic arithmetic, LutBlending blending = LutBlending::trilinear) {
+    auto settings = exactly(LutApplication::conventional, SampleFormat::float32, SampleFormat::float32);
+    settings.arithmetic = arithmetic;
+    settings.blending = blending;
+    return settings;
+}
+
+template <class Sample>
+auto largestDifference(const std::vector<Sample>& a, const std::vector<Sample>& b) {
+    auto largest = std::abs(Sample{} - Sample{});
+    for (std::size_t i = 0; i < a.size(); ++i) largest = std::max(largest, std::abs(a[i] - b.at(i)));
+    return largest;
+}
+
 /// The same bits: NaN equals NaN, and 0 is not -0.
 template <class Sample>
 bool isSame(const std::vector<Sample>& a, const std::vector<Sample>& b) {

@@ -1,6 +1,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,11 +25,10 @@ std::vector<LutValueTriplet> grays(std::initializer_list<double> values) {
 RGB<double> gray(double value) { return {value, value, value}; }
 
 TEST(LutCube, facesAreCubeRootsToTheNearestAndHoldTheFileOrder) {
-    const struct {
-        std::size_t count, face;
-    } rows[] = {{0, 0}, {1, 1}, {3, 1}, {4, 2}, {8, 2}, {4913, 17}, {30000, 31}, {35937, 33}, {274625, 65}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(LutCube(std::vector<LutValueTriplet>(row.count), 0, 1).faceSize(), row.face) << row.count;
+    const std::pair<std::size_t, std::size_t> rows[] = {{0, 0},     {1, 1},      {3, 1},      {4, 2},      {8, 2},
+                                                        {4913, 17}, {30000, 31}, {35937, 33}, {274625, 65}};
+    for (const auto& [count, face] : rows) {
+        EXPECT_EQ(LutCube(std::vector<LutValueTriplet>(count), 0, 1).faceSize(), face) << count;
     }
     const LutCube cube(grays({0, 1, 2, 3, 4, 5, 6, 7}), 0, 7);
     EXPECT_EQ(trilinear.interpolate(cube, {7, 0, 0}), gray(4));  // red's index is the slowest
@@ -55,12 +56,7 @@ TEST(TrilinearLutInterpolator, locatesAndBlendsAsStated) {
     const LutCube above(grays({2, 2, 2, 2, 4, 4, 4, 4}), 2, 4);
     const LutCube below(grays({-1, -1, -1, -1, 1, 1, 1, 1}), -1, 1);
     const LutCube point(grays({0.5}), 0, 1);
-    const struct {
-        const char* name;
-        const LutCube& cube;
-        RGB<double> input;
-        double expected;
-    } rows[] = {
+    const std::tuple<const char*, const LutCube&, RGB<double>, double> rows[] = {
         {"greenWeighsAlongBlue", alongBlue, {0, 0.25, 0.75}, 0.25},
         {"highValue", alongRed, {1, 0, 0}, 1},
         {"aboveTheHighValue", alongRed, {1e300, 0, 0}, 1},
@@ -71,7 +67,8 @@ TEST(TrilinearLutInterpolator, locatesAndBlendsAsStated) {
         {"negativePositionsExtrapolate", below, {-1, 0, 0}, -3},
         {"onePoint", point, {0.3, 0.7, 2}, 0.5},
     };
-    for (const auto& row : rows) EXPECT_EQ(trilinear.interpolate(row.cube, row.input), gray(row.expected)) << row.name;
+    for (const auto& [name, cube, input, expected] : rows)
+        EXPECT_EQ(trilinear.interpolate(cube, input), gray(expected)) << name;
 }
 
 TEST(TrilinearLutInterpolatorDeathTest, positionsThatAreNoNumbersStopTheProcess) {
@@ -86,17 +83,13 @@ TEST(TrilinearLutInterpolatorDeathTest, positionsThatAreNoNumbersStopTheProcess)
 
 TEST(BitDepth, depthsChangeByShiftingAndReadingsAreChecked) {
     constexpr std::uint64_t most = UINT64_MAX;
-    const struct {
-        std::uint64_t value;
-        std::int64_t from, to;
-        std::uint64_t expected;
-    } rows[] = {
+    const std::tuple<std::uint64_t, std::int64_t, std::int64_t, std::uint64_t> rows[] = {
         {1023, 10, 12, 4092}, {4092, 12, 10, 1023},    {4095, 12, 10, 1023}, {7, 0, 12, 7},
         {7, 12, 0, 7},        {7, -3, 12, 7},          {7, 9, 9, 7},         {1, 1, 64, std::uint64_t{1} << 63U},
         {2, 1, 64, most},     {1, 1, INT64_MAX, most}, {0, 1, INT64_MAX, 0}, {most, INT64_MAX, 1, 0},
         {most, 64, 1, 1},     {most, 65, 1, 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(normalizedUnsignedInteger(row.value, row.from, row.to), row.expected) << row.from << ' ' << row.to;
+    for (const auto& [value, from, to, expected] : rows) {
+        EXPECT_EQ(normalizedUnsignedInteger(value, from, to), expected) << from << ' ' << to;
     }
     EXPECT_EQ(largestCodeValue(63), std::uint64_t{INT64_MAX});
     EXPECT_EQ(largestCodeValue(64), 0U);
@@ -184,13 +177,10 @@ TEST(SampleConverter, tablesAnswerTheirEntries) {
 }
 
 TEST(OneDimensionConverter, bitDepthsAreFloorsOfLogarithms) {
-    const struct {
-        std::size_t count;
-        std::int64_t depth;
-    } rows[] = {{1, 0}, {2, 1}, {3, 1}, {1023, 9}, {1024, 10}, {4096, 12}};
-    for (const auto& row : rows) {
-        const OneDimensionFloatingPointConverter converter(std::vector<LutValueTriplet>(row.count), 0, 1);
-        EXPECT_EQ(converter.lutBitDepth(), row.depth) << row.count;
+    const std::pair<std::size_t, std::int64_t> rows[] = {{1, 0}, {2, 1}, {3, 1}, {1023, 9}, {1024, 10}, {4096, 12}};
+    for (const auto& [count, depth] : rows) {
+        const OneDimensionFloatingPointConverter converter(std::vector<LutValueTriplet>(count), 0, 1);
+        EXPECT_EQ(converter.lutBitDepth(), depth) << count;
     }
 }
 

@@ -1,5 +1,6 @@
 #include <fstream>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -23,20 +24,17 @@ protected:
 using ObjcLutDeathTest = ObjcLut;
 
 TEST_F(ObjcLut, eachKindHasItsDescriptors) {
-    const struct {
-        const char* name;
-        std::string text, expected;
-    } rows[] = {
+    const std::tuple<const char*, std::string, std::string> rows[] = {
         {"integerTable", entryLines(1024, "4095"), "1D table, 1024 entries, 10 bits, 0 to 1023"},
         {"floatTable", entryLines(256, "-0.5"), "1D table, 256 entries, -0.5 to 0.0"},
         {"floatCube", entryLines(35937, "0.75"), "cube of 33 points, 0.0 to 0.75, 35937 entries, 0.0 to 0.75"},
         {"integerCube", "3D\n" + entryLines(9, "900"), "cube of 2 points, 0.0 to 900.0, 9 entries, 10 bits, 0 to 900"},
     };
-    for (const auto& row : rows) {
-        const auto detail = build(row.text);
-        ASSERT_TRUE(detail) << row.name;
-        EXPECT_EQ(detail->description(), row.expected) << row.name;
-        EXPECT_NE(detail->integerDescriptor().has_value(), detail->floatingPointDescriptor().has_value()) << row.name;
+    for (const auto& [name, text, expected] : rows) {
+        const auto detail = build(text);
+        ASSERT_TRUE(detail) << name;
+        EXPECT_EQ(detail->description(), expected) << name;
+        EXPECT_NE(detail->integerDescriptor().has_value(), detail->floatingPointDescriptor().has_value()) << name;
     }
     EXPECT_FALSE(build("3D\n"));
 }

@@ -5,11 +5,14 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <unordered_set>
 #include <utility>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+
+#include <tests/Thrown.h>
 
 namespace corvex {
 
@@ -50,25 +53,19 @@ std::string whatDecodingSays(const Json& json) {
 }
 
 TEST(CaseTable, codingTakesRawValuesOnly) {
-    struct Row {
-        Json coded;
-        std::string beam, gear;
-    };
     const std::string none = "key 'rawValue': no case has ";
-    const Row rows[] = {
-        {"hi", "decoded as \"hi\"", none + "\"hi\""},
-        {"Hi", none + "\"Hi\"", none + "\"Hi\""},
-        {2, none + "2", "decoded as 2"},
-        {258, none + "258", none + "258"},
-        {-254, none + "-254", none + "-254"},
-        {2.5, none + "2.5", none + "2.5"},
-        {true, none + "true", none + "true"},
-        {nullptr, none + "null", none + "null"},
-        {"\xFF", none + "\"\uFFFD\"", none + "\"\uFFFD\""},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(whatDecodingSays<Beam>(row.coded), row.beam);
-        EXPECT_EQ(whatDecodingSays<Gear>(row.coded), row.gear);
+    const std::tuple<Json, std::string, std::string> rows[] = {{"hi", "decoded as \"hi\"", none + "\"hi\""},
+                                                               {"Hi", none + "\"Hi\"", none + "\"Hi\""},
+                                                               {2, none + "2", "decoded as 2"},
+                                                               {258, none + "258", none + "258"},
+                                                               {-254, none + "-254", none + "-254"},
+                                                               {2.5, none + "2.5", none + "2.5"},
+                                                               {true, none + "true", none + "true"},
+                                                               {nullptr, none + "null", none + "null"},
+                                                               {"\xFF", none + "\"\uFFFD\"", none + "\"\uFFFD\""}};
+    for (const auto& [coded, beam, gear] : rows) {
+        EXPECT_EQ(whatDecodingSays<Beam>(coded), beam);
+        EXPECT_EQ(whatDecodingSays<Gear>(coded), gear);
     }
 }
 
@@ -113,13 +110,9 @@ TEST(Json, membersAreFoundOrNamed) {
     const Json object = {{"a", 1}};
     EXPECT_EQ(requireMember(object, "a"), 1);
     EXPECT_EQ(findMember(object, "b"), nullptr);
-    try {
-        static_cast<void>(requireMember(object, "b"));
-        ADD_FAILURE() << "a missing member was found";
-    } catch (const DecodingError& error) {
-        EXPECT_EQ(error, DecodingError("b", "is missing"));
-        EXPECT_STREQ(error.key(), "b");
-    }
+    const auto error = test::thrownBy<DecodingError>([&] { return requireMember(object, "b"); });
+    EXPECT_EQ(error, DecodingError("b", "is missing"));
+    EXPECT_STREQ(error->key(), "b");
     EXPECT_THROW(static_cast<void>(findMember(Json::array(), "a")), DecodingError);
 }
 

@@ -2,7 +2,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <thread>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -10,14 +10,10 @@
 #include <Corvex/platform/ConcurrentQueue.h>
 #include <Corvex/platform/SerialQueue.h>
 
+#include "OnThreads.h"
+
 namespace corvex::dispatchQueueTests {
 namespace {
-
-/// Work added to a queue on a manual executor: small letters, and capitals as barriers.
-struct ScheduleRow {
-    const char *name, *work;
-    std::size_t startedAtOnce;  ///< How many pieces may run before any has ended.
-};
 
 TEST(ConcurrentQueue, barriersWaitForWhatIsBeforeThemAndHoldBackWhatIsBehind) {
     struct Gatherer final : Executor {
@@ -31,28 +27,23 @@ TEST(ConcurrentQueue, barriersWaitForWhatIsBeforeThemAndHoldBackWhatIsBehind) {
         WorkQueue posted;
         std::size_t count = 0;
     };
-    constexpr ScheduleRow rows[] = {
-        {"readers together", "abc", 3},
-        {"a barrier alone", "A", 1},
-        {"a barrier waits for readers", "abCd", 2},
-        {"barriers in their turn", "ABc", 1},
-        {"readers wait for it", "aBcd", 1},
-    };
-    for (const auto& row : rows) {
+    // Work added to a queue, small letters and capitals as barriers; how much of it may run before any has ended.
+    constexpr std::tuple<const char*, const char*, std::size_t> rows[] = {{"readers together", "abc", 3},
+                                                                          {"a barrier alone", "A", 1},
+                                                                          {"a barrier waits for readers", "abCd", 2},
+                                                                          {"barriers in their turn", "ABc", 1},
+                                                                          {"readers wait for it", "aBcd", 1}};
+    for (const auto& [name, pieces, startedAtOnce] : rows) {
         Gatherer executor;
         std::string trace;
         ConcurrentQueue queue("test", executor);
-        for (const char* name = row.work; *name; ++name) {
-            auto work = [&trace, own = *name] { trace += own; };
-            if (*name >= 'a') {
-                queue.async(work);
-            } else {
-                queue.asyncBarrier(work);
-            }
+        for (const char piece : std::string_view(pieces)) {
+            auto work = [&trace, piece] { trace += piece; };
+            piece >= 'a' ? queue.async(work) : queue.asyncBarrier(work);
         }
-        EXPECT_EQ(executor.count, row.startedAtOnce) << row.name;
+        EXPECT_EQ(executor.count, startedAtOnce) << name;
         executor.runAll();
-        EXPECT_EQ(trace, row.work) << row.name;
+        EXPECT_EQ(trace, pieces) << name;
     }
 }
 
@@ -63,17 +54,16 @@ TEST(SerialQueue, keepsTheOrderOfEveryPosterAndEndsAfterItsWork) {
     std::atomic<int> seenBehind{0};
     {
         SerialQueue queue("test", DispatchQoS::utility);
-        std::vector<std::jthread> posters;
-        for (std::size_t poster = 0; poster < posterCount; ++poster)
-            posters.emplace_back([&, poster] {
-                for (int i = 0; i < count; ++i) {
-                    queue.async([&, poster, i] {
-                        if (last[poster] != i - 1) ++disorder;
-                        last[poster] = i;
-                    });
-                    if (i % 50 == 0 && queue.sync([&] { return last[poster]; }) == i) ++seenBehind;
-                }
-            });
+        test::onThreads(posterCount, [&](int poster) {
+            int& own = last[static_cast<std::size_t>(poster)];
+            for (int i = 0; i < count; ++i) {
+                queue.async([&, i] {
+                    if (own != i - 1) ++disorder;
+                    own = i;
+                });
+                if (i % 50 == 0 && queue.sync([&] { return own; }) == i) ++seenBehind;
+            }
+        });
     }
     EXPECT_EQ(disorder, 0);
     EXPECT_EQ(last, std::vector<int>(posterCount, count - 1));
@@ -92,16 +82,14 @@ TEST(ConcurrentQueue, stress) {
             if (first != second) ++torn;
             ++reads;
         };
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < threadCount; ++thread)
-            threads.emplace_back([&] {
-                for (int i = 0; i < rounds; ++i) {
-                    queue.async(read);
-                    queue.sync(read);
-                    if (i % 3 == 0) queue.asyncBarrier(write);
-                    if (i % 5 == 0) queue.syncBarrier(write);
-                }
-            });
+        test::onThreads(threadCount, [&](int) {
+            for (int i = 0; i < rounds; ++i) {
+                queue.async(read);
+                queue.sync(read);
+                if (i % 3 == 0) queue.asyncBarrier(write);
+                if (i % 5 == 0) queue.syncBarrier(write);
+            }
+        });
     }
     EXPECT_EQ(torn.load(), 0);
     EXPECT_EQ(reads.load(), 2 * threadCount * rounds);
@@ -144,14 +132,8 @@ TEST(SerialQueueDeathTest, workThatWaitsForItsOwnQueueStopsTheProcess) {
     EXPECT_DEATH(wait(), "waited for the queue");
 }
 
-struct QualityRow {
-    std::int64_t rawValue;
-    std::optional<TaskPriority> priority;
-    DispatchQoS dispatch;
-};
-
 TEST(QualityOfService, equivalences) {
-    constexpr QualityRow rows[] = {
+    constexpr std::tuple<std::int64_t, std::optional<TaskPriority>, DispatchQoS> rows[] = {
         {33, TaskPriority::high, DispatchQoS::userInteractive},
         {25, TaskPriority::userInitiated, DispatchQoS::userInitiated},
         {17, TaskPriority::utility, DispatchQoS::utility},
@@ -160,13 +142,12 @@ TEST(QualityOfService, equivalences) {
         {0, std::nullopt, DispatchQoS::unspecified},
         {34, std::nullopt, DispatchQoS::unspecified},
     };
-    for (const auto& row : rows) {
-        const auto quality = static_cast<QualityOfService>(row.rawValue);
-        EXPECT_EQ(taskPriorityEquivalent(quality), row.priority) << row.rawValue;
-        EXPECT_EQ(dispatchEquivalent(quality), row.dispatch) << row.rawValue;
-        const bool isNamed = row.priority.has_value();
-        EXPECT_EQ(row.dispatch.qualityOfService(), isNamed ? quality : QualityOfService::defaultQuality);
-        EXPECT_EQ((DispatchQoS{row.dispatch.qosClass, -1}).qualityOfService(), QualityOfService::defaultQuality);
+    for (const auto& [rawValue, priority, dispatch] : rows) {
+        const auto quality = static_cast<QualityOfService>(rawValue);
+        EXPECT_EQ(taskPriorityEquivalent(quality), priority) << rawValue;
+        EXPECT_EQ(dispatchEquivalent(quality), dispatch) << rawValue;
+        EXPECT_EQ(dispatch.qualityOfService(), priority ? quality : QualityOfService::defaultQuality);
+        EXPECT_EQ((DispatchQoS{dispatch.qosClass, -1}).qualityOfService(), QualityOfService::defaultQuality);
     }
 }
 

@@ -1,6 +1,6 @@
 #include <atomic>
+#include <span>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 #include <Corvex/platform/SerialExecutor.h>
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
+
+#include "OnThreads.h"
 
 namespace corvex::executorTests {
 namespace {
@@ -131,13 +133,11 @@ TEST(ThreadPool, runsEverythingOnceBeforeItIsJoined) {
     std::vector<Count> nodes(posterCount * nodeCount);
     for (auto& node : nodes) node.count = &count;
     ThreadPool pool(2);
-    {
-        std::vector<std::jthread> posters;
-        for (std::size_t poster = 0; poster < posterCount; ++poster)
-            posters.emplace_back([&, poster] {
-                for (std::size_t i = 0; i < nodeCount; ++i) pool.post(nodes[poster * nodeCount + i]);
-            });
-    }
+    test::onThreads(posterCount, [&](int poster) {
+        for (auto& node : std::span(nodes).subspan(static_cast<std::size_t>(poster) * nodeCount, nodeCount)) {
+            pool.post(node);
+        }
+    });
     pool.join();
     EXPECT_EQ(count.load(), static_cast<int>(nodes.size()));
 }

@@ -3,11 +3,12 @@
 #include <atomic>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "OnThreads.h"
 
 namespace corvex::logTests {
 namespace {
@@ -75,17 +76,12 @@ TEST_F(Log, sinkRunsForOneThreadAtATime) {
         };
     };
     setLogSink(makeSink());
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 0; i < threadCount; ++i) {
-            threads.emplace_back([&, i] {
-                for (int line = 0; line < lineCount; ++line) {
-                    if (i == 0 && line % 50 == 0) setLogSink(makeSink());
-                    logError("CVX_TST_A-line");
-                }
-            });
+    test::onThreads(threadCount, [&](int thread) {
+        for (int line = 0; line < lineCount; ++line) {
+            if (thread == 0 && line % 50 == 0) setLogSink(makeSink());
+            logError("CVX_TST_A-line");
         }
-    }
+    });
     EXPECT_EQ(taken, threadCount * lineCount);
 }
 

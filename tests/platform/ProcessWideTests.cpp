@@ -3,10 +3,10 @@
 #include <atomic>
 #include <latch>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
+
+#include "OnThreads.h"
 
 namespace corvex::processWideTests {
 namespace {
@@ -36,20 +36,15 @@ TEST(ProcessWide, threadsSeeWholeValuesMadeOnce) {
     constexpr int threadCount = 4;
     std::latch start(threadCount);
     std::atomic<int> tornCount{0};
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 0; i < threadCount; ++i) {
-            threads.emplace_back([&, i] {
-                const std::string own(40, static_cast<char>('a' + i));
-                start.arrive_and_wait();
-                for (int round = 0; round < 2000; ++round) {
-                    const std::string text = value.get();
-                    if (text != "initial" && text != std::string(40, text.front())) ++tornCount;
-                    value.set(own);
-                }
-            });
+    test::onThreads(threadCount, [&](int thread) {
+        const std::string own(40, static_cast<char>('a' + thread));
+        start.arrive_and_wait();
+        for (int round = 0; round < 2000; ++round) {
+            const std::string text = value.get();
+            if (text != "initial" && text != std::string(40, text.front())) ++tornCount;
+            value.set(own);
         }
-    }
+    });
     EXPECT_EQ(tornCount, 0);
     EXPECT_EQ(makeCount, 1);
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -11,10 +12,8 @@ using namespace std::string_view_literals;
 namespace corvex::textTests {
 namespace {
 
-struct MappingRow {
-    const char* name;
-    std::string_view text, expected;
-};
+/// A name, a text and what becomes of it.
+using MappingRow = std::tuple<const char*, std::string_view, std::string_view>;
 
 constexpr MappingRow lowercaseRows[] = {
     {"empty", "", ""},
@@ -31,11 +30,11 @@ constexpr MappingRow lowercaseRows[] = {
 };
 
 TEST(Text, lowercaseMapsEachCharacter) {
-    for (const auto& row : lowercaseRows) {
-        std::string inPlace(row.text);
+    for (const auto& [name, text, expected] : lowercaseRows) {
+        std::string inPlace(text);
         makeLowercase(inPlace);
-        EXPECT_EQ(inPlace, row.expected) << row.name;
-        EXPECT_EQ(lowercased(row.text), row.expected) << row.name;
+        EXPECT_EQ(inPlace, expected) << name;
+        EXPECT_EQ(lowercased(text), expected) << name;
     }
 }
 
@@ -53,16 +52,11 @@ constexpr MappingRow trimmedRows[] = {
 };
 
 TEST(Text, trimmedRemovesWhiteSpaceAndNewlinesOnly) {
-    for (const auto& row : trimmedRows) EXPECT_EQ(trimmed(row.text), row.expected) << row.name;
+    for (const auto& [name, text, expected] : trimmedRows) EXPECT_EQ(trimmed(text), expected) << name;
 }
 
-struct CompareRow {
-    const char* name;
-    std::string_view text, part;
-    bool equals, hasPrefix, contains;
-};
-
-constexpr CompareRow compareRows[] = {
+/// Whether a text equals another, begins with it and has it within.
+constexpr std::tuple<const char*, std::string_view, std::string_view, bool, bool, bool> compareRows[] = {
     {"bothEmpty", "", "", true, true, true},
     {"emptyPart", "x", "", false, true, true},
     {"partIsLonger", "-i", "-in", false, false, false},
@@ -80,10 +74,10 @@ constexpr CompareRow compareRows[] = {
 };
 
 TEST(Text, comparisonsIgnoreCase) {
-    for (const auto& row : compareRows) {
-        EXPECT_EQ(equalsIgnoringCase(row.text, row.part), row.equals) << row.name;
-        EXPECT_EQ(hasPrefixIgnoringCase(row.text, row.part), row.hasPrefix) << row.name;
-        EXPECT_EQ(containsIgnoringCase(row.text, row.part), row.contains) << row.name;
+    for (const auto& [name, text, part, equals, hasPrefix, contains] : compareRows) {
+        EXPECT_EQ(equalsIgnoringCase(text, part), equals) << name;
+        EXPECT_EQ(hasPrefixIgnoringCase(text, part), hasPrefix) << name;
+        EXPECT_EQ(containsIgnoringCase(text, part), contains) << name;
     }
 }
 
@@ -96,15 +90,7 @@ TEST(Text, newlinesAreAClassOfTheirOwn) {
     }
 }
 
-struct DecodeRow {
-    const char* name;
-    std::string_view text;
-    char32_t codePoint;
-    int byteCount;
-    bool isValid;
-};
-
-constexpr DecodeRow decodeRows[] = {
+constexpr std::tuple<const char*, std::string_view, char32_t, int, bool> decodeRows[] = {
     {"ascii", "a\xFF", U'a', 1, true},
     {"longest", "\U0010FFFF.", 0x10FFFF, 4, true},
     {"aboveTheLongest", "\xF4\x90\x80\x80", 0, 1, false},
@@ -114,21 +100,16 @@ constexpr DecodeRow decodeRows[] = {
 };
 
 TEST(Text, firstCharacterAcceptsUtf8Only) {
-    for (const auto& row : decodeRows) {
-        const auto found = firstCharacter(row.text);
-        EXPECT_EQ(found.isValid, row.isValid) << row.name;
-        EXPECT_EQ(found.byteCount, row.byteCount) << row.name;
-        EXPECT_EQ(found.codePoint, row.codePoint) << row.name;
+    for (const auto& [name, text, codePoint, byteCount, isValid] : decodeRows) {
+        const auto found = firstCharacter(text);
+        EXPECT_EQ(found.isValid, isValid) << name;
+        EXPECT_EQ(found.byteCount, byteCount) << name;
+        EXPECT_EQ(found.codePoint, codePoint) << name;
     }
 }
 
-struct PiecesRow {
-    std::string_view text, separators;
-    std::vector<std::string_view> expected;
-};
-
 TEST(Text, piecesKeepEmptyOnes) {
-    const PiecesRow rows[] = {
+    const std::tuple<std::string_view, std::string_view, std::vector<std::string_view>> rows[] = {
         {"", " ", {""}},
         {"a", " ", {"a"}},
         {" ", " ", {"", ""}},
@@ -136,10 +117,10 @@ TEST(Text, piecesKeepEmptyOnes) {
         {"_a__", "_", {"", "a", "", ""}},
         {"a b", "", {"a b"}},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, separators, expected] : rows) {
         std::vector<std::string_view> pieces;
-        forEachPiece(row.text, row.separators, [&](std::string_view piece) { pieces.push_back(piece); });
-        EXPECT_EQ(pieces, row.expected) << '"' << row.text << '"';
+        forEachPiece(text, separators, [&](std::string_view piece) { pieces.push_back(piece); });
+        EXPECT_EQ(pieces, expected) << '"' << text << '"';
     }
 }
 

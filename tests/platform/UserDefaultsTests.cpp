@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <thread>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,6 +14,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+
+#include <tests/Thrown.h>
+
+#include "OnThreads.h"
 
 namespace corvex::userDefaultsTests {
 namespace {
@@ -36,6 +40,17 @@ void sql(const fs::path& file, const char* text) {
     sqlite3_exec(database, text, nullptr, nullptr, &problem);
     EXPECT_EQ(problem, nullptr) << problem;
     sqlite3_close(database);
+}
+
+/// A store of one value, changed behind its back.
+void change(const fs::path& file, const char* text) {
+    UserDefaults(file).set("key", true);
+    sql(file, text);
+}
+
+/// A store of several pages.
+void fill(const fs::path& file) {
+    for (int i = 0; i < 100; ++i) UserDefaults(file).set("key" + std::to_string(i), std::string(100, 'v'));
 }
 
 class UserDefaultsStore : public testing::Test {
@@ -81,106 +96,73 @@ TEST_F(UserDefaultsStore, valuesKeepTheirTypes) {
 }
 
 TEST_F(UserDefaultsStore, typedReadingsTakeWhatTheirTypeAllows) {
-    struct Row {
-        Value stored;
-        bool boolean;
-        std::optional<std::int64_t> integer;
-    };
-    const Row rows[] = {
-        {true, true, std::nullopt},
-        {false, false, std::nullopt},
-        {std::int64_t{7}, true, 7},
-        {std::int64_t{0}, false, 0},
-        {1.0, true, std::nullopt},
-        {0.0, false, std::nullopt},
-        {std::string("1"), false, std::nullopt},
-        {std::string("true"), false, std::nullopt},
-    };
-    for (const Row& row : rows) {
-        store_.set("key", row.stored);
-        EXPECT_EQ(store_.boolean("key"), row.boolean) << row.stored.index();
-        EXPECT_EQ(store_.integer("key"), row.integer) << row.stored.index();
+    const std::tuple<Value, bool, std::optional<std::int64_t>> rows[] = {{true, true, std::nullopt},
+                                                                         {false, false, std::nullopt},
+                                                                         {std::int64_t{7}, true, 7},
+                                                                         {std::int64_t{0}, false, 0},
+                                                                         {1.0, true, std::nullopt},
+                                                                         {0.0, false, std::nullopt},
+                                                                         {std::string("1"), false, std::nullopt},
+                                                                         {std::string("true"), false, std::nullopt}};
+    for (const auto& [stored, boolean, integer] : rows) {
+        store_.set("key", stored);
+        EXPECT_EQ(store_.boolean("key"), boolean) << stored.index();
+        EXPECT_EQ(store_.integer("key"), integer) << stored.index();
     }
     EXPECT_FALSE(store_.boolean("absent"));
     EXPECT_EQ(store_.integer("absent"), std::nullopt);
 }
 
 TEST_F(UserDefaultsStore, whatIsNoStoreIsAnErrorThatTouchesNothing) {
-    struct Row {
-        const char* name;
-        Case which;
-        void (*make)(const fs::path& file);
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, Case, void (*)(const fs::path&)> rows[] = {
         {"garbage", Case::corrupt, [](const fs::path& file) { std::ofstream(file) << std::string(5000, 'x'); }},
         {"foreign", Case::corrupt, [](const fs::path& file) { sql(file, "CREATE TABLE setting (a)"); }},
-        {"tableMissing", Case::corrupt,
-         [](const fs::path& file) {
-             UserDefaults(file).set("key", true);
-             sql(file, "DROP TABLE setting");
-         }},
-        {"typeUnknown", Case::corrupt,
-         [](const fs::path& file) {
-             UserDefaults(file).set("key", true);
-             sql(file, "UPDATE setting SET kind = 9");
-         }},
-        {"later", Case::newer,
-         [](const fs::path& file) {
-             UserDefaults(file).set("key", true);
-             sql(file, "PRAGMA user_version = 2");
-         }},
+        {"tableMissing", Case::corrupt, [](const fs::path& file) { change(file, "DROP TABLE setting"); }},
+        {"typeUnknown", Case::corrupt, [](const fs::path& file) { change(file, "UPDATE setting SET kind = 9"); }},
+        {"later", Case::newer, [](const fs::path& file) { change(file, "PRAGMA user_version = 2"); }},
         {"damaged", Case::corrupt,
          [](const fs::path& file) {
-             for (int i = 0; i < 100; ++i) UserDefaults(file).set("key" + std::to_string(i), std::string(100, 'v'));
+             fill(file);
              std::fstream damaged(file, std::ios::in | std::ios::out | std::ios::binary);
              damaged.seekp(2 * 4096).write(std::string(4096, '\xFF').data(), 4096);
          }},
         {"cutOff", Case::corrupt,
          [](const fs::path& file) {
-             for (int i = 0; i < 100; ++i) UserDefaults(file).set("key" + std::to_string(i), std::string(100, 'v'));
+             fill(file);
              fs::resize_file(file, fs::file_size(file) - 4096);
          }},
         {"folder", Case::unreadable, [](const fs::path& file) { fs::create_directory(file); }},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const fs::path file = folder_ / row.name;
-        row.make(file);
+    std::ptrdiff_t made = 0;
+    for (const auto& [name, which, make] : rows) {
+        SCOPED_TRACE(name);
+        const fs::path file = folder_ / name;
+        make(file);
         const std::string before = bytesOf(file);
         UserDefaults store(file);
-        const bool isRefusedForWriting = row.name != std::string("typeUnknown");
         const auto whichOf = [](const auto& call) -> std::optional<Case> {
-            try {
-                call();
-            } catch (const UserDefaultsError& error) {
-                return error.which();
-            }
-            return std::nullopt;
+            const auto error = test::thrownBy<UserDefaultsError>(call);
+            return error ? std::optional(error->which()) : std::nullopt;
         };
-        EXPECT_EQ(whichOf([&] { (void)store.value("key"); }), row.which);
-        EXPECT_EQ(whichOf([&] { (void)store.values(); }), row.which);
-        const auto writing = row.which == Case::unreadable ? Case::unwritable : row.which;
-        if (isRefusedForWriting) {
+        EXPECT_EQ(whichOf([&] { return store.value("key"); }), which);
+        EXPECT_EQ(whichOf([&] { return store.values(); }), which);
+        if (name != "typeUnknown") {
+            const auto writing = which == Case::unreadable ? Case::unwritable : which;
             EXPECT_EQ(whichOf([&] { store.set("other", true); }), writing);
-            EXPECT_EQ(whichOf([&] { store.remove("other"); }), writing);
+            EXPECT_EQ(whichOf([&] { return store.remove("other"); }), writing);
         }
         EXPECT_EQ(bytesOf(file), before);
-        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), &row - rows + 1) << "companions were left";
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), ++made) << "companions were left";
     }
 }
 
 TEST_F(UserDefaultsStore, theUsersOwnFileFollowsTheEnvironment) {
-    struct Row {
-        const char *named, *configuration, *home, *file;
-    };
-    constexpr Row rows[] = {
-        {nullptr, nullptr, "/home/a", "/home/a/.config/corvex/settings.sqlite"},
-        {nullptr, "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
-        {nullptr, "relative", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
-        {nullptr, "", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
-        {"", "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
-        {"own.sqlite", "/etc/xdg", "/home/a", "own.sqlite"},
-    };
+    constexpr const char* rows[][4] = {{nullptr, nullptr, "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+                                       {nullptr, "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
+                                       {nullptr, "relative", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+                                       {nullptr, "", "/home/a", "/home/a/.config/corvex/settings.sqlite"},
+                                       {"", "/etc/xdg", "/home/a", "/etc/xdg/corvex/settings.sqlite"},
+                                       {"own.sqlite", "/etc/xdg", "/home/a", "own.sqlite"}};
     constexpr const char* names[] = {"CORVEX_SETTINGS_FILE", "XDG_CONFIG_HOME", "HOME"};
     std::vector<std::optional<std::string>> before;
     const auto put = [](const char* name, const char* value) {
@@ -190,11 +172,11 @@ TEST_F(UserDefaultsStore, theUsersOwnFileFollowsTheEnvironment) {
         const char* value = getenv(name);
         before.push_back(value == nullptr ? std::nullopt : std::optional<std::string>(value));
     }
-    for (const Row& row : rows) {
-        put(names[0], row.named);
-        put(names[1], row.configuration);
-        put(names[2], row.home);
-        EXPECT_EQ(UserDefaults::standard().file(), row.file);
+    for (const auto& [named, configuration, home, file] : rows) {
+        put(names[0], named);
+        put(names[1], configuration);
+        put(names[2], home);
+        EXPECT_EQ(UserDefaults::standard().file(), file);
     }
     for (std::size_t i = 0; i < before.size(); ++i) put(names[i], before[i] ? before[i]->c_str() : nullptr);
 }
@@ -205,7 +187,6 @@ TEST_F(UserDefaultsStore, processesLoseNoneOfTheirWrites) {
     for (int process = 0; process < processes; ++process) {
         const pid_t child = fork();
         if (child == 0) {
-            int status = 0;
             try {
                 for (int i = 0; i < writes; ++i) {
                     store_.set(std::to_string(process) + "." + std::to_string(i), std::int64_t{i});
@@ -213,9 +194,9 @@ TEST_F(UserDefaultsStore, processesLoseNoneOfTheirWrites) {
                 }
             } catch (const std::exception& error) {
                 std::fprintf(stderr, "%s\n", error.what());
-                status = 1;
+                _exit(1);
             }
-            _exit(status);
+            _exit(0);
         }
         children.push_back(child);
     }
@@ -234,14 +215,9 @@ TEST_F(UserDefaultsStore, processesLoseNoneOfTheirWrites) {
 
 TEST_F(UserDefaultsStore, threadsLoseNoneOfTheirWrites) {
     constexpr int threadCount = 4, writes = 25;
-    {
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < threadCount; ++thread) {
-            threads.emplace_back([this, thread] {
-                for (int i = 0; i < writes; ++i) store_.set(std::to_string(thread * writes + i), std::int64_t{i});
-            });
-        }
-    }
+    test::onThreads(threadCount, [this](int thread) {
+        for (int i = 0; i < writes; ++i) store_.set(std::to_string(thread * writes + i), std::int64_t{i});
+    });
     EXPECT_EQ(store_.values().size(), static_cast<std::size_t>(threadCount * writes));
 }
 

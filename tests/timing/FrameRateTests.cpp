@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include <Corvex/platform/Json.h>
@@ -17,6 +19,7 @@
 #include <Corvex/timing/FrameRateError.h>
 #include <Corvex/timing/VideoFrameRate.h>
 #include <tests/Places.h>
+#include <tests/Thrown.h>
 
 namespace corvex::frameRateTests {
 namespace {
@@ -27,11 +30,7 @@ static_assert(std::is_trivially_copyable_v<VideoFrameRate> && std::is_trivially_
               std::is_trivially_copyable_v<DeprecatedVideoFrameRate>);
 
 TEST(CommonVideoFrameRate, isFoundByItsExactValue) {
-    struct Row {
-        std::int64_t timeValue, timeScale;
-        std::optional<Common> expected;
-    };
-    const Row rows[] = {
+    const std::tuple<std::int64_t, std::int64_t, std::optional<Common>> rows[] = {
         {48, 2, Common::fps24},
         {2400000, 100100, Common::fps23_976},
         {-25, -1, Common::fps25},
@@ -45,33 +44,30 @@ TEST(CommonVideoFrameRate, isFoundByItsExactValue) {
         {3LL << 60U, 1LL << 57U, Common::fps24},
         {24 * ((1LL << 58U) + 1), (1LL << 58U) + 1, Common::fps24}  // equal only once reduced
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(definedFrameRate({row.timeValue, row.timeScale}), row.expected)
-            << row.timeValue << "/" << row.timeScale;
+    for (const auto& [timeValue, timeScale, expected] : rows) {
+        EXPECT_EQ(definedFrameRate({timeValue, timeScale}), expected) << timeValue << "/" << timeScale;
     }
     for (const Common rate : allCases<Common>) EXPECT_EQ(definedFrameRate(rational(rate)), rate) << rawValue(rate);
 }
 
 TEST(CommonVideoFrameRate, closestPrefersTheEarlierOfTwo) {
-    struct Row {
-        double value, tolerance;
-        std::optional<Common> expected;
-    };
-    const Row rows[] = {{29.97, 0.01, Common::fps29_97},
-                        {29.985, 1, Common::fps29_97},
-                        {24.5, 1, Common::fps24},
-                        {24.5, 0.4, std::nullopt},
-                        {25, 0, Common::fps25},
-                        {1e-3, 30, Common::fps23_976},
-                        {2000, 1000, Common::fps1000},
-                        {1e300, 1e301, Common::fps23_976},  // all distances round to the same double
-                        {0, 1, std::nullopt},
-                        {-24, 100, std::nullopt},
-                        {24, -1, std::nullopt},
-                        {24, std::nan(""), std::nullopt},
-                        {std::nan(""), 1, std::nullopt},
-                        {std::numeric_limits<double>::infinity(), 1, std::nullopt}};
-    for (const auto& row : rows) EXPECT_EQ(closestFrameRate(row.value, row.tolerance), row.expected) << row.value;
+    const std::tuple<double, double, std::optional<Common>> rows[] = {
+        {29.97, 0.01, Common::fps29_97},
+        {29.985, 1, Common::fps29_97},
+        {24.5, 1, Common::fps24},
+        {24.5, 0.4, std::nullopt},
+        {25, 0, Common::fps25},
+        {1e-3, 30, Common::fps23_976},
+        {2000, 1000, Common::fps1000},
+        {1e300, 1e301, Common::fps23_976},  // all distances round to the same double
+        {0, 1, std::nullopt},
+        {-24, 100, std::nullopt},
+        {24, -1, std::nullopt},
+        {24, std::nan(""), std::nullopt},
+        {std::nan(""), 1, std::nullopt},
+        {std::numeric_limits<double>::infinity(), 1, std::nullopt}};
+    for (const auto& [value, tolerance, expected] : rows)
+        EXPECT_EQ(closestFrameRate(value, tolerance), expected) << value;
 }
 
 TEST(CommonVideoFrameRate, closestAgreesWithAWalkOverTheTable) {
@@ -109,34 +105,26 @@ TEST(VideoFrameRate, remembersItsCommonRateAndItsOwnPair) {
 }
 
 TEST(VideoFrameRate, refusesAZeroScaleWithTheOffendingPair) {
-    try {
-        static_cast<void>(VideoFrameRate(24, 0));
-        FAIL() << "no error";
-    } catch (const FrameRateError& error) {
-        EXPECT_EQ(error, FrameRateError::invalidRationalComponents(24, 0));
-        EXPECT_NE(error, FrameRateError::invalidRationalComponents(25, 0));
-        EXPECT_NE(error, FrameRateError::invalidNumericFrameRate(24));
-        EXPECT_STREQ(error.what(), "no frame rate: 24/0");
-    }
+    const auto error = test::thrownBy<FrameRateError>([] { return VideoFrameRate(24, 0); });
+    EXPECT_EQ(error, FrameRateError::invalidRationalComponents(24, 0));
+    EXPECT_NE(error, FrameRateError::invalidRationalComponents(25, 0));
+    EXPECT_NE(error, FrameRateError::invalidNumericFrameRate(24));
+    EXPECT_STREQ(error->what(), "no frame rate: 24/0");
     EXPECT_STREQ(FrameRateError::approximationFailure(0.1, 1e-9).what(), "no ratio within 1e-09 of the frame rate 0.1");
 }
 
 TEST(FrameRate, comesFromItsRawValueOrIsLoggedAsNone) {
-    struct Row {
-        double value;
-        std::optional<FrameRate> expected;
-    };
-    const Row rows[] = {{0, FrameRate::match},
-                        {-0.0, FrameRate::match},
-                        {0.5, FrameRate::halfstep},
-                        {23.967, FrameRate::fps23_98},
-                        {23.976, FrameRate::custom(23.976)},
-                        {60, FrameRate::fps60},
-                        {-1, std::nullopt},
-                        {std::nan(""), std::nullopt}};
+    const std::pair<double, std::optional<FrameRate>> rows[] = {{0, FrameRate::match},
+                                                                {-0.0, FrameRate::match},
+                                                                {0.5, FrameRate::halfstep},
+                                                                {23.967, FrameRate::fps23_98},
+                                                                {23.976, FrameRate::custom(23.976)},
+                                                                {60, FrameRate::fps60},
+                                                                {-1, std::nullopt},
+                                                                {std::nan(""), std::nullopt}};
     std::vector<std::string> lines;
     setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
-    for (const auto& row : rows) EXPECT_EQ(FrameRate::fromRawValue(row.value), row.expected) << row.value;
+    for (const auto& [value, expected] : rows) EXPECT_EQ(FrameRate::fromRawValue(value), expected) << value;
     setLogSink({});
     EXPECT_EQ(lines, (std::vector<std::string>{"Could not convert raw value to frame rate: -1.0",
                                                "Could not convert raw value to frame rate: nan"}));

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <tuple>
 #include <vector>
 
 #include <Corvex/platform/Log.h>
@@ -22,25 +23,20 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 const double nan = std::nan("");
 
 TEST(FloatingPointComparator, allowsForTheLargerMagnitudeButAtLeastOne) {
-    struct Row {
-        const char* name;
-        double a;
-        std::optional<double> b, tolerance;
-        bool areEqual;
-    };
-    const Row rows[] = {{"relative", 1000, 1000.5, 0.001, true},
-                        {"floor of 1", 0.1, 0.2, 0.05, false},
-                        {"inclusive", 0.5, 0.75, 0.25, true},
-                        {"absent", 1, std::nullopt, 1, false},
-                        {"exact", 1, 1, std::nullopt, true},
-                        {"exact differs", 1, 1 + 1e-15, std::nullopt, false},
-                        {"NaN exact", nan, nan, std::nullopt, false},
-                        {"NaN tolerant", nan, nan, 0, true},
-                        {"one NaN", nan, 1, 1, false},
-                        {"infinity and 1", infinity, 1, 0.1, true},
-                        {"infinity and itself", infinity, infinity, 0.1, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(FloatingPointComparator::valuesEqual(row.a, row.b, row.tolerance), row.areEqual) << row.name;
+    const std::tuple<const char*, double, std::optional<double>, std::optional<double>, bool> rows[] = {
+        {"relative", 1000, 1000.5, 0.001, true},
+        {"floor of 1", 0.1, 0.2, 0.05, false},
+        {"inclusive", 0.5, 0.75, 0.25, true},
+        {"absent", 1, std::nullopt, 1, false},
+        {"exact", 1, 1, std::nullopt, true},
+        {"exact differs", 1, 1 + 1e-15, std::nullopt, false},
+        {"NaN exact", nan, nan, std::nullopt, false},
+        {"NaN tolerant", nan, nan, 0, true},
+        {"one NaN", nan, 1, 1, false},
+        {"infinity and 1", infinity, 1, 0.1, true},
+        {"infinity and itself", infinity, infinity, 0.1, false}};
+    for (const auto& [name, a, b, tolerance, areEqual] : rows) {
+        EXPECT_EQ(FloatingPointComparator::valuesEqual(a, b, tolerance), areEqual) << name;
     }
     const std::array<double, 2> pair{1, 2};
     const std::array<double, 2> near{1, 2.05};
@@ -56,14 +52,11 @@ TEST(FloatingPointComparator, allowsForTheLargerMagnitudeButAtLeastOne) {
 }
 
 TEST(NumberUtility, ceilingPowerOfTwoIsLimitedOnRequest) {
-    struct Row {
-        std::uint64_t value;
-        bool isLimited;
-        std::uint64_t expected;
-    };
-    constexpr Row rows[] = {{0, false, 1},  {1, true, 1},   {100, true, 64}, {100, false, 128},
-                            {63, true, 64}, {33, true, 64}, {32, true, 32},  {1ULL << 63U, false, 1ULL << 63U}};
-    for (const auto& row : rows) EXPECT_EQ(NumberUtility::ceilingPowerOfTwo(row.value, row.isLimited), row.expected);
+    constexpr std::tuple<std::uint64_t, bool, std::uint64_t> rows[] = {
+        {0, false, 1},  {1, true, 1},   {100, true, 64}, {100, false, 128},
+        {63, true, 64}, {33, true, 64}, {32, true, 32},  {1ULL << 63U, false, 1ULL << 63U}};
+    for (const auto& [value, isLimited, expected] : rows)
+        EXPECT_EQ(NumberUtility::ceilingPowerOfTwo(value, isLimited), expected);
     EXPECT_DEATH(static_cast<void>(NumberUtility::ceilingPowerOfTwo((1ULL << 63U) + 1, true)), "power of two");
 }
 
@@ -99,40 +92,32 @@ TEST(Sequences, haveAnAverageAndAMiddle) {
 }
 
 TEST(DispatchTime, saturatesAtBothEnds) {
-    struct Row {
-        std::uint64_t start;
-        std::int64_t seconds;
-        std::uint64_t expected;
-    };
     constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
-    constexpr Row rows[] = {{5, 0, 5},
-                            {5, 2, 2000000005},
-                            {never - 5, 1, never},
-                            {0, 18446744074, never},
-                            {2000000005, -2, 5},
-                            {5, -1, 0},
-                            {never, std::numeric_limits<std::int64_t>::min(), 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(DispatchTime(row.start).safeAddSeconds(row.seconds), DispatchTime(row.expected)) << row.seconds;
+    constexpr std::tuple<std::uint64_t, std::int64_t, std::uint64_t> rows[] = {
+        {5, 0, 5},
+        {5, 2, 2000000005},
+        {never - 5, 1, never},
+        {0, 18446744074, never},
+        {2000000005, -2, 5},
+        {5, -1, 0},
+        {never, std::numeric_limits<std::int64_t>::min(), 0}};
+    for (const auto& [start, seconds, expected] : rows) {
+        EXPECT_EQ(DispatchTime(start).safeAddSeconds(seconds), DispatchTime(expected)) << seconds;
     }
     const DispatchTime before = DispatchTime::now();
     EXPECT_LE(before, DispatchTime::now());
 }
 
 TEST(DurationText, truncatesAndLosesNothing) {
-    struct Row {
-        double seconds;
-        TimeIntervalFormat format;
-        const char* expected;
-    };
     constexpr auto longForm = TimeIntervalFormat::longForm;
     constexpr auto shortForm = TimeIntervalFormat::shortForm;
-    const Row rows[] = {{3725.9, longForm, "1:02:05"}, {3725.9, shortForm, "62:05"}, {59.999, longForm, "0:00:59"},
-                        {0, shortForm, "0:00"},        {-65, shortForm, "-1:-5"},    {nan, longForm, ""},
-                        {-infinity, shortForm, ""},    {0x1p63, longForm, ""}};
+    const std::tuple<double, TimeIntervalFormat, const char*> rows[] = {
+        {3725.9, longForm, "1:02:05"}, {3725.9, shortForm, "62:05"}, {59.999, longForm, "0:00:59"},
+        {0, shortForm, "0:00"},        {-65, shortForm, "-1:-5"},    {nan, longForm, ""},
+        {-infinity, shortForm, ""},    {0x1p63, longForm, ""}};
     std::vector<std::string> lines;
     setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
-    for (const auto& row : rows) EXPECT_EQ(formatted(row.seconds, row.format), row.expected) << row.seconds;
+    for (const auto& [seconds, format, expected] : rows) EXPECT_EQ(formatted(seconds, format), expected) << seconds;
     setLogSink({});
     EXPECT_EQ(lines, std::vector<std::string>(3, "Extra seconds were ignored during TimeInterval string formatting"));
 }

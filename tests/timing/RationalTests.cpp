@@ -3,13 +3,16 @@
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include <Corvex/platform/Json.h>
 #include <Corvex/timing/CGFloatRational.h>
 #include <Corvex/timing/MathematicalError.h>
 #include <Corvex/timing/MediaRational.h>
 #include <Corvex/timing/NumericRational.h>
+#include <tests/Thrown.h>
 
 namespace corvex::rationalTests {
 namespace {
@@ -30,24 +33,21 @@ bool isPair(const MediaRational& value, std::int64_t timeValue, std::int64_t tim
 }
 
 TEST(Gcd, carriesTheSignOfEuclidsTruncatingRemainders) {
-    struct Row {
-        std::int64_t a, b, expected;
-    };
-    constexpr Row rows[] = {{12, 18, 6},
-                            {18, 12, 6},
-                            {7, 0, 7},
-                            {0, 7, 7},
-                            {0, 0, 0},
-                            {-7, 0, -7},
-                            {-4, 6, 2},
-                            {4, -6, -2},
-                            {-4, -6, -2},
-                            {-2, 4, -2},
-                            {lowest, 6, -2},
-                            {highest, highest, highest},
-                            {1LL << 62U, 3LL << 60U, 1LL << 60U},
-                            {17, 1, 1}};
-    for (const auto& row : rows) EXPECT_EQ(gcd(row.a, row.b), row.expected) << row.a << ", " << row.b;
+    constexpr std::tuple<std::int64_t, std::int64_t, std::int64_t> rows[] = {{12, 18, 6},
+                                                                             {18, 12, 6},
+                                                                             {7, 0, 7},
+                                                                             {0, 7, 7},
+                                                                             {0, 0, 0},
+                                                                             {-7, 0, -7},
+                                                                             {-4, 6, 2},
+                                                                             {4, -6, -2},
+                                                                             {-4, -6, -2},
+                                                                             {-2, 4, -2},
+                                                                             {lowest, 6, -2},
+                                                                             {highest, highest, highest},
+                                                                             {1LL << 62U, 3LL << 60U, 1LL << 60U},
+                                                                             {17, 1, 1}};
+    for (const auto& [a, b, expected] : rows) EXPECT_EQ(gcd(a, b), expected) << a << ", " << b;
 }
 
 TEST(Gcd, ofMagnitudesIsAbsentWhereTheTypeCannotHoldIt) {
@@ -62,12 +62,7 @@ TEST(Gcd, ofMagnitudesIsAbsentWhereTheTypeCannotHoldIt) {
 }
 
 TEST(NumericRational, multipliesAndDividesInLowestTermsWhereTheDivisorIsPositive) {
-    struct Row {
-        const char* name;
-        NumericRational result;
-        std::int64_t numerator, denominator;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, NumericRational, std::int64_t, std::int64_t> rows[] = {
         {"reduced", NumericRational(2, 3) * NumericRational(3, 4), 1, 2},
         {"quotient", NumericRational(2, 4) / NumericRational(1, 2), 1, 1},
         {"zero", NumericRational(0, 5) * NumericRational(3, 4), 0, 1},
@@ -75,57 +70,46 @@ TEST(NumericRational, multipliesAndDividesInLowestTermsWhereTheDivisorIsPositive
         {"undefined product", NumericRational(2, 0) * NumericRational(4, 6), 8, 0},
         {"negative divisor stays unreduced", NumericRational(-2, 1) * NumericRational(1, 4), -2, 4},
         {"negative numerator over a positive divisor", NumericRational(-4, 1) * NumericRational(1, 6), -2, 3}};
-    for (const auto& row : rows) EXPECT_TRUE(isPair(row.result, row.numerator, row.denominator)) << row.name;
+    for (const auto& [name, result, numerator, denominator] : rows)
+        EXPECT_TRUE(isPair(result, numerator, denominator)) << name;
 }
 
 TEST(NumericRational, isEqualByItsReducedValueAndHashesAlike) {
-    struct Row {
-        const char* name;
-        NumericRational a, b;
-        bool areEqual;
-    };
-    const Row rows[] = {{"reduced", {1, 2}, {2, 4}, true},
-                        {"both undefined", {1, 0}, {-7, 0}, true},
-                        {"one undefined", {0, 0}, {0, 1}, false},
-                        {"zeros", {0, 5}, {0, -3}, true},
-                        {"negative divisor", {-2, 4}, {-1, 2}, false},
-                        {"sign elsewhere", {1, -2}, {-1, 2}, false},
-                        {"different", {1, 2}, {1, 3}, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.a == row.b, row.areEqual) << row.name;
-        if (row.areEqual) {
-            EXPECT_EQ(std::hash<NumericRational>{}(row.a), std::hash<NumericRational>{}(row.b)) << row.name;
+    const std::tuple<const char*, NumericRational, NumericRational, bool> rows[] = {
+        {"reduced", {1, 2}, {2, 4}, true},
+        {"both undefined", {1, 0}, {-7, 0}, true},
+        {"one undefined", {0, 0}, {0, 1}, false},
+        {"zeros", {0, 5}, {0, -3}, true},
+        {"negative divisor", {-2, 4}, {-1, 2}, false},
+        {"sign elsewhere", {1, -2}, {-1, 2}, false},
+        {"different", {1, 2}, {1, 3}, false}};
+    for (const auto& [name, a, b, areEqual] : rows) {
+        EXPECT_EQ(a == b, areEqual) << name;
+        if (areEqual) {
+            EXPECT_EQ(std::hash<NumericRational>{}(a), std::hash<NumericRational>{}(b)) << name;
         }
     }
 }
 
 TEST(NumericRational, comesFromSizesReciprocalsAndDoubles) {
-    struct Row {
-        const char* name;
-        NumericRational value;
-        std::int64_t numerator, denominator;
-    };
-    const Row rows[] = {{"size truncates", NumericRational::fromSize(1920.9, -1080.9), 1920, -1080},
-                        {"reciprocal", NumericRational::reciprocalOf(0), 1, 0},
-                        {"whole", NumericRational::fromDouble(-3.0, 0), -3, 1},
-                        {"convergent", NumericRational::fromDouble(29.97, 0.01), 989, 33},
-                        {"never the first convergent", NumericRational::fromDouble(1.25, 10), 5, 4},
-                        {"negative", NumericRational::fromDouble(-0.75, 1e-9), -3, 4},
-                        {"exact fraction with epsilon 0", NumericRational::fromDouble(0.5, 0), 0, 0}};
-    for (const auto& row : rows) {
-        EXPECT_TRUE(isPair(row.value, row.numerator, row.denominator))
-            << row.name << ": " << row.value.numerator() << "/" << row.value.denominator();
+    const std::tuple<const char*, NumericRational, std::int64_t, std::int64_t> rows[] = {
+        {"size truncates", NumericRational::fromSize(1920.9, -1080.9), 1920, -1080},
+        {"reciprocal", NumericRational::reciprocalOf(0), 1, 0},
+        {"whole", NumericRational::fromDouble(-3.0, 0), -3, 1},
+        {"convergent", NumericRational::fromDouble(29.97, 0.01), 989, 33},
+        {"never the first convergent", NumericRational::fromDouble(1.25, 10), 5, 4},
+        {"negative", NumericRational::fromDouble(-0.75, 1e-9), -3, 4},
+        {"exact fraction with epsilon 0", NumericRational::fromDouble(0.5, 0), 0, 0}};
+    for (const auto& [name, value, numerator, denominator] : rows) {
+        EXPECT_TRUE(isPair(value, numerator, denominator))
+            << name << ": " << value.numerator() << "/" << value.denominator();
     }
 }
 
 TEST(NumericRational, dividesAsFloatingPointOrSaysThatItCannot) {
     EXPECT_EQ(NumericRational(1, 4).quotient(), 0.25);
-    try {
-        static_cast<void>(NumericRational(1, 0).quotient());
-        FAIL() << "no error";
-    } catch (const MathematicalError& error) {
-        EXPECT_EQ(error, MathematicalError(MathematicalError::Case::divideByZero));
-    }
+    EXPECT_EQ(test::thrownBy<MathematicalError>([] { return NumericRational(1, 0).quotient(); }),
+              MathematicalError(MathematicalError::Case::divideByZero));
     EXPECT_EQ(NumericRational(3, 4).safeDivision({3, 2}), 0.5);
     EXPECT_EQ(NumericRational(0, 4).safeDivision({3, 2}), 0.0);
     EXPECT_EQ(NumericRational(3, 4).safeDivision({0, 2}), std::nullopt);
@@ -156,28 +140,25 @@ TEST(CGFloatRational, multipliesAndDividesWithoutReducing) {
 }
 
 TEST(MediaRational, fromRawValueTakesWholeNumbersAndNtscRates) {
-    struct Row {
-        double value;
-        std::optional<MediaRational> expected;
-    };
-    const Row rows[] = {{30, MediaRational(30, 1)},
-                        {29.97, MediaRational(30000, 1001)},
-                        {23.976, MediaRational(24000, 1001)},
-                        {2.5, MediaRational(3000, 1001)},
-                        {-2.5, MediaRational(-3000, 1001)},
-                        {0.3, MediaRational(0, 1001)},
-                        {0, std::nullopt},
-                        {-0.0, std::nullopt},
-                        {std::nan(""), std::nullopt},
-                        {infinity, std::nullopt},
-                        {-infinity, std::nullopt},
-                        {0x1p63, std::nullopt},
-                        {-0x1.fffffffffffffp62, MediaRational(-9223372036854774784, 1)}};
-    for (const auto& row : rows) {
-        const auto made = MediaRational::fromRawValue(row.value);
-        ASSERT_EQ(made.has_value(), row.expected.has_value()) << row.value;
+    const std::pair<double, std::optional<MediaRational>> rows[] = {
+        {30, MediaRational(30, 1)},
+        {29.97, MediaRational(30000, 1001)},
+        {23.976, MediaRational(24000, 1001)},
+        {2.5, MediaRational(3000, 1001)},
+        {-2.5, MediaRational(-3000, 1001)},
+        {0.3, MediaRational(0, 1001)},
+        {0, std::nullopt},
+        {-0.0, std::nullopt},
+        {std::nan(""), std::nullopt},
+        {infinity, std::nullopt},
+        {-infinity, std::nullopt},
+        {0x1p63, std::nullopt},
+        {-0x1.fffffffffffffp62, MediaRational(-9223372036854774784, 1)}};
+    for (const auto& [value, expected] : rows) {
+        const auto made = MediaRational::fromRawValue(value);
+        ASSERT_EQ(made.has_value(), expected.has_value()) << value;
         if (made) {
-            EXPECT_TRUE(isPair(*made, row.expected->timeValue(), row.expected->timeScale())) << row.value;
+            EXPECT_TRUE(isPair(*made, expected->timeValue(), expected->timeScale())) << value;
         }
     }
     EXPECT_EQ(MediaRational::make(1, 0), std::nullopt);
@@ -185,25 +166,20 @@ TEST(MediaRational, fromRawValueTakesWholeNumbersAndNtscRates) {
 }
 
 TEST(MediaRational, approximateStopsAtTheToleranceOrTheDenominator) {
-    struct Row {
-        double value;
-        std::int64_t maxDenominator;
-        double tolerance;
-        std::int64_t timeValue, timeScale;
-    };
-    constexpr Row rows[] = {{0.5, 1, 0, 0, 1},
-                            {0.5, 2, 0, 1, 2},
-                            {29.97002997, 1001, 1e-9, 30000, 1001},
-                            {29.97, 1000, 0, 2997, 100},
-                            {29.97002997, 300, 0, 8002, 267},
-                            {3.14159265358979, 200, 2e-3, 22, 7},
-                            {25, 1, 0, 25, 1},
-                            {5e-324, 10, 0.1, 0, 1}};
-    for (const auto& row : rows) {
-        const auto found = MediaRational::approximate(row.value, row.maxDenominator, row.tolerance);
-        ASSERT_TRUE(found) << row.value;
-        EXPECT_TRUE(isPair(*found, row.timeValue, row.timeScale))
-            << row.value << ": " << found->timeValue() << "/" << found->timeScale();
+    constexpr std::tuple<double, std::int64_t, double, std::int64_t, std::int64_t> rows[] = {
+        {0.5, 1, 0, 0, 1},
+        {0.5, 2, 0, 1, 2},
+        {29.97002997, 1001, 1e-9, 30000, 1001},
+        {29.97, 1000, 0, 2997, 100},
+        {29.97002997, 300, 0, 8002, 267},
+        {3.14159265358979, 200, 2e-3, 22, 7},
+        {25, 1, 0, 25, 1},
+        {5e-324, 10, 0.1, 0, 1}};
+    for (const auto& [value, maxDenominator, tolerance, timeValue, timeScale] : rows) {
+        const auto found = MediaRational::approximate(value, maxDenominator, tolerance);
+        ASSERT_TRUE(found) << value;
+        EXPECT_TRUE(isPair(*found, timeValue, timeScale))
+            << value << ": " << found->timeValue() << "/" << found->timeScale();
     }
     for (const double value : {0.0, -1.0, infinity, std::nan("")}) {
         EXPECT_FALSE(MediaRational::approximate(value, 10, 0.1)) << value;
@@ -212,18 +188,14 @@ TEST(MediaRational, approximateStopsAtTheToleranceOrTheDenominator) {
 }
 
 TEST(MediaRational, reducedKeepsSignsWhereTheyAre) {
-    struct Row {
-        MediaRational value;
-        std::int64_t timeValue, timeScale;
-    };
-    const Row rows[] = {{{0, 7}, 0, 1},
-                        {{2, -4}, 1, -2},
-                        {{48000, 2002}, 24000, 1001},
-                        {{lowest, lowest}, lowest, lowest},
-                        {{lowest, 2}, lowest / 2, 1},
-                        {{3, lowest}, 3, lowest}};
-    for (const auto& row : rows)
-        EXPECT_TRUE(isPair(row.value.reduced(), row.timeValue, row.timeScale)) << row.timeValue;
+    const std::tuple<MediaRational, std::int64_t, std::int64_t> rows[] = {{{0, 7}, 0, 1},
+                                                                          {{2, -4}, 1, -2},
+                                                                          {{48000, 2002}, 24000, 1001},
+                                                                          {{lowest, lowest}, lowest, lowest},
+                                                                          {{lowest, 2}, lowest / 2, 1},
+                                                                          {{3, lowest}, 3, lowest}};
+    for (const auto& [value, timeValue, timeScale] : rows)
+        EXPECT_TRUE(isPair(value.reduced(), timeValue, timeScale)) << timeValue;
     EXPECT_TRUE(isPair(MediaRational(48, 2).quantizedRepresentation(), 24, 1));
     EXPECT_TRUE(isPair(MediaRational(50, 4).quantizedRepresentation(), 50, 4));
     EXPECT_TRUE(isPair(*MediaRational(30000, 1001).inverse(), 1001, 30000));
@@ -231,17 +203,13 @@ TEST(MediaRational, reducedKeepsSignsWhereTheyAre) {
 }
 
 TEST(MediaRational, dropFrameCompliantRatesRoundUpToThirties) {
-    struct Row {
-        std::int64_t timeValue, timeScale;
-        bool isCompliant;
-    };
-    constexpr Row rows[] = {{30000, 1001, true}, {60000, 1001, true}, {120000, 1001, true},  {24000, 1001, false},
-                            {30, 1, false},      {60, 1, false},      {59, 2, true},         {-1, 2, true},
-                            {1, 2, false},       {0, 1, false},       {-30000, 1001, false}, {highest, 1, false},
-                            {61, 2, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(MediaRational(row.timeValue, row.timeScale).isNTSCDropFrameCompliant(), row.isCompliant)
-            << row.timeValue << "/" << row.timeScale;
+    constexpr std::tuple<std::int64_t, std::int64_t, bool> rows[] = {
+        {30000, 1001, true},   {60000, 1001, true}, {120000, 1001, true}, {24000, 1001, false}, {30, 1, false},
+        {60, 1, false},        {59, 2, true},       {-1, 2, true},        {1, 2, false},        {0, 1, false},
+        {-30000, 1001, false}, {highest, 1, false}, {61, 2, false}};
+    for (const auto& [timeValue, timeScale, isCompliant] : rows) {
+        EXPECT_EQ(MediaRational(timeValue, timeScale).isNTSCDropFrameCompliant(), isCompliant)
+            << timeValue << "/" << timeScale;
     }
 }
 
@@ -258,14 +226,11 @@ TEST(MediaRational, isItsValueInTextEqualityAndHash) {
 }
 
 TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
-    struct Row {
-        MediaRational value;
-        std::int64_t timeValue, timeScale;
-    };
-    const Row rows[] = {{{24000, 1001}, 24000, 1001}, {{25, 2}, 13000, 1001}, {{48, 2}, 24, 1}};
-    for (const auto& row : rows) {
-        const auto decoded = Json::parse(Json(row.value).dump()).get<MediaRational>();
-        EXPECT_TRUE(isPair(decoded, row.timeValue, row.timeScale)) << row.timeValue;
+    const std::tuple<MediaRational, std::int64_t, std::int64_t> rows[] = {
+        {{24000, 1001}, 24000, 1001}, {{25, 2}, 13000, 1001}, {{48, 2}, 24, 1}};
+    for (const auto& [value, timeValue, timeScale] : rows) {
+        const auto decoded = Json::parse(Json(value).dump()).get<MediaRational>();
+        EXPECT_TRUE(isPair(decoded, timeValue, timeScale)) << timeValue;
     }
     for (const char* text : {"0", "-9223372036854775808.0", "1e300", "\"25\"", "null"}) {
         EXPECT_THROW(static_cast<void>(Json::parse(text).get<MediaRational>()), DecodingError) << text;
@@ -273,24 +238,16 @@ TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
 }
 
 TEST(RationalDeathTest, overflowAndNumbersBeyond64BitsStopTheProcess) {
-    struct Row {
-        const char* message;
-        void (*run)();
-    };
-    const Row rows[] = {
-        {"multiplication overflowed", [] { static_cast<void>(NumericRational(highest, 1) * NumericRational(2, 1)); }},
-        {"multiplication overflowed",
-         [] {
-             static_cast<void>(NumericRational(1, 2).safeDivision({highest, highest}));
-         }},
-        {"subtraction overflowed", [] { static_cast<void>(gcd(lowest, -1)); }},
-        {"does not fit", [] { static_cast<void>(NumericRational::fromSize(infinity, 1)); }},
-        {"does not fit", [] { static_cast<void>(NumericRational::fromDouble(std::nan(""), 1)); }},
-        {"does not fit", [] { static_cast<void>(MediaRational::fromRawValue(-0x1p63)); }},
-        {"does not fit", [] { static_cast<void>(MediaRational::approximate(1e300, 10, 0)); }},
-        {"does not fit", [] { static_cast<void>(MediaRational(highest, 1).quantizedValue()); }},
-        {"must not be 0", [] { static_cast<void>(MediaRational(1, 0)); }}};
-    for (const auto& row : rows) EXPECT_DEATH(row.run(), row.message);
+    using Numeric = NumericRational;
+    EXPECT_DEATH((void)(Numeric(highest, 1) * Numeric(2, 1)), "multiplication overflowed");
+    EXPECT_DEATH((void)Numeric(1, 2).safeDivision(Numeric(highest, highest)), "multiplication overflowed");
+    EXPECT_DEATH((void)gcd(lowest, -1), "subtraction overflowed");
+    EXPECT_DEATH((void)Numeric::fromSize(infinity, 1), "does not fit");
+    EXPECT_DEATH((void)Numeric::fromDouble(std::nan(""), 1), "does not fit");
+    EXPECT_DEATH((void)MediaRational::fromRawValue(-0x1p63), "does not fit");
+    EXPECT_DEATH((void)MediaRational::approximate(1e300, 10, 0), "does not fit");
+    EXPECT_DEATH((void)MediaRational(highest, 1).quantizedValue(), "does not fit");
+    EXPECT_DEATH((void)MediaRational(1, 0), "must not be 0");
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include <Corvex/timing/TimecodeFrame.h>
+#include <tests/Thrown.h>
 
 namespace corvex::timecodeFormatDescriptionTests {
 namespace {
@@ -10,16 +12,7 @@ namespace {
 using Case = TimecodeFormatError::Case;
 constexpr MediaTime ntscDuration(1001, 30000);
 
-/// The error that `run` throws.
-template <class Run>
-TimecodeFormatError errorOf(Run&& run) {
-    try {
-        run();
-    } catch (const TimecodeFormatError& error) {
-        return error;
-    }
-    throw std::logic_error("no error");
-}
+std::optional<TimecodeFormatError> errorOf(const auto& run) { return test::thrownBy<TimecodeFormatError>(run); }
 
 TEST(MediaTime, isEqualByValueAndInvalidOnlyToInvalid) {
     EXPECT_EQ(MediaTime(1001, 30000), MediaTime(2002, 60000));
@@ -40,7 +33,7 @@ TEST(TimecodeFormatDescription, comesFromAFrame) {
     EXPECT_EQ(frame.formatDescription(), expected);
     EXPECT_FALSE(TimecodeFrame({}, {25, 1}).timecodeFormatDescription().isDropFrame());
     EXPECT_EQ(errorOf([] {
-                  static_cast<void>(TimecodeFrame({}, {-25, 1}).formatDescription());
+                  return TimecodeFrame({}, {-25, 1}).formatDescription();
               }),
               TimecodeFormatError(Case::frameDuration, -1));
 }
@@ -61,54 +54,40 @@ TEST(TimecodeFormatDescription, rendersToBytesAndBack) {
 TEST(TimecodeFormatDescription, refusesWhatCannotBeDescribed) {
     using Description = TimecodeFormatDescription;
     constexpr auto type = TimecodeFormatType::counter32;
-    struct Row {
-        const char* name;
-        MediaTime duration;
-        std::uint32_t quanta;
-        Case which;
-        std::int64_t offender;
-    };
-    const Row rows[] = {{"invalid", {}, 30, Case::frameDuration, 0},
-                        {"zero", {0, 30}, 30, Case::frameDuration, 0},
-                        {"negative", {-1, 30}, 30, Case::frameDuration, -1},
-                        {"long", {1LL << 31U, 30}, 30, Case::frameDuration, 1LL << 31U},
-                        {"fine scale", {1, 1LL << 31U}, 30, Case::frameDuration, 1LL << 31U},
-                        {"no quanta", {1, 30}, 0, Case::frameQuanta, 0},
-                        {"too many quanta for the bytes", {1, 256}, 256, Case::frameQuanta, 256}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(
-            errorOf([&] { static_cast<void>(Description(type, row.duration, row.quanta, 0).sampleDescription()); }),
-            TimecodeFormatError(row.which, row.offender))
-            << row.name;
+    const std::tuple<const char*, MediaTime, std::uint32_t, Case, std::int64_t> rows[] = {
+        {"invalid", {}, 30, Case::frameDuration, 0},
+        {"zero", {0, 30}, 30, Case::frameDuration, 0},
+        {"negative", {-1, 30}, 30, Case::frameDuration, -1},
+        {"long", {1LL << 31U, 30}, 30, Case::frameDuration, 1LL << 31U},
+        {"fine scale", {1, 1LL << 31U}, 30, Case::frameDuration, 1LL << 31U},
+        {"no quanta", {1, 30}, 0, Case::frameQuanta, 0},
+        {"too many quanta for the bytes", {1, 256}, 256, Case::frameQuanta, 256}};
+    for (const auto& [name, duration, quanta, which, offender] : rows) {
+        EXPECT_EQ(errorOf([&] { return Description(type, duration, quanta, 0).sampleDescription(); }),
+                  TimecodeFormatError(which, offender))
+            << name;
     }
 }
 
 TEST(TimecodeFormatDescription, refusesBytesThatDescribeNone) {
     const auto good =
         TimecodeFormatDescription(TimecodeFormatType::timecode32, ntscDuration, 30, 0).sampleDescription();
-    struct Row {
-        std::size_t at;
-        std::uint8_t byte;
-        Case which;
-        std::int64_t offender;
-    };
-    constexpr Row rows[] = {{3, 35, Case::length, 35},          {3, 33, Case::length, 33},
-                            {0, 255, Case::length, 0xFF000022}, {4, 'x', Case::formatType, 0x786D6364},
-                            {32, 0, Case::frameQuanta, 0},      {28, 255, Case::frameDuration, 0xFF0003E9}};
-    for (const auto& row : rows) {
+    constexpr std::tuple<std::size_t, std::uint8_t, Case, std::int64_t> rows[] = {
+        {3, 35, Case::length, 35},          {3, 33, Case::length, 33},
+        {0, 255, Case::length, 0xFF000022}, {4, 'x', Case::formatType, 0x786D6364},
+        {32, 0, Case::frameQuanta, 0},      {28, 255, Case::frameDuration, 0xFF0003E9}};
+    for (const auto& [at, byte, which, offender] : rows) {
         auto bytes = good;
-        bytes.at(row.at) = row.byte;
-        EXPECT_EQ(errorOf([&] { static_cast<void>(TimecodeFormatDescription::fromSampleDescription(bytes)); }),
-                  TimecodeFormatError(row.which, row.offender))
-            << row.at;
+        bytes.at(at) = byte;
+        EXPECT_EQ(errorOf([&] { return TimecodeFormatDescription::fromSampleDescription(bytes); }),
+                  TimecodeFormatError(which, offender))
+            << at;
     }
     auto scaleless = good;
     scaleless[26] = scaleless[27] = 0;
-    EXPECT_EQ(errorOf([&] { static_cast<void>(TimecodeFormatDescription::fromSampleDescription(scaleless)); }),
+    EXPECT_EQ(errorOf([&] { return TimecodeFormatDescription::fromSampleDescription(scaleless); }),
               TimecodeFormatError(Case::frameDuration, 0));
-    EXPECT_EQ(errorOf([&] {
-                  static_cast<void>(TimecodeFormatDescription::fromSampleDescription(std::span(good).first(33)));
-              }),
+    EXPECT_EQ(errorOf([&] { return TimecodeFormatDescription::fromSampleDescription(std::span(good).first(33)); }),
               TimecodeFormatError(Case::length, 33));
 }
 

@@ -10,7 +10,9 @@
 #include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include <Corvex/platform/Json.h>
 #include <Corvex/timing/SmpteTime.h>
@@ -68,53 +70,40 @@ TEST(DropFrame, everyFrameOfADayHasItsLabelAt119_88) { expectDropFrameDay(120, 8
 TEST(DropFrame, everyFrameHasItsLabelAtARateWithoutConstants) { expectDropFrameDay(90, 6, 2, false); }
 
 TEST(DropFrame, framesBecomeLabels) {
-    struct Row {
-        std::int64_t frame, quanta;
-        const char* expected;
-    };
-    constexpr Row rows[] = {
+    constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
         {0, 30, "00:00:00;00"},      {1799, 30, "00:00:59;29"},
         {1800, 30, "00:01:00;02"},   {17982, 30, "00:10:00;00"},
         {3600, 60, "00:01:00;04"},   {1440, 24, "00:01:00;02"},        // the factor gives 2 at 24
         {-1, 30, "24:01:26;13"},     {30 * 86400, 30, "00:00:00;00"},  // the nominal day, not the shorter one
         {lowest, 60, "15:45:26;36"}, {highest, 30, "16:31:59;21"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(TimecodeComponents::dropFrameComponents(row.frame, row.quanta).timecodeString(), row.expected)
-            << row.frame << " at " << row.quanta;
+    for (const auto& [frame, quanta, expected] : rows) {
+        EXPECT_EQ(TimecodeComponents::dropFrameComponents(frame, quanta).timecodeString(), expected)
+            << frame << " at " << quanta;
     }
 }
 
 TEST(NonDropFrame, framesBecomeLabelsWithoutADay) {
-    struct Row {
-        std::int64_t frame, fps;
-        const char* expected;
-    };
-    constexpr Row rows[] = {{90000, 25, "01:00:00:00"},      {-10, 25, "00:00:00:00"},
-                            {86400 * 24, 24, "24:00:00:00"}, {59, 1, "00:00:59:00"},
-                            {1234567, 1000, "00:20:34:567"}, {highest, 30, "85401592933840:31:00:07"},
-                            {107999, 30, "00:59:59:29"},     {100, -30, "00:00:0-3:10"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(TimecodeComponents::timecodeComponents(row.frame, row.fps, false).timecodeString(), row.expected)
-            << row.frame << " at " << row.fps;
+    constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
+        {90000, 25, "01:00:00:00"},  {-10, 25, "00:00:00:00"},        {86400 * 24, 24, "24:00:00:00"},
+        {59, 1, "00:00:59:00"},      {1234567, 1000, "00:20:34:567"}, {highest, 30, "85401592933840:31:00:07"},
+        {107999, 30, "00:59:59:29"}, {100, -30, "00:00:0-3:10"}};
+    for (const auto& [frame, fps, expected] : rows) {
+        EXPECT_EQ(TimecodeComponents::timecodeComponents(frame, fps, false).timecodeString(), expected)
+            << frame << " at " << fps;
     }
 }
 
 TEST(TimecodeFrame, numbersLabels) {
-    struct Row {
-        TimecodeComponents label;
-        MediaRational rate;
-        std::int64_t number, actual;
-    };
-    const Row rows[] = {
+    const std::tuple<TimecodeComponents, MediaRational, std::int64_t, std::int64_t> rows[] = {
         {{0, 1, 0, 2, drop}, ntsc30, 1800, 1802},       {{0, 1, 0, 2, nonDrop}, ntsc30, 1802, 1802},
         {{0, 1, 0, 2, unknown}, ntsc30, 1802, 1802},    {{0, 1, 0, 0, drop}, ntsc30, 1798, 1800},
         {{0, 1, 0, 0, drop}, {30, 1}, 1800, 1800},      {{1, 0, 0, 0, drop}, {60000, 1001}, 215784, 216000},
         {{0, -10, 0, 0, drop}, ntsc30, -17982, -18000}, {{24, 0, 0, 0, nonDrop}, {24000, 1001}, 2073600, 2073600},
         {{0, 1, 0, 0, drop}, {59, 2}, 1798, 1800},      {{0, 1, 0, 3, drop}, {-1, 2}, 3, 3}};
-    for (const auto& row : rows) {
-        const TimecodeFrame frame(row.label, row.rate);
-        EXPECT_EQ(frame.frameNumber(), row.number) << row.label.timecodeString();
-        EXPECT_EQ(frame.actualFrameNumber(), row.actual) << row.label.timecodeString();
+    for (const auto& [label, rate, number, actual] : rows) {
+        const TimecodeFrame frame(label, rate);
+        EXPECT_EQ(frame.frameNumber(), number) << label.timecodeString();
+        EXPECT_EQ(frame.actualFrameNumber(), actual) << label.timecodeString();
     }
     EXPECT_EQ(TimecodeFrame({}, {-59, 2}).frameQuanta(), 30U);
     EXPECT_EQ(TimecodeFrame({}, {4294967295, 1}).frameQuanta(), 4294967295U);
@@ -122,31 +111,24 @@ TEST(TimecodeFrame, numbersLabels) {
 }
 
 TEST(TimecodeFrame, addsFramesAndResetsItsOptions) {
-    struct Row {
-        const char* name;
-        TimecodeComponents label;
-        MediaRational rate;
-        bool isChecked;
-        std::int64_t count;
-        TimecodeComponents expected;
-    };
-    const Row rows[] = {{"over a minute", {0, 0, 59, 29, drop}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
-                        {"back again", {0, 1, 0, 2, drop}, ntsc30, true, -1, {0, 0, 59, 29, drop}},
-                        {"below zero", {0, 0, 0, 0, drop}, ntsc30, true, -1, {24, 1, 26, 13, drop}},
-                        {"unknown becomes drop", {0, 0, 59, 29, unknown}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
-                        {"non-drop", {0, 0, 59, 29, nonDrop}, ntsc30, true, 1, {0, 1, 0, 0, nonDrop}},
-                        {"non-drop below zero", {0, 0, 0, 0, nonDrop}, {25, 1}, true, -26, {0, 0, -1, -1, nonDrop}},
-                        {"not compliant, checked", {0, 0, 59, 24, drop}, {25, 1}, true, 1, {0, 1, 0, 0, unknown}},
-                        {"not compliant, unchecked", {0, 0, 59, 24, drop}, {25, 1}, false, 1, {0, 1, 0, 2, drop}}};
+    const std::tuple<const char*, TimecodeComponents, MediaRational, bool, std::int64_t, TimecodeComponents> rows[] = {
+        {"over a minute", {0, 0, 59, 29, drop}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
+        {"back again", {0, 1, 0, 2, drop}, ntsc30, true, -1, {0, 0, 59, 29, drop}},
+        {"below zero", {0, 0, 0, 0, drop}, ntsc30, true, -1, {24, 1, 26, 13, drop}},
+        {"unknown becomes drop", {0, 0, 59, 29, unknown}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
+        {"non-drop", {0, 0, 59, 29, nonDrop}, ntsc30, true, 1, {0, 1, 0, 0, nonDrop}},
+        {"non-drop below zero", {0, 0, 0, 0, nonDrop}, {25, 1}, true, -26, {0, 0, -1, -1, nonDrop}},
+        {"not compliant, checked", {0, 0, 59, 24, drop}, {25, 1}, true, 1, {0, 1, 0, 0, unknown}},
+        {"not compliant, unchecked", {0, 0, 59, 24, drop}, {25, 1}, false, 1, {0, 1, 0, 2, drop}}};
     TimecodeFormatOptions options;
     options.enforceBroadcastTimecode = false;
     options.formatType = TimecodeFormatType::counter64;
     options.permitNegativeTimes = true;
-    for (const auto& row : rows) {
-        options.ensureValidDropFrameRates = row.isChecked;
-        const TimecodeFrame sum = TimecodeFrame(row.label, row.rate, options).addingFrames(row.count);
-        EXPECT_EQ(sum.components(), row.expected) << row.name << ": " << sum.components().timecodeString();
-        EXPECT_EQ(sum.formatOptions(), TimecodeFormatOptions()) << row.name;
+    for (const auto& [name, label, rate, isChecked, count, expected] : rows) {
+        options.ensureValidDropFrameRates = isChecked;
+        const TimecodeFrame sum = TimecodeFrame(label, rate, options).addingFrames(count);
+        EXPECT_EQ(sum.components(), expected) << name << ": " << sum.components().timecodeString();
+        EXPECT_EQ(sum.formatOptions(), TimecodeFormatOptions()) << name;
     }
     const TimecodeFrame same = TimecodeFrame({9, 99, 0, 0, drop}, ntsc30, options).addingFrames(0);
     EXPECT_EQ(same.formatOptions(), options);
@@ -165,17 +147,14 @@ TEST(TimecodeFrame, knowsItsMediaTimes) {
 }
 
 TEST(Timecode, isPrintedWithALeadingZero) {
-    struct Row {
-        TimecodeComponents label;
-        const char* expected;
-    };
-    const Row rows[] = {{{1, 2, 3, 4, nonDrop}, "01:02:03:04"},
-                        {{1, 2, 3, 4, drop}, "01:02:03;04"},
-                        {{24, 0, 0, 0, unknown}, "24:00:00:00"},
-                        {{-5, 100, -10, 9, nonDrop}, "0-5:100:0-10:09"},
-                        {{lowest, lowest, highest, lowest, drop},
-                         "0-9223372036854775808:0-9223372036854775808:9223372036854775807;0-9223372036854775808"}};
-    for (const auto& row : rows) EXPECT_EQ(row.label.timecodeString(), row.expected);
+    const std::pair<TimecodeComponents, const char*> rows[] = {
+        {{1, 2, 3, 4, nonDrop}, "01:02:03:04"},
+        {{1, 2, 3, 4, drop}, "01:02:03;04"},
+        {{24, 0, 0, 0, unknown}, "24:00:00:00"},
+        {{-5, 100, -10, 9, nonDrop}, "0-5:100:0-10:09"},
+        {{lowest, lowest, highest, lowest, drop},
+         "0-9223372036854775808:0-9223372036854775808:9223372036854775807;0-9223372036854775808"}};
+    for (const auto& [label, expected] : rows) EXPECT_EQ(label.timecodeString(), expected);
     EXPECT_EQ(TimecodeComponents::defaultDropFrameTimecodeComponents.timecodeString(),
               TimecodeComponents::defaultDropFrameTimecode);
     EXPECT_EQ(TimecodeComponents::defaultNonDropTimecodeComponents.timecodeString(),
@@ -186,62 +165,52 @@ TEST(Timecode, isPrintedWithALeadingZero) {
 
 TEST(Timecode, isParsedStrictlyOrLeniently) {
     constexpr TimecodeComponents zero(0, 0, 0, 0, nonDrop);
-    struct Row {
-        const char* text;
-        bool isStrict;
-        TimecodeComponents lenient;
-    };
-    const Row rows[] = {{"01:02:03:04", true, {1, 2, 3, 4, nonDrop}},
-                        {"01:02:03;04", true, {1, 2, 3, 4, drop}},
-                        {"01;02:03:04", true, {1, 2, 3, 4, drop}},
-                        {"99:60:60:99", true, {99, 60, 60, 99, nonDrop}},
-                        {"00:61:00:00", false, {0, 61, 0, 0, nonDrop}},
-                        {"00:00:61:00", false, {0, 0, 61, 0, nonDrop}},
-                        {"123:00:00;0123", true, {123, 0, 0, 123, drop}},
-                        {"00:00:060:00", true, {0, 0, 60, 0, nonDrop}},
-                        {"1:2:3;4", false, {1, 2, 3, 4, drop}},
-                        {"", false, zero},
-                        {"abc", false, zero},
-                        {"00:00:00", false, zero},
-                        {":::", false, zero},
-                        {"01:02:03:04:05", false, {1, 2, 3, 4, nonDrop}},
-                        {"01:02:03:04;", false, {1, 2, 3, 4, drop}},
-                        {"-1:+2:03:04", false, {-1, 2, 3, 4, nonDrop}},
-                        {"+1:02:03:04", false, {1, 2, 3, 4, nonDrop}},
-                        {"01:02:03.04", false, {1, 2, 0, 0, nonDrop}},
-                        {" 1:02:03:04", false, {0, 2, 3, 4, nonDrop}},
-                        {"01:02:03:0/", false, {1, 2, 3, 0, nonDrop}},
-                        {"01<02:03:04", false, {0, 3, 4, 0, nonDrop}},
-                        {"01902:03:04", false, {1902, 3, 4, 0, nonDrop}},
-                        {"99999999999999999999:00:00:00", false, zero},
-                        {"0\xC2\xB2:00:00:0", false, zero},
-                        {"9223372036854775807:00:00:00", true, {highest, 0, 0, 0, nonDrop}}};
-    for (const auto& row : rows) {
-        const auto strict = TimecodeComponents::fromTimecode(row.text);
-        EXPECT_EQ(strict.has_value(), row.isStrict) << row.text;
+    const std::tuple<const char*, bool, TimecodeComponents> rows[] = {
+        {"01:02:03:04", true, {1, 2, 3, 4, nonDrop}},
+        {"01:02:03;04", true, {1, 2, 3, 4, drop}},
+        {"01;02:03:04", true, {1, 2, 3, 4, drop}},
+        {"99:60:60:99", true, {99, 60, 60, 99, nonDrop}},
+        {"00:61:00:00", false, {0, 61, 0, 0, nonDrop}},
+        {"00:00:61:00", false, {0, 0, 61, 0, nonDrop}},
+        {"123:00:00;0123", true, {123, 0, 0, 123, drop}},
+        {"00:00:060:00", true, {0, 0, 60, 0, nonDrop}},
+        {"1:2:3;4", false, {1, 2, 3, 4, drop}},
+        {"", false, zero},
+        {"abc", false, zero},
+        {"00:00:00", false, zero},
+        {":::", false, zero},
+        {"01:02:03:04:05", false, {1, 2, 3, 4, nonDrop}},
+        {"01:02:03:04;", false, {1, 2, 3, 4, drop}},
+        {"-1:+2:03:04", false, {-1, 2, 3, 4, nonDrop}},
+        {"+1:02:03:04", false, {1, 2, 3, 4, nonDrop}},
+        {"01:02:03.04", false, {1, 2, 0, 0, nonDrop}},
+        {" 1:02:03:04", false, {0, 2, 3, 4, nonDrop}},
+        {"01:02:03:0/", false, {1, 2, 3, 0, nonDrop}},
+        {"01<02:03:04", false, {0, 3, 4, 0, nonDrop}},
+        {"01902:03:04", false, {1902, 3, 4, 0, nonDrop}},
+        {"99999999999999999999:00:00:00", false, zero},
+        {"0\xC2\xB2:00:00:0", false, zero},
+        {"9223372036854775807:00:00:00", true, {highest, 0, 0, 0, nonDrop}}};
+    for (const auto& [text, isStrict, lenient] : rows) {
+        const auto strict = TimecodeComponents::fromTimecode(text);
+        EXPECT_EQ(strict.has_value(), isStrict) << text;
         if (strict) {
-            EXPECT_EQ(*strict, row.lenient) << row.text;
+            EXPECT_EQ(*strict, lenient) << text;
         }
-        EXPECT_EQ(TimecodeComponents::sanitizedTimecode(row.text), row.lenient) << row.text;
+        EXPECT_EQ(TimecodeComponents::sanitizedTimecode(text), lenient) << text;
     }
 }
 
 TEST(Timecode, formChecksAreAskedForOneByOne) {
-    struct Row {
-        const char* text;
-        bool length, bounds, expected;
-    };
-    constexpr Row rows[] = {{"1:2:3:4", false, true, true},     {"1:2:3:4", true, true, false},
-                            {"01:99:03:04", true, false, true}, {"01:99:03:04", true, true, false},
-                            {"1:99:3:4", false, false, true},   {"1:2::4", false, false, false},
-                            {"1:2:3", false, false, false},     {"-1:2:3:4", false, false, false}};
-    for (const auto& row : rows) {
+    constexpr std::tuple<const char*, bool, bool, bool> rows[] = {
+        {"1:2:3:4", false, true, true},     {"1:2:3:4", true, true, false},   {"01:99:03:04", true, false, true},
+        {"01:99:03:04", true, true, false}, {"1:99:3:4", false, false, true}, {"1:2::4", false, false, false},
+        {"1:2:3", false, false, false},     {"-1:2:3:4", false, false, false}};
+    for (const auto& [text, length, bounds, expected] : rows) {
         int calls = 0;
-        EXPECT_EQ(
-            TimecodeComponents::timecodeHasProperForm(row.text, {row.length, row.bounds}, [&](auto&) { ++calls; }),
-            row.expected)
-            << row.text;
-        EXPECT_EQ(calls, row.expected ? 1 : 0) << row.text;
+        EXPECT_EQ(TimecodeComponents::timecodeHasProperForm(text, {length, bounds}, [&](auto&) { ++calls; }), expected)
+            << text;
+        EXPECT_EQ(calls, expected ? 1 : 0) << text;
     }
 }
 
@@ -252,20 +221,16 @@ TEST(Timecode, decomposesIntoTheFieldsThatCanBeRead) {
 }
 
 TEST(Timecode, followsAnSmpteTime) {
-    struct Row {
-        std::uint32_t type;
-        std::optional<std::uint32_t> flags;
-        DropFrameState expected;
-    };
-    constexpr Row rows[] = {{0, {}, nonDrop}, {1, {}, nonDrop}, {2, {}, drop},    {3, {}, nonDrop}, {4, {}, nonDrop},
-                            {5, {}, drop},    {6, {}, nonDrop}, {7, {}, nonDrop}, {8, {}, unknown}, {0, 1, drop},
-                            {99, 3, drop},    {2, 2, drop},     {8, 0, unknown}};
-    for (const auto& row : rows) {
+    constexpr std::tuple<std::uint32_t, std::optional<std::uint32_t>, DropFrameState> rows[] = {
+        {0, {}, nonDrop}, {1, {}, nonDrop}, {2, {}, drop},    {3, {}, nonDrop}, {4, {}, nonDrop},
+        {5, {}, drop},    {6, {}, nonDrop}, {7, {}, nonDrop}, {8, {}, unknown}, {0, 1, drop},
+        {99, 3, drop},    {2, 2, drop},     {8, 0, unknown}};
+    for (const auto& [type, flags, expected] : rows) {
         SmpteTime time;
-        time.type = row.type;
+        time.type = type;
         time.hours = -1;
         time.frames = 32767;
-        EXPECT_EQ(TimecodeComponents(time, row.flags), TimecodeComponents(-1, 0, 0, 32767, row.expected)) << row.type;
+        EXPECT_EQ(TimecodeComponents(time, flags), TimecodeComponents(-1, 0, 0, 32767, expected)) << type;
     }
 }
 
@@ -301,43 +266,22 @@ TEST(Timecode, readsTheTimeOfDayOfAFile) {
 }
 
 TEST(TimecodeDeathTest, overflowAndZeroRatesStopTheProcess) {
-    struct Row {
-        const char* message;
-        void (*run)();
+    using Components = TimecodeComponents;
+    constexpr Components last(highest, 0, 0, 0, drop), one(0, 0, 0, 1, nonDrop), oneDrop(0, 0, 0, 1, drop);
+    const auto frame = [](const Components& label, std::int64_t value, std::int64_t scale) {
+        return TimecodeFrame(label, MediaRational(value, scale));
     };
-    const Row rows[] = {
-        {"not 0", [] { static_cast<void>(TimecodeComponents::timecodeComponents(1, 0, false)); }},
-        {"division by zero", [] { static_cast<void>(TimecodeComponents::dropFrameComponents(1, 0)); }},
-        {"overflowed", [] { static_cast<void>(TimecodeComponents::dropFrameComponents(1, highest / 86400 + 1)); }},
-        {"overflowed", [] { static_cast<void>(TimecodeComponents::timecodeComponents(1, highest / 3600 + 1, false)); }},
-        {"overflowed",
-         [] {
-             static_cast<void>(TimecodeFrame({highest, 0, 0, 0, drop}, ntsc30).frameNumber());
-         }},
-        {"overflowed",
-         [] {
-             static_cast<void>(TimecodeFrame({0, 0, 0, 1, nonDrop}, {25, 1}).addingFrames(highest));
-         }},
-        {"division by zero",
-         [] {
-             static_cast<void>(TimecodeFrame({0, 0, 0, 1, nonDrop}, {0, 1}).addingFrames(1));
-         }},
-        {"division by zero",
-         [] {
-             static_cast<void>(TimecodeFrame({0, 0, 0, 1, drop}, {-1, 2}).addingFrames(1));
-         }},
-        {"conversion lost",
-         [] {
-             static_cast<void>(TimecodeFrame({}, {4294967296, 1}));
-         }},
-        {"must not be 0",
-         [] {
-             static_cast<void>(TimecodeFrame({}, {0, 1}).frameDuration());
-         }},
-        {"must not be 0", [] {
-             static_cast<void>(TimecodeFrame({}, {0, 1}).presentationTimeStamp());
-         }}};
-    for (const auto& row : rows) EXPECT_DEATH(row.run(), row.message);
+    EXPECT_DEATH((void)Components::timecodeComponents(1, 0, false), "not 0");
+    EXPECT_DEATH((void)Components::dropFrameComponents(1, 0), "division by zero");
+    EXPECT_DEATH((void)Components::dropFrameComponents(1, highest / 86400 + 1), "overflowed");
+    EXPECT_DEATH((void)Components::timecodeComponents(1, highest / 3600 + 1, false), "overflowed");
+    EXPECT_DEATH((void)frame(last, 30000, 1001).frameNumber(), "overflowed");
+    EXPECT_DEATH((void)frame(one, 25, 1).addingFrames(highest), "overflowed");
+    EXPECT_DEATH((void)frame(one, 0, 1).addingFrames(1), "division by zero");
+    EXPECT_DEATH((void)frame(oneDrop, -1, 2).addingFrames(1), "division by zero");
+    EXPECT_DEATH((void)frame({}, 4294967296, 1), "conversion lost");
+    EXPECT_DEATH((void)frame({}, 0, 1).frameDuration(), "must not be 0");
+    EXPECT_DEATH((void)frame({}, 0, 1).presentationTimeStamp(), "must not be 0");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 #include <variant>
 
 #include <gmock/gmock.h>
@@ -12,13 +13,13 @@
 #include <Corvex/cli/analysis/MediaAnalysisCLIFlag.h>
 #include <Corvex/cli/analysis/MediaAnalysisImageCLIFlags.h>
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
+#include <tests/cli/CliTexts.h>
 
 namespace corvex::mediaAnalysisCLITests {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using Words = std::vector<std::string>;
 using Factory = MediaAnalysisCLIArgumentFactory;
 
 TEST(MediaAnalysisVocabulary, locationsFollowEachOtherWithoutASeparator) {
@@ -30,24 +31,23 @@ TEST(MediaAnalysisVocabulary, locationsFollowEachOtherWithoutASeparator) {
 }
 
 TEST(MediaAnalysisCLIArgumentFactory, writesWhatIsGivenAndNothingElse) {
-    EXPECT_THAT(
-        Factory::buildBasicOptions(Words{"/a b.mov"}, "/work", "/r.json", std::nullopt, false).commandLineArguments(),
-        ElementsAre("-pathToAnalyze", "/a b.mov", "-resultsFilePath", "/r.json", "-workDirectory", "/work"));
-    EXPECT_THAT(Factory::buildBasicOptions(Words{"/a b.mov", "/c"}, "/w", "/r", "7", true).commandLineArguments(),
-                ElementsAre("-analysisId", "7", "-deepAnalysis", "", "-pathToAnalyze", "[/a b.mov\n/c",
-                            "-resultsFilePath", "/r", "-workDirectory", "/w"));
+    EXPECT_EQ(Factory::buildBasicOptions(Words{"/a b.mov"}, "/work", "/r", {}, false).commandLineArguments(),
+              pieces("-pathToAnalyze|/a b.mov|-resultsFilePath|/r|-workDirectory|/work"));
+    EXPECT_EQ(
+        Factory::buildBasicOptions(Words{"/a b.mov", "/c"}, "/w", "/r", "7", true).commandLineArguments(),
+        pieces("-analysisId|7|-deepAnalysis||-pathToAnalyze|[/a b.mov\n/c|-resultsFilePath|/r|-workDirectory|/w"));
     EXPECT_THROW((void)Factory::buildBasicOptions(Words{"/a\nb", "/c"}, "/w", "/r", "", false), CLIWordError);
 
     const std::vector locations{0.25F, 1.0F};
     const auto narrow = Factory::buildImageOptions(locations, 320, std::nullopt, false, std::nullopt);
-    EXPECT_THAT(narrow.commandLineArguments(), ElementsAre("-maxImageWidth", "320", "-snapshotLocation", "[0.25 1"));
+    EXPECT_EQ(narrow.commandLineArguments(), pieces("-maxImageWidth|320|-snapshotLocation|[0.25 1"));
     EXPECT_FALSE(narrow.limitsHeight());
     const auto boxed = Factory::buildImageOptions(locations, 320, 180.5F, 0.9F, true, "/look.cube");
-    EXPECT_THAT(boxed.commandLineArguments(),
-                ElementsAre("-allowFinderImages", "", "-compressionFactor", "0.9", "-imageHeight", "180.5", "-lutFile",
-                            "/look.cube", "-maxImageWidth", "320", "-snapshotLocation", "[0.25 1"));
+    EXPECT_EQ(boxed.commandLineArguments(),
+              pieces("-allowFinderImages||-compressionFactor|0.9|-imageHeight|180.5|-lutFile|/look.cube|-maxImageWidth"
+                     "|320|-snapshotLocation|[0.25 1"));
     EXPECT_TRUE(boxed.limitsHeight());
-    EXPECT_THAT(Factory::custodialOptions(42).commandLineArguments(), ElementsAre("-parentPid", "42"));
+    EXPECT_EQ(Factory::custodialOptions(42).commandLineArguments(), pieces("-parentPid|42"));
 }
 
 Words wordsOf(const auto&... stores) {
@@ -58,10 +58,8 @@ Words wordsOf(const auto&... stores) {
 }
 
 TEST(MediaAnalysisRequest, aChildReadsWhatItsParentBuilt) {
-    const std::vector<Words> pathLists{
-        {"/a b.mov"}, {"[x"}, {"/a\nb"}, {"/a", "/b", "c d"}, {"[/a", "b["}, {"[/a]", "[", "c"},
-    };
-    for (const Words& paths : pathLists) {
+    for (const char* list : {"/a b.mov", "[x", "/a\nb", "/a|/b|c d", "[/a|b[", "[/a]|[|c"}) {
+        const Words paths = pieces(list);
         const auto read = MediaAnalysisRequest::fromWords(
             wordsOf(Factory::buildBasicOptions(paths, "/w", "/r", "id 7", true),
                     Factory::buildImageOptions(std::vector{0.0F, 0.25F, 1.0F}, 320, 180, 0.5F, true, "/look.cube"),
@@ -85,9 +83,9 @@ TEST(MediaAnalysisRequest, aChildReadsWhatItsParentBuilt) {
 }
 
 TEST(MediaAnalysisRequest, flagsCountInAnyCaseAndValuesAsGiven) {
-    const auto read = MediaAnalysisRequest::fromWords(Words{"-WORKDIRECTORY", "w", " -pathtoanalyze ", "A.mov", " B ",
-                                                            "-workDirectory", "W", "-resultsFilePath", "r",
-                                                            "-snapshotLocation", "0.5", "[0 1", "-maxImageWidth", "9"});
+    const auto read = MediaAnalysisRequest::fromWords(
+        pieces("-WORKDIRECTORY|w| -pathtoanalyze |A.mov| B |-workDirectory|W|-resultsFilePath|r|-snapshotLocation|0.5"
+               "|[0 1|-maxImageWidth|9"));
     EXPECT_THAT(read.pathsToAnalyze, ElementsAre("A.mov", " B "));
     EXPECT_EQ(read.workDirectory, "W");
     EXPECT_THAT(read.images->snapshotLocations, ElementsAre(0.5F, 0.0F, 1.0F));
@@ -97,52 +95,49 @@ TEST(MediaAnalysisRequest, flagsCountInAnyCaseAndValuesAsGiven) {
 TEST(MediaAnalysisRequest, saysWhatIsMissingOrHasNoPlace) {
     using Case = MediaAnalysisCLIErrorCase;
     using ImageCase = MediaAnalysisCLIImageErrorCase;
-    struct Row {
-        Words words;
-        std::variant<Case, ImageCase, std::string> expected;  ///< A text: the word at fault.
+    using Offender = std::string;
+    const std::string basic = "-pathToAnalyze|a|-workDirectory|w|-resultsFilePath|r|";
+    const std::string image = basic + "-snapshotLocation|0|";
+    const std::pair<std::string, std::variant<Case, ImageCase, Offender>> rows[] = {
+        {"", Case::pathToAnalyzeNotSupplied},
+        {"-pathToAnalyze|", Case::pathToAnalyzeNotSupplied},
+        {"-pathToAnalyze|[\n", Case::pathToAnalyzeNotSupplied},
+        {"-pathToAnalyze|a", Case::workDirectoryNotSupplied},
+        {"-pathToAnalyze|a|-workDirectory|w|-resultsFilePath", Case::resultsFilePathNotSupplied},
+        {basic + "-allowFinderImages", ImageCase::missingSnapshotLocations},
+        {basic + "-snapshotLocation||-maxImageWidth|9", ImageCase::missingSnapshotLocations},
+        {basic + "-snapshotLocation|0", ImageCase::missingMaxImageWidth},
+        {"a.mov", Offender("a.mov")},
+        {basic + "-deepAnalysis|yes", Offender("yes")},
+        {basic + "-deep", Offender("-deep")},
+        {basic + "-workDirectory|w|x", Offender("x")},
+        {basic + "-snapshotLocation|[0.5 1.01|-maxImageWidth|9", Offender("1.01")},
+        {basic + "-snapshotLocation|-0.5", Offender("-0.5")},
+        {image + "-maxImageWidth|0.5", Offender("0.5")},
+        {image + "-maxImageWidth|9|-imageHeight|65536", Offender("65536")},
+        {image + "-maxImageWidth|9|-compressionFactor|nan", Offender("nan")},
+        {basic + "-parentPid|0", Offender("0")},
+        {basic + "-parentAppNumber|x", Offender("x")},
     };
-    const Words basic{"-pathToAnalyze", "a", "-workDirectory", "w", "-resultsFilePath", "r"};
-    const auto with = [&](const Words& more) {
-        Words words = basic;
-        words.insert(words.end(), more.begin(), more.end());
-        return words;
-    };
-    const Row rows[] = {
-        {{}, Case::pathToAnalyzeNotSupplied},
-        {{"-pathToAnalyze", ""}, Case::pathToAnalyzeNotSupplied},
-        {{"-pathToAnalyze", "[\n"}, Case::pathToAnalyzeNotSupplied},
-        {{"-pathToAnalyze", "a"}, Case::workDirectoryNotSupplied},
-        {{"-pathToAnalyze", "a", "-workDirectory", "w", "-resultsFilePath"}, Case::resultsFilePathNotSupplied},
-        {with({"-allowFinderImages"}), ImageCase::missingSnapshotLocations},
-        {with({"-snapshotLocation", "", "-maxImageWidth", "9"}), ImageCase::missingSnapshotLocations},
-        {with({"-snapshotLocation", "0"}), ImageCase::missingMaxImageWidth},
-        {{"a.mov"}, std::string("a.mov")},
-        {with({"-deepAnalysis", "yes"}), std::string("yes")},
-        {with({"-deep"}), std::string("-deep")},
-        {with({"-workDirectory", "w", "x"}), std::string("x")},
-        {with({"-snapshotLocation", "[0.5 1.01", "-maxImageWidth", "9"}), std::string("1.01")},
-        {with({"-snapshotLocation", "-0.5"}), std::string("-0.5")},
-        {with({"-snapshotLocation", "0", "-maxImageWidth", "0.5"}), std::string("0.5")},
-        {with({"-snapshotLocation", "0", "-maxImageWidth", "9", "-imageHeight", "65536"}), std::string("65536")},
-        {with({"-snapshotLocation", "0", "-maxImageWidth", "9", "-compressionFactor", "nan"}), std::string("nan")},
-        {with({"-parentPid", "0"}), std::string("0")},
-        {with({"-parentAppNumber", "x"}), std::string("x")},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(::testing::PrintToString(row.words));
+    for (const auto& [words, expected] : rows) {
+        SCOPED_TRACE(words);
+        std::optional<std::remove_cvref_t<decltype(expected)>> found;
+        int exitCode = 0;
+        const auto note = [&](const auto& error, auto offender) {
+            found = std::move(offender);
+            exitCode = error.exitCode();
+        };
         try {
-            (void)MediaAnalysisRequest::fromWords(row.words);
-            ADD_FAILURE() << "not refused";
+            (void)MediaAnalysisRequest::fromWords(pieces(words));
         } catch (const MediaAnalysisCLIError& error) {
-            EXPECT_EQ(row.expected, (decltype(row.expected)(error.which())));
-            EXPECT_EQ(error.exitCode(), 64);
+            note(error, error.which());
         } catch (const MediaAnalysisCLIImageError& error) {
-            EXPECT_EQ(row.expected, (decltype(row.expected)(error.which())));
-            EXPECT_EQ(error.exitCode(), 64);
+            note(error, error.which());
         } catch (const CLIWordError& error) {
-            EXPECT_EQ(row.expected, (decltype(row.expected)(std::string(error.word()))));
-            EXPECT_EQ(error.exitCode(), 64);
+            note(error, Offender(error.word()));
         }
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(exitCode, 64);
     }
 }
 
@@ -153,12 +148,7 @@ TEST(MediaAnalysisRequest, looksWhatExists) {
     const std::string file = folder / "file", none = folder / "none", link = folder / "link";
     std::ofstream(file) << "x";
     std::filesystem::create_symlink(none, link);
-    struct Row {
-        std::string path, workDirectory, results;
-        std::optional<Case> expected;
-        int exitCode;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, std::string, std::string, std::optional<Case>, int> rows[] = {
         {file, folder, none, std::nullopt, 0},
         {none, none, file, Case::pathToAnalyzeDoesNotExist, 66},
         {file, none, file, Case::workDirectoryDoesNotExist, 66},
@@ -166,19 +156,19 @@ TEST(MediaAnalysisRequest, looksWhatExists) {
         {file, folder, file, Case::resultsFileAlreadyExists, 73},
         {file, folder, link, Case::resultsFileAlreadyExists, 73},
     };
-    for (const Row& row : rows) {
+    for (const auto& [path, workDirectory, results, expected, exitCode] : rows) {
         MediaAnalysisRequest request;
-        request.pathsToAnalyze = {file, row.path};
-        request.workDirectory = row.workDirectory;
-        request.resultsFilePath = row.results;
+        request.pathsToAnalyze = {file, path};
+        request.workDirectory = workDirectory;
+        request.resultsFilePath = results;
         std::optional<MediaAnalysisCLIError> caught;
         try {
             request.requireFiles();
         } catch (const MediaAnalysisCLIError& error) {
             caught = error;
         }
-        EXPECT_EQ(caught ? std::optional(caught->which()) : std::nullopt, row.expected);
-        EXPECT_EQ(caught ? caught->exitCode() : 0, row.exitCode);
+        EXPECT_EQ(caught ? std::optional(caught->which()) : std::nullopt, expected);
+        EXPECT_EQ(caught ? caught->exitCode() : 0, exitCode);
     }
     std::filesystem::remove_all(folder);
     EXPECT_EQ(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r").exitCode(), 73);

@@ -1,8 +1,7 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 
 #include <algorithm>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -11,12 +10,12 @@
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
+#include <tests/cli/CliTexts.h>
 
 namespace corvex::transcodeCliArgumentsTests {
 namespace {
 
 using Arguments = TranscodeCliArguments;
-using Words = std::vector<std::string>;
 
 ArgumentLookup unknownEntriesOf(const Arguments& arguments) {
     ArgumentLookup entries;
@@ -27,33 +26,16 @@ ArgumentLookup unknownEntriesOf(const Arguments& arguments) {
 
 TEST(TranscodePreset, flagsKeepTheirOrder) {
     EXPECT_EQ(orderedArgumentsAsList(TranscodeCliPreset::cloud),
-              (Words{"-file_format", "qt", "-vcodec", "h264", "-dims", "960x540", "-aspect_scaling", "stretch", "-vbr",
-                     "3", "-web", "", "-acodec", "aac", "-asr", "48000"}));
+              pieces("-file_format|qt|-vcodec|h264|-dims|960x540|-aspect_scaling|stretch|-vbr|3|-web||-acodec|aac"
+                     "|-asr|48000"));
 }
-
-/// Pieces of a text between "|": a row's words, or its entries as "-flag=value". The empty text has none.
-Words pieces(std::string_view text) {
-    Words result;
-    if (!text.empty()) forEachPiece(text, "|", [&](std::string_view piece) { result.emplace_back(piece); });
-    return result;
-}
-ArgumentLookup entries(std::string_view text) {
-    std::vector<ArgumentLookup::Entry> result;
-    for (const std::string& piece : pieces(text)) {
-        const std::size_t sign = piece.find('=');
-        result.emplace_back(piece.substr(0, sign), piece.substr(sign + 1));
-    }
-    return ArgumentLookup(std::move(result));
-}
-
-struct ParseRow {
-    const char *name, *words, *lookup, *unknown;
-    const char* ordered = "";  ///< What rendering with order gives; not looked at when empty.
-};
 
 TEST(TranscodeCliArguments, parsesWords) {
     constexpr const char* xq = "-file_format=qt|-vcodec=prores4444xq|-acodec=lpcm";
-    const ParseRow rows[] = {
+    const struct {
+        const char *name, *words, *lookup, *unknown;
+        const char* ordered = "";  ///< What rendering with order gives; not looked at when empty.
+    } rows[] = {
         {"nothing", "", "", ""},
         {"strayWords", "|a|vn", "", ""},
         {"pathsKeepCase", "-vcodec|ProRes422|-out|/Tmp/A.mov", "-vcodec=prores422|-out=/Tmp/A.mov", "",
@@ -88,8 +70,8 @@ TEST(TranscodeCliArguments, parsesWords) {
         {"presetsIsOneToo", "-presets", "-preset=", "", "-preset|"},
         {"repeatedPreset", "-preset|orvane_cloud|-preset|orvane_4444xq", xq, ""},
         {"firstOfTwoPresetsWins", "-preset2|orvane_cloud|-preset|orvane_4444xq",
-         "-file_format=qt|-vcodec=prores4444xq|-acodec=lpcm|-dims=960x540|-aspect_scaling=stretch|-vbr=3|-web=|-asr="
-         "48000",
+         "-file_format=qt|-vcodec=prores4444xq|-acodec=lpcm|-dims=960x540|-aspect_scaling=stretch|-vbr=3|-web="
+         "|-asr=48000",
          ""},
         {"lastOwnPresetStays", "-presets|b|-vn|-preset|a", "-preset=b|-vn=", "", "-vn||-preset|b"},
         {"strayBytes", "-wmt_text|A\xFF|-VN\xFE|B\xFF", "-wmt_text=A\xFF|-vn\xFE=b\xFF", ""},
@@ -101,41 +83,37 @@ TEST(TranscodeCliArguments, parsesWords) {
         EXPECT_EQ(unknownEntriesOf(plain), entries(row.unknown)) << row.name;
         const Arguments ordered(pieces(row.words), true);
         EXPECT_EQ(ordered.flagValueLookup(), plain.flagValueLookup()) << row.name;
+        const Words rendered = ordered.commandLineArguments();
+        const Arguments again(rendered, true);
+        EXPECT_EQ(again.flagValueLookup(), plain.flagValueLookup()) << row.name;
+        EXPECT_EQ(again.commandLineArguments(), rendered) << row.name;
+        EXPECT_TRUE(again.allFlagsAreValid()) << row.name;
+        EXPECT_EQ(Arguments(plain.flagValueLookup()).flagValueLookup(), plain.flagValueLookup()) << row.name;
+        EXPECT_EQ(Json(ordered).get<Arguments>(), ordered) << row.name;
         if (*row.ordered != '\0') {
-            EXPECT_EQ(ordered.commandLineArguments(), pieces(row.ordered)) << row.name;
+            EXPECT_EQ(rendered, pieces(row.ordered)) << row.name;
         }
     }
 }
 
-struct ReadyRow {
-    const char* name;
-    ArgumentLookup given, lookup, unknown;
-};
-
 TEST(TranscodeCliArguments, normalisesReadyLookups) {
-    const ReadyRow rows[] = {
-        {"nothing", {}, {}, {}},
-        {"values", {{" -VCODEC ", " H264 "}, {"-out", " /A "}}, {{"-vcodec", "h264"}, {"-out", "/A"}}, {}},
-        {"unknownAsGiven",
-         {{" -Foo", " BAR "}, {"-foo", "2"}, {"vn", "X"}, {"", "Y"}},
-         {},
-         {{" -Foo", " BAR "}, {"-foo", "2"}, {"vn", "X"}, {"", "Y"}}},
-        {"testFormWins", {{" -vr", "1"}, {"-VR", "2"}, {"-Vr", "3"}, {"-vr", "4"}, {"-vr ", "5"}}, {{"-vr", "4"}}, {}},
-        {"elseTheLastWins", {{"-VR", "2"}, {"-Vr", "3"}, {" -vr", "1"}}, {{"-vr", "3"}}, {}},
-        {"bareTypeKeyIsUnknown", {{"ftype", "public.mpeg-4"}}, {}, {{"ftype", "public.mpeg-4"}}},
-        {"values may begin with a dash", {{"-vbr", " -5"}}, {{"-vbr", "-5"}}, {}},
-        {"preset",
-         {{"-Preset", " Orvane_4444XQ"}, {"-ACODEC", "AAC"}},
-         entries("-file_format=qt|-vcodec=prores4444xq|-acodec=aac"),
-         {}},
-        {"ownPreset", {{"-preset", "Mine"}}, {{"-preset", "mine"}}, {}},
-        {"numberedInputs", {{"-IN_0_1", " /A"}}, {{"-in_0_1", "/A"}}, {}},
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+        {"nothing", "", "", ""},
+        {"values", " -VCODEC = H264 |-out= /A ", "-vcodec=h264|-out=/A", ""},
+        {"unknownAsGiven", " -Foo= BAR |-foo=2|vn=X|=Y", "", " -Foo= BAR |-foo=2|vn=X|=Y"},
+        {"testFormWins", " -vr=1|-VR=2|-Vr=3|-vr=4|-vr =5", "-vr=4", ""},
+        {"elseTheLastWins", "-VR=2|-Vr=3| -vr=1", "-vr=3", ""},
+        {"bareTypeKeyIsUnknown", "ftype=public.mpeg-4", "", "ftype=public.mpeg-4"},
+        {"valuesMayBeginWithADash", "-vbr= -5", "-vbr=-5", ""},
+        {"preset", "-Preset= Orvane_4444XQ|-ACODEC=AAC", "-file_format=qt|-vcodec=prores4444xq|-acodec=aac", ""},
+        {"ownPreset", "-preset=Mine", "-preset=mine", ""},
+        {"numberedInputs", "-IN_0_1= /A", "-in_0_1=/A", ""},
     };
-    for (const auto& row : rows) {
-        const Arguments arguments(row.given);
-        EXPECT_EQ(arguments.flagValueLookup(), row.lookup) << row.name;
-        EXPECT_EQ(unknownEntriesOf(arguments), row.unknown) << row.name;
-        EXPECT_EQ(arguments.commandLineArguments(), renderArguments(row.lookup)) << row.name;
+    for (const auto& [name, given, lookup, unknown] : rows) {
+        const Arguments arguments(entries(given));
+        EXPECT_EQ(arguments.flagValueLookup(), entries(lookup)) << name;
+        EXPECT_EQ(unknownEntriesOf(arguments), entries(unknown)) << name;
+        EXPECT_EQ(arguments.commandLineArguments(), renderArguments(entries(lookup))) << name;
     }
 }
 
