@@ -199,6 +199,36 @@ TEST(GuidedItemSequencer, whoAsksDoesNotOvertakeWhoHasWaited) {
     EXPECT_EQ(std::pair(early, late), std::pair(0, 1));
 }
 
+/// One addition finds a thousand consumers whose items are all there; closing comes in between.
+TEST(GuidedItemSequencer, oneCallHandsOutAFewItemsAndTheRestFollowsInOrder) {
+    constexpr int count = 1000;
+    int handedOut = 0;
+    const GuidedItemSequencer<int, int> sequencer(0, [&handedOut](const int& key) {
+        ++handedOut;
+        return successor(key);
+    });
+    auto take = [](GuidedItemSequencer<int, int> from, std::vector<int>* keys) -> Task<> {
+        keys->push_back((co_await from.next())->key);
+    };
+    std::vector<int> keys, expected;
+    ManualExecutor consumers, others;
+    for (int i = 0; i < count; ++i) spawn(take(sequencer, &keys), consumers);
+    consumers.runAll();
+    std::string trace;
+    for (int key = count; key >= 0; --key) {
+        expected.insert(expected.begin(), key == count ? 2 * count : key);
+        spawn(traceAdding(&trace, "", [&sequencer, &expected] { return sequencer.add(0, expected.front()); }), others);
+        others.runAll();
+    }
+    EXPECT_LT(handedOut, count / 2);
+    sequencer.close();
+    spawn(take(sequencer, &keys), others);
+    others.runAll();
+    consumers.runAll();
+    others.runAll();
+    EXPECT_EQ(keys, expected);
+}
+
 TEST(GroupedItemsSequencer, schedules) {
     constexpr SequencerRow rows[] = {
         {"smallest first over all groups", 0, "AB ?????? ", "+A+B-1-2-3-5-7-9"},
