@@ -170,9 +170,6 @@ private:
         unsigned side;
     };
 
-    /// 0 for none, so that a leaf has 1.
-    static std::int64_t heightOf(const Node* node) noexcept { return node ? node->height_ : 0; }
-
     /// The last nodes on the way to `key` that lie below it, and at or above it. One comparison a node, whose result is an
     /// index and no branch, and no exit at an equal key: nothing to guess, so that several searches overlap.
     static Neighbours<Node> descend(Node* node, const Key& key) {
@@ -278,68 +275,81 @@ private:
     /// Frees a node without children; `first_` and `last_` follow.
     void unlinkLeaf(Node* leaf) noexcept {
         Node* const parent = leaf->parent_;
+        const unsigned side = leaf->isRightChild();
         if (!parent) {
             root_ = nullptr;
-        } else if (leaf->isLeftChild()) {
-            parent->children_[left] = nullptr;
-        } else if (leaf->isRightChild()) {
-            parent->children_[right] = nullptr;
+        } else if (side == right || leaf->isLeftChild()) {
+            parent->children_[side] = nullptr;
         } else {
             stopForInvalidTree();
         }
         if (leaf == first_) first_ = parent;  // a leaf at an end has its neighbour above it
         if (leaf == last_) last_ = parent;
         pool_.destroy(leaf);
-        rebalanceShrunk(parent);
+        rebalanceShrunk(parent, side);
     }
 
-    /// Refreshes heights and restores the balance above a subtree that has grown by one. One restructuring is always
-    /// enough, and only a node that was as high as the subtree has become needs a look at its other child.
+    static std::int32_t leanTowards(unsigned side) noexcept { return side == right ? 1 : -1; }
+
+    /// Refreshes heights and restores the balance above a node that is higher by one. One restructuring is always enough.
     void rebalanceAboveGrown(Node* node) noexcept {
-        for (Node* parent = node->parent_; parent && parent->height_ == node->height_; parent = node->parent_) {
+        for (Node* parent = node->parent_; parent; parent = node->parent_) {
             const unsigned side = parent->children_[right] == node;
-            if (heightOf(parent->children_[!side]) + 2 == node->height_) {
+            const std::int32_t lean = parent->lean_ + leanTowards(side);
+            if (lean < -1 || lean > 1) {
                 restructure(parent, side);
                 return;
             }
+            parent->lean_ = lean;
+            if (lean == 0) return;
             ++parent->height_;
             node = parent;
         }
     }
 
-    /// Refreshes heights and restores the balance from `node` upwards, below which a leaf has gone. Ends where a
-    /// subtree is as high as before: nothing above it changes. Unlike growth, it may restructure at every level.
-    void rebalanceShrunk(Node* node) noexcept {
+    /// Refreshes heights and restores the balance from `node` upwards, whose subtree on `side` is lower by one. Ends where
+    /// one is as high as before: nothing above it changes. Unlike growth, it may restructure at every level.
+    void rebalanceShrunk(Node* node, unsigned side) noexcept {
         while (node) {
-            const std::int64_t leftHeight = heightOf(node->children_[left]);
-            const std::int64_t rightHeight = heightOf(node->children_[right]);
-            const std::int64_t before = node->height_;
-            if (leftHeight > rightHeight + 1 || rightHeight > leftHeight + 1) {
-                node = restructure(node, leftHeight > rightHeight ? left : right);
+            const std::int32_t lean = node->lean_ - leanTowards(side);
+            if (lean < -1 || lean > 1) {
+                const std::int32_t before = node->height_;
+                node = restructure(node, !side);
+                if (node->height_ == before) return;
             } else {
-                node->height_ = (leftHeight > rightHeight ? leftHeight : rightHeight) + 1;
+                node->lean_ = lean;
+                if (lean != 0) return;
+                --node->height_;
             }
-            if (node->height_ == before) return;
+            side = node->isRightChild();
             node = node->parent_;
         }
     }
 
-    /// Trinode restructuring of `top`, too high on `side`: the middle one of top, its higher child and that one's higher
-    /// child takes the place of `top`. Returns it.
+    /// Trinode restructuring of `top`, whose child on `side` is too high: the middle one of top, that child and the child's
+    /// higher child takes the place of `top`. Returns it. Heights and leans follow from those of these three alone.
     Node* restructure(Node* top, unsigned side) noexcept {
+        const std::int32_t outwards = leanTowards(side);
         Node* const child = top->children_[side];
         Node* middle = child;
-        if (heightOf(child->children_[!side]) > heightOf(child->children_[side])) {
+        if (child->lean_ == -outwards) {
             middle = child->children_[!side];
             link(child, !side, middle->children_[side]);
+            top->height_ = --child->height_;
+            ++middle->height_;
+            top->lean_ = middle->lean_ == outwards ? -outwards : 0;
+            child->lean_ = middle->lean_ == -outwards ? outwards : 0;
+            middle->lean_ = 0;
+        } else {
+            const bool isEven = child->lean_ == 0;  // after a deletion: the whole is as high as before
+            top->height_ = isEven ? child->height_++ : child->height_ - 1;
+            top->lean_ = isEven ? outwards : 0;
+            child->lean_ = isEven ? -outwards : 0;
         }
         replace(top, middle);
         link(top, side, middle->children_[!side]);
         link(middle, !side, top);
         if (middle != child) link(middle, side, child);
-        refreshHeight(top);
-        refreshHeight(child);
-        refreshHeight(middle);
         return middle;
     }
 
@@ -357,13 +367,6 @@ private:
             root_ = replacement;
             replacement->parent_ = nullptr;
         }
-    }
-
-    /// From the heights of the children, which are right.
-    static void refreshHeight(Node* node) noexcept {
-        const std::int64_t leftHeight = heightOf(node->children_[left]);
-        const std::int64_t rightHeight = heightOf(node->children_[right]);
-        node->height_ = (leftHeight > rightHeight ? leftHeight : rightHeight) + 1;
     }
 
     /// Recursive on one side: a balanced tree of every size that memory can hold is less than a hundred nodes high.

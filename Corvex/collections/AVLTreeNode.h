@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <Corvex/collections/BinaryTree.h>
+#include <Corvex/platform/Checked.h>
 
 namespace corvex::inline v0 {
 
@@ -26,13 +27,13 @@ class AVLTreeNode {
 
 public:
     /// Takes height and links as they are given; the children do not learn of their parent. For tests and for trees of
-    /// a host's own.
+    /// a host's own. A height beyond 32 bits stops the process.
     AVLTreeNode(Key key, std::optional<Payload> payload, AVLTreeNode* leftChild, AVLTreeNode* rightChild,
                 AVLTreeNode* parent, std::int64_t height) noexcept
         : key_(std::move(key)),
           children_{leftChild, rightChild},
           parent_(parent),
-          height_(height),
+          height_(checkedCast<std::int32_t>(height)),
           payload_(std::move(payload)) {}
     /// A leaf of height 1, in no tree.
     AVLTreeNode(Key key, std::optional<Payload> payload) noexcept
@@ -91,11 +92,12 @@ private:
     static constexpr auto leftOf = [](auto& node) { return node.leftChild(); };
     static constexpr auto rightOf = [](auto& node) { return node.rightChild(); };
 
-    // What a search reads comes first, so that one cache line holds it.
+    // What a search reads comes first, then what keeping the balance needs: no node that is not on the way is read for it.
     Key key_;
     AVLTreeNode* children_[2];
     AVLTreeNode* parent_;
-    std::int64_t height_;
+    std::int32_t height_;
+    std::int32_t lean_ = 0;  ///< How much higher the right child is than the left one. The tree alone keeps it.
     std::optional<Payload> payload_;
 };
 

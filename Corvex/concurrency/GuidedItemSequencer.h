@@ -49,17 +49,13 @@ public:
             items_.takeMinimum(consumer.payload, handOut.discarded);
             return false;
         }
-        if (!consumers_.isEmpty()) {  // whose item may have arrived just now
-            consumer.enqueue(*this, consumers_);
-            supply(lock, handOut);
-            return true;
-        }
-        do {
+        if (consumers_.isEmpty()) {  // else the first one's item may have arrived just now
             items_.collect(handOut.discarded);
             items_.take(keyToSupply_, consumer.payload, handOut.discarded);
-        } while (!consumer.payload && !items_.await());
+        }
         if (!consumer.payload) {
             consumer.enqueue(*this, consumers_);
+            supply(lock, handOut);
             return true;
         }
         isSupplying_ = true;
@@ -94,12 +90,24 @@ private:
         ReleasedWaiters released;
     };
 
-    /// Closing while it is at work takes effect at its end: those who asked before it still get what follows.
+    /// The rest of a hand-out, as a piece of work of its own.
+    struct Rest : WorkNode {
+        explicit Rest(GuidedState& owner) noexcept
+            : WorkNode([](WorkNode& node) noexcept { static_cast<Rest&>(node).state.supplyRest(); }), state(owner) {}
+        GuidedState& state;
+        Shared<GuidedState> keeper;  ///< While posted.
+    };
+    /// How much one call does for others, in items and in looks at what has come.
+    static constexpr int share = 64;
+
+    /// Closing while it is at work takes effect at its end: those who asked before it still get what follows. It goes on
+    /// as long as it finds what to do, but after its share as work of the executor of the consumer that is next.
     void supply(ShortLock& lock, HandOut& handOut) noexcept {
         isSupplying_ = true;
-        for (;;) {
+        for (int step = 0;; ++step) {
             items_.collect(handOut.discarded);
             if (consumers_.isEmpty()) break;
+            if (step == share) return postRest(lock);
             typename Items::Taken taken;
             items_.take(keyToSupply_, taken, handOut.discarded);
             if (taken) {
@@ -116,6 +124,23 @@ private:
         }
         isSupplying_ = false;
         if (!isOpen) drain(handOut);
+    }
+
+    /// Nobody else supplies before it runs.
+    void postRest(ShortLock& lock) noexcept {
+        const Consumer& consumer = *consumers_.first();
+        Executor& executor = consumer.executor();
+        rest_.keeper = Shared<GuidedState>::retain(*this);
+        rest_.priority = consumer.priority;
+        lock.unlock();
+        executor.post(rest_);
+    }
+
+    void supplyRest() noexcept {
+        HandOut handOut;
+        ShortLock lock(mutex);
+        handOut.keeper = std::move(rest_.keeper);
+        supply(lock, handOut);
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.
@@ -141,6 +166,7 @@ private:
     Key keyToSupply_;
     /// Somebody hands items out, with the lock released now and then.
     bool isSupplying_ = false;
+    Rest rest_{*this};
     const KeyUpdateBlock keyUpdateBlock_;
 };
 

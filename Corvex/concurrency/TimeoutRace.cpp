@@ -30,7 +30,7 @@ TimeoutRace::~TimeoutRace() {
     require(unfinished == 0 || !home_, "an operation with a timeout was destroyed while it runs");
 }
 
-bool TimeoutRace::start(TaskPromiseBase& operation, std::coroutine_handle<> coroutine, std::coroutine_handle<> parent,
+void TimeoutRace::start(TaskPromiseBase& operation, std::coroutine_handle<> coroutine, std::coroutine_handle<> parent,
                         const TaskContext& context) noexcept {
     home_ = &Executor::current();
     parent_ = parent;
@@ -42,17 +42,14 @@ bool TimeoutRace::start(TaskPromiseBase& operation, std::coroutine_handle<> coro
         timerStop_.arm(&cancellation_);
         home_->postAt(timer_, saturatedAdd(home_->now(), saturatedSeconds(seconds_)));
         transferTo(coroutine);
-        return true;
+    } else {  // no time at all: the timer comes into it when the operation suspends for the first time
+        timer_.executor = home_;
+        transferTo(coroutine, timer_);
     }
-    // No time at all: the timer comes into it when the operation suspends for the first time.
-    resumeInLoop(coroutine);
-    if (winner_.load(std::memory_order_acquire) == Winner::operation) return !arrive(1);
-    home_->post(timer_);
-    return true;
 }
 
 void TimeoutRace::taskFinished(TaskPromiseBase&) noexcept {
-    const bool isTimerGone = win(Winner::operation) && seconds_ > 0 && home_->cancel(timer_);
+    const bool isTimerGone = win(Winner::operation) && (seconds_ > 0 ? home_->cancel(timer_) : takeTimerBeforeRest());
     if (!arrive(isTimerGone ? 2 : 1)) return;
     if (threadState.executor == home_) {
         transferTo(parent_);
@@ -73,6 +70,12 @@ void TimeoutRace::timerFinished() noexcept {
         cancellation_.cancel();
     }
     if (arrive(1)) waiter_.post();
+}
+
+bool TimeoutRace::takeTimerBeforeRest() noexcept {
+    const bool isThere = threadState.atRest == &timer_;  // else it is posted in a moment, and comes too late
+    if (isThere) threadState.atRest = static_cast<TimerNode*>(timer_.next);
+    return isThere;
 }
 
 bool TimeoutRace::win(Winner winner) noexcept {

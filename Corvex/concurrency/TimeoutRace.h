@@ -36,10 +36,10 @@ public:
         Awaiter(TimeoutRace& race, Task<T>&& operation) noexcept : race_(race), operation_(std::move(operation)) {}
         [[nodiscard]] bool await_ready() const noexcept { return false; }
         template <class Promise>
-        bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
+        void await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {
             race_.waiter_.capture(coroutine);
             coroutine_ = operation_.release();
-            return race_.start(coroutine_.promise(), coroutine_, coroutine, contextOf(coroutine));
+            race_.start(coroutine_.promise(), coroutine_, coroutine, contextOf(coroutine));
         }
         T await_resume() {
             const Task<T> frame(coroutine_);
@@ -75,11 +75,13 @@ private:
         TimeoutRace& race;
     };
 
-    /// Starts both; false if both have finished already. `parent` is the coroutine that awaits.
-    bool start(TaskPromiseBase& operation, std::coroutine_handle<> coroutine, std::coroutine_handle<> parent,
+    /// Starts both. `parent` is the coroutine that awaits.
+    void start(TaskPromiseBase& operation, std::coroutine_handle<> coroutine, std::coroutine_handle<> parent,
                const TaskContext& context) noexcept;
     /// The time is over, or cancellation ended it early.
     void timerFinished() noexcept;
+    /// True if the operation has not been suspended since it began: the timer is not going to run.
+    bool takeTimerBeforeRest() noexcept;
     /// True if nobody has won yet.
     bool win(Winner winner) noexcept;
     /// Notes that so many of the two have finished; true if those were the last.

@@ -16,13 +16,23 @@ namespace detail {
 
 constinit thread_local ThreadState threadState;
 
-void resumeInLoop(std::coroutine_handle<> coroutine) noexcept {
+void postThoseAtRest() noexcept {
+    while (TimerNode* const timer = threadState.atRest) {
+        threadState.atRest = static_cast<TimerNode*>(timer->next);
+        timer->executor->post(*timer);
+    }
+}
+
+void resumeInLoop(std::coroutine_handle<> coroutine, TimerNode* atRest) noexcept {
     ThreadState& thread = threadState;
     void* const outerNext = std::exchange(thread.next, nullptr);
     const void* const outerStarting = std::exchange(thread.starting, nullptr);
     const std::uintptr_t outerLowestFrame = std::exchange(thread.lowestFrame, frameAddress() - startingDepth);
+    TimerNode* const outerAtRest = std::exchange(thread.atRest, atRest);
     for (void* next = coroutine.address(); next; next = std::exchange(thread.next, nullptr))
         std::coroutine_handle<>::from_address(next).resume();
+    postThoseAtRest();
+    thread.atRest = outerAtRest;
     thread.next = outerNext;
     thread.starting = outerStarting;
     thread.lowestFrame = outerLowestFrame;

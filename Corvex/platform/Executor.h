@@ -114,12 +114,14 @@ struct ThreadState {
     void* next = nullptr;
     const void* starting = nullptr;
     std::uintptr_t lowestFrame = notLooping;  ///< How far down the stack tasks may be started.
+    TimerNode* atRest = nullptr;  ///< Linked through `next`, newest first: the loop posts them when nothing goes on.
 
     static constexpr std::uintptr_t notLooping = UINTPTR_MAX;
 };
 [[gnu::tls_model("initial-exec")]] extern constinit CORVEX_EXPORT thread_local ThreadState threadState;
 
-CORVEX_EXPORT void resumeInLoop(std::coroutine_handle<> coroutine) noexcept;
+CORVEX_EXPORT void resumeInLoop(std::coroutine_handle<> coroutine, TimerNode* atRest = nullptr) noexcept;
+CORVEX_EXPORT void postThoseAtRest() noexcept;
 
 /// Goes on with another coroutine from within await_suspend(). The loop below resumes it, not the caller: compilers
 /// make symmetric transfer a tail call only when they optimise, and stack use must not grow with a chain's length.
@@ -129,6 +131,18 @@ inline void transferTo(std::coroutine_handle<> coroutine) noexcept {
         thread.next = coroutine.address();
     } else {
         resumeInLoop(coroutine);
+    }
+}
+
+/// The same, and posts the timer as soon as nothing goes on from the coroutine, which waits then: unless it ended before, and
+/// took the timer from `atRest`.
+inline void transferTo(std::coroutine_handle<> coroutine, TimerNode& atRest) noexcept {
+    ThreadState& thread = threadState;
+    if (thread.lowestFrame != ThreadState::notLooping && thread.next == nullptr) [[likely]] {
+        thread.next = coroutine.address();
+        atRest.next = std::exchange(thread.atRest, &atRest);
+    } else {
+        resumeInLoop(coroutine, &atRest);
     }
 }
 
@@ -168,13 +182,15 @@ public:
           outerExecutor_(std::exchange(thread_.executor, &executor)),
           outerNext_(std::exchange(thread_.next, nullptr)),
           outerStarting_(std::exchange(thread_.starting, nullptr)),
-          outerLowestFrame_(std::exchange(thread_.lowestFrame, detail::ThreadState::notLooping)) {}
+          outerLowestFrame_(std::exchange(thread_.lowestFrame, detail::ThreadState::notLooping)),
+          outerAtRest_(std::exchange(thread_.atRest, nullptr)) {}
     ~ExecutorScope() {
         thread_.scope = outer_;
         thread_.executor = outerExecutor_;
         thread_.next = outerNext_;
         thread_.starting = outerStarting_;
         thread_.lowestFrame = outerLowestFrame_;
+        thread_.atRest = outerAtRest_;
     }
     ExecutorScope(const ExecutorScope&) = delete;
     ExecutorScope& operator=(const ExecutorScope&) = delete;
@@ -184,6 +200,8 @@ public:
         thread_.lowestFrame = detail::frameAddress() - detail::startingDepth;
         node.run(node);
         while (void* next = std::exchange(thread_.next, nullptr)) std::coroutine_handle<>::from_address(next).resume();
+        if (thread_.atRest) [[unlikely]]
+            detail::postThoseAtRest();
         thread_.lowestFrame = detail::ThreadState::notLooping;
     }
 
@@ -198,6 +216,7 @@ private:
     void* outerNext_;
     const void* outerStarting_;
     std::uintptr_t outerLowestFrame_;
+    TimerNode* outerAtRest_;
 };
 
 }  // namespace corvex::inline v0

@@ -1,6 +1,9 @@
 #include <Corvex/platform/ManualExecutor.h>
 
+#include <algorithm>
+
 #include <Corvex/platform/Checked.h>
+#include <Corvex/platform/Sleep.h>
 
 namespace corvex::inline v0 {
 
@@ -29,7 +32,7 @@ std::size_t ManualExecutor::runAll() noexcept {
 }
 
 std::size_t ManualExecutor::advance(std::chrono::nanoseconds duration) noexcept {
-    const TimePoint end = now() + duration;
+    const TimePoint end = std::min(saturatedAdd(now(), duration), TimePoint::max() - TimePoint::duration(1));
     std::size_t count = runAll();
     while (clock_.moveTowards(end)) count += runAll();
     return count;

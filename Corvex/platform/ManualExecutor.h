@@ -25,7 +25,8 @@ public:
     bool runOne() noexcept;
     /// Runs until nothing is posted; gives the number of pieces that ran.
     std::size_t runAll() noexcept;
-    /// Runs everything that becomes due until `duration` from now, each piece at its time; gives the number.
+    /// Runs everything that becomes due until `duration` from now, each piece at its time; gives the number. The
+    /// clock stops just before TimePoint::max(), which is never.
     std::size_t advance(std::chrono::nanoseconds duration) noexcept;
 
     [[nodiscard]] bool isIdle() const noexcept;  ///< Nothing is posted; work may be asleep.

@@ -82,6 +82,9 @@ public:
     /// Has the coroutine resumed by its executor. The node may be gone when this returns.
     void post() noexcept { executor_->post(*this); }
 
+    /// Where it goes on, once captured.
+    [[nodiscard]] Executor& executor() const noexcept { return *executor_; }
+
 protected:
     /// The same with what it would find out.
     void captureOn(Executor& executor, std::coroutine_handle<> coroutine, TaskPriority coroutinePriority) noexcept {

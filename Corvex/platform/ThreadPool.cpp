@@ -56,9 +56,12 @@ void ThreadPool::join() noexcept {
 }
 
 void ThreadPool::work() noexcept {
+    // Most pools are made for work that comes at once, and waking a thread costs the one that posts that work 15 us.
+    int looksLeft = 20;
     ExecutorScope scope(*this);
     Stint stint;
     mutex_.lock();
+    beginStint(stint);
     for (;;) {
         if (WorkNode* const node = queue_.takeFirst()) {
             ++progress_;
@@ -69,18 +72,32 @@ void ThreadPool::work() noexcept {
             lockAfterWork(stint);
         } else if (isJoining_) {
             return mutex_.unlock();  // what a thread still at work posts, it runs itself
-        } else {
-            ++sleepingCount_;
-            const int seen = wakeCount_.load(std::memory_order_relaxed);
+        } else if (looksLeft-- > 0) {
             mutex_.unlock();
-            wakeCount_.wait(seen, std::memory_order_relaxed);
+            detail::pauseBriefly(fewestPauses);
             mutex_.lock();
-            --sleepingCount_;
-            isWaking_ = false;
-            stint.start = Clock::now();
-            stint.progress = progress_;
+            beginStint(stint);
+        } else {
+            looksLeft = 0;
+            sleep();
+            beginStint(stint);
         }
     }
+}
+
+void ThreadPool::beginStint(Stint& stint) const noexcept {
+    stint.start = Clock::now();
+    stint.progress = progress_;
+}
+
+void ThreadPool::sleep() noexcept {
+    ++sleepingCount_;
+    const int seen = wakeCount_.load(std::memory_order_relaxed);
+    mutex_.unlock();
+    wakeCount_.wait(seen, std::memory_order_relaxed);
+    mutex_.lock();
+    --sleepingCount_;
+    isWaking_ = false;
 }
 
 void ThreadPool::lockAfterWork(Stint& stint) noexcept {
@@ -91,18 +108,19 @@ void ThreadPool::lockAfterWork(Stint& stint) noexcept {
 }
 
 void ThreadPool::stayAway(Stint& stint) noexcept {
-    constexpr int stintLength = 64, fewestPauses = 64, mostPauses = 512;  // of about 27 ns
-    constexpr int clearProgress = 8;
+    constexpr int stintLength = 64, clearProgress = 8;
     const TimePoint start = Clock::now();
     const std::uint32_t progress = progress_;
-    stint.pauses = std::max(stint.pauses, fewestPauses);
     mutex_.unlock();
     detail::pauseBriefly(stint.pauses);
     mutex_.lock();
     const TimePoint end = Clock::now();
     const std::int64_t progressHere = progress - stint.progress, progressAway = progress_ - progress;
-    const bool isBetterAway = progressAway >= clearProgress &&
-                              progressAway * (start - stint.start).count() > 2 * progressHere * (end - start).count();
+    // At first there is too little to compare with.
+    const bool isBetterAway =
+        progressAway >= clearProgress &&
+        (stint.isFirst || progressAway * (start - stint.start).count() > 2 * progressHere * (end - start).count());
+    stint.isFirst = false;
     stint.pauses = isBetterAway ? std::min(2 * stint.pauses, mostPauses) : fewestPauses;
     stint.remaining = isBetterAway ? 1 : stintLength;
     stint.start = end;

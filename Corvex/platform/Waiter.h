@@ -82,6 +82,8 @@ class WaiterList {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return chain_.isEmpty(); }
     [[nodiscard]] std::size_t count() const noexcept { return chain_.count; }
+    /// The oldest waiter, nullptr if empty.
+    [[nodiscard]] const WaiterType* first() const noexcept { return static_cast<const WaiterType*>(chain_.first); }
     /// At the end of the list; the waiter is in none. O(1).
     void append(WaiterType& waiter) noexcept { chain_.append(waiter); }
     /// The oldest waiter, nullptr if empty. Fill its payload under the lock, then post() it outside: from then on its

@@ -1,13 +1,16 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -231,18 +234,26 @@ void forgetFreedMemory() {
 #endif
 }
 
-/// Processor time of one question about both neighbours, in nanoseconds, in a tree that is built for that.
+/// What is timed in turns, in this order.
+constexpr std::array<const char*, 4> turns = {"insert", "search", "neighbours", "erase"};
+using Times = std::array<std::vector<double>, turns.size()>;
+
+/// Builds a tree, asks it and empties it again. Adds the processor time of one operation of each kind, in nanoseconds.
 template <class Tree>
-double neighboursOnce(const Keys& inserted, const std::vector<Keys>& orders) {
+void timeOneTree(const Keys& inserted, const Keys& asked, Times& times) {
     forgetFreedMemory();
-    const auto tree = filled<Tree>(inserted);
-    std::size_t count = 0;
-    const std::clock_t start = std::clock();
-    for (const Keys& keys : orders) {
-        for (const std::int64_t key : keys) benchmark::DoNotOptimize(tree->neighbours(key + 1));
-        count += keys.size();
-    }
-    return static_cast<double>(std::clock() - start) * 1e9 / CLOCKS_PER_SEC / static_cast<double>(count);
+    auto tree = std::make_unique<Tree>();
+    auto turn = times.begin();
+    const auto time = [&turn](const Keys& keys, auto&& operation) {
+        const std::clock_t start = std::clock();
+        for (const std::int64_t key : keys) operation(key);
+        const auto ticks = static_cast<double>(std::clock() - start);
+        (turn++)->push_back(ticks * 1e9 / CLOCKS_PER_SEC / static_cast<double>(keys.size()));
+    };
+    time(inserted, [&](std::int64_t key) { tree->insert(key); });
+    time(asked, [&](std::int64_t key) { benchmark::DoNotOptimize(tree->contains(key)); });
+    time(asked, [&](std::int64_t key) { benchmark::DoNotOptimize(tree->neighbours(key + 1)); });
+    time(asked, [&](std::int64_t key) { tree->erase(key); });
 }
 
 double medianOf(std::vector<double> values) {
@@ -251,21 +262,30 @@ double medianOf(std::vector<double> values) {
     return *middle;
 }
 
-/// Where a tree is larger than the core's own cache, the same questions to the same keys take up to twice as long in one tree
-/// as in the next: it depends on the pages that it got. So many trees of both are built in turns.
-void neighboursInTurns(benchmark::State& state) {
-    const Keys inserted = shuffledKeys(state.range(), 1);
-    const std::vector<Keys> orders = shuffledOrders(state.range(), 2);
-    std::vector<double> ours, theirs;
+/// Where a tree is larger than the core's own cache, the same work with the same keys takes up to twice as long in one tree
+/// as in the next: it depends on the pages that it got, and on who else uses the shared cache. So many trees of both are
+/// built in turns, and the ratio is the median of those of neighbours in time.
+void inTurns(benchmark::State& state) {
+    Times ours, theirs;
+    unsigned seed = 1;
     for (auto _ : state) {
-        ours.push_back(neighboursOnce<Corvex>(inserted, orders));
-        theirs.push_back(neighboursOnce<StdMap>(inserted, orders));
+        const Keys inserted = shuffledKeys(state.range(), seed++);
+        const Keys asked = shuffledKeys(state.range(), seed++);
+        if (seed % 4 == 1) timeOneTree<Corvex>(inserted, asked, ours);
+        timeOneTree<StdMap>(inserted, asked, theirs);
+        if (seed % 4 == 3) timeOneTree<Corvex>(inserted, asked, ours);
     }
-    state.counters["corvex_ns"] = medianOf(ours);
-    state.counters["map_ns"] = medianOf(theirs);
-    state.counters["ratio"] = medianOf(ours) / medianOf(theirs);
+    for (std::size_t turn = 0; turn < turns.size(); ++turn) {
+        std::vector<double> ratios(ours[turn].size());
+        std::transform(ours[turn].begin(), ours[turn].end(), theirs[turn].begin(), ratios.begin(), std::divides<>());
+        const std::string name = turns[turn];
+        state.counters[name + "_ns"] = medianOf(ours[turn]);
+        state.counters[name + "_ratio"] = medianOf(ratios);
+    }
 }
-BENCHMARK(neighboursInTurns)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Iterations(11)->Unit(benchmark::kMillisecond);
+BENCHMARK(inTurns)->Arg(10'000)->Iterations(101)->Unit(benchmark::kMillisecond);
+BENCHMARK(inTurns)->Arg(100'000)->Iterations(41)->Unit(benchmark::kMillisecond);
+BENCHMARK(inTurns)->Arg(1'000'000)->Iterations(11)->Unit(benchmark::kMillisecond);
 
 /// What a sequencer does: so many entries wait; each new key comes at most 15 places out of order and the smallest goes.
 template <class Tree>

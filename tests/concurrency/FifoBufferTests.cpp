@@ -7,42 +7,38 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/concurrency/OrvaneBlockingFifoBuffer.h>
-#include <Corvex/platform/ManualExecutor.h>
 
-#include "Coroutines.h"
+#include "SequencerSchedules.h"
 
 namespace corvex::fifoBufferTests {
 namespace {
 
 using Buffer = OrvaneBlockingFifoBuffer<std::string>;
 
-/// Traces "+item", "!item" for a refused one, "-item" for what comes out, "-." for the end.
-Task<> produce(Buffer buffer, std::string& trace, std::string item) {
-    try {
-        co_await buffer.add(item);
-        trace += "+" + item;
-    } catch (const DataCoordinationError& error) {
-        EXPECT_EQ(error, DataCoordinationError(DataCoordinationError::Case::addToClosedConduitError));
-        trace += "!" + item;
-    }
-}
-Task<> consume(Buffer buffer, std::string& trace) {
+Task<> consume(Buffer buffer, std::string* trace) {
     const auto item = co_await buffer.next();
-    trace += "-" + item.value_or(".");
+    *trace += "-" + item.value_or(".");
 }
 
-/// What one schedule does to a buffer: letters and digits add themselves, "?" asks for an item, "|" closes, " " lets
-/// everything run that is posted, "x" and "o" are a producer and a consumer that are destroyed while they wait.
-struct ScheduleRow {
-    const char* name;
-    std::uint64_t capacity;
-    const char *steps, *trace;
-};
+std::string traceOf(const Buffer& buffer, const char* steps) {
+    std::string trace;
+    const auto add = [&](char step) {
+        const std::string item(1, step);
+        return traceAdding(&trace, item, [buffer, item] { return buffer.add(item); });
+    };
+    const auto ask = [&](char) { return consume(buffer, &trace); };
+    return play(steps, buffer, trace, "?", add, ask, [&](ManualExecutor& executor) {
+        while (!trace.ends_with("-.")) {  // ends the producers that the schedule left waiting
+            spawn(consume(buffer, &trace), executor);
+            executor.runAll();
+        }
+    });
+}
 
 TEST(OrvaneBlockingFifoBuffer, schedules) {
-    constexpr ScheduleRow rows[] = {
+    constexpr SequencerRow rows[] = {
         {"order", 3, "123 ??? ", "+1+2+3-1-2-3"},
-        {"capacity 0 is 1", 0, "12 ?", "+1"},
+        {"capacity 0 is 1", 0, "12 ?", "+1-1+2"},
         {"a slot admits the oldest producer", 1, "123 ? ? ? ", "+1-1+2-2+3-3"},
         {"consumers in order, posted", 2, "?? 1 2 ", "+1-1+2-2"},
         {"add ends before its consumer runs", 2, "? 12 ", "+1+2-1"},
@@ -54,36 +50,7 @@ TEST(OrvaneBlockingFifoBuffer, schedules) {
         {"destroyed producer", 1, "1 x2 ??? ", "+1-1-2+2"},
         {"destroyed consumer", 1, "o? 1 ", "+1-1"},
     };
-    for (const auto& row : rows) {
-        ManualExecutor executor;
-        std::string trace;
-        {
-            const Buffer buffer(row.capacity);
-            std::vector<std::unique_ptr<Abandoned<void>>> abandoned;
-            for (const char step : std::string_view(row.steps)) {
-                switch (step) {
-                    case '?': spawn(consume(buffer, trace), executor); break;
-                    case '|': buffer.close(); break;
-                    case ' ':
-                        abandoned.clear();
-                        executor.runAll();
-                        break;
-                    case 'x':
-                        abandoned.push_back(std::make_unique<Abandoned<void>>(produce(buffer, trace, "x")));
-                        break;
-                    case 'o': abandoned.push_back(std::make_unique<Abandoned<void>>(consume(buffer, trace))); break;
-                    default: spawn(produce(buffer, trace, std::string(1, step)), executor); break;
-                }
-            }
-            EXPECT_EQ(trace, row.trace) << row.name;
-            buffer.close();
-            executor.runAll();
-            while (trace.substr(trace.size() - std::min<std::size_t>(2, trace.size())) != "-.") {
-                spawn(consume(buffer, trace), executor);  // ends the producers that the row left waiting
-                executor.runAll();
-            }
-        }
-    }
+    for (const auto& row : rows) EXPECT_EQ(traceOf(Buffer(row.setting), row.steps), row.trace) << row.name;
 }
 
 TEST(OrvaneBlockingFifoBuffer, itemsThatNobodyTakesAreFreedWithIt) {

@@ -199,6 +199,31 @@ TEST(GuidedItemSequencer, whoAsksDoesNotOvertakeWhoHasWaited) {
     EXPECT_EQ(std::pair(early, late), std::pair(0, 1));
 }
 
+/// One addition finds a thousand consumers whose items are all there; closing comes in between.
+TEST(GuidedItemSequencer, oneCallHandsOutAFewItemsAndTheRestFollowsInOrder) {
+    using Numbers = GuidedItemSequencer<int, int>;
+    int handedOut = 0;
+    const Numbers sequencer(0, [&handedOut](const int& key) { return ++handedOut, successor(key); });
+    auto add = [](Numbers target, int key) -> Task<> { co_await target.add(0, key); };
+    auto take = [](Numbers source, std::vector<int>* keys) -> Task<> {
+        keys->push_back((co_await source.next())->key);
+    };
+    ManualExecutor consumers, others;
+    std::vector<int> keys, expected{2000};
+    for (int i = 0; i < 1000; ++i) spawn(take(sequencer, &keys), consumers);
+    consumers.runAll();
+    for (int key = 999; key >= 0; --key) expected.insert(expected.begin(), key);
+    for (auto key = expected.rbegin(); key != expected.rend(); ++key) spawn(add(sequencer, *key), others);
+    others.runAll();
+    EXPECT_LT(handedOut, 500);
+    sequencer.close();
+    spawn(take(sequencer, &keys), others);
+    others.runAll();
+    consumers.runAll();
+    others.runAll();
+    EXPECT_EQ(keys, expected);
+}
+
 TEST(GroupedItemsSequencer, schedules) {
     constexpr SequencerRow rows[] = {
         {"smallest first over all groups", 0, "AB ?????? ", "+A+B-1-2-3-5-7-9"},

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <Corvex/concurrency/ClosableTaskSemaphore.h>
 #include <Corvex/concurrency/OrvaneBlockingFifoBuffer.h>
 #include <Corvex/concurrency/SimpleAsyncPool.h>
 #include <Corvex/concurrency/TaskFactory.h>
@@ -79,37 +78,6 @@ TEST(Stress, aBufferThatIsClosedAtAnyMomentDeliversWhatItTook) {
         refused += added.refused;
     }
     EXPECT_GT(refused, 0) << "no round was closed in the middle";
-}
-
-TEST(Stress, aSemaphoreThatIsClosedAtAnyMomentAnswersEveryWaiter) {
-    constexpr int taskCount = 200, limit = 3;
-    ThreadPool pool(4);
-    for (unsigned round = 0; round < 20; ++round) {
-        const ClosableTaskSemaphore semaphore(limit);
-        std::atomic<int> granted{0}, refused{0}, holders{0}, excess{0};
-        auto work = [&](unsigned seed) -> Task<> {
-            std::minstd_rand random(seed);
-            if (!co_await semaphore.wait()) {
-                ++refused;
-                co_return;
-            }
-            ++granted;
-            if (++holders > limit) ++excess;
-            co_await dawdle(random, 30);
-            --holders;
-            semaphore.signal();
-        };
-        auto body = [&](TaskGroup<>& group) -> Task<> {
-            for (unsigned i = 1; i <= taskCount; ++i) group.add(work(round * taskCount + i));
-            std::minstd_rand random(round + 1);
-            co_await dawdle(random, 2000);
-            semaphore.close();
-        };
-        spawn(withTaskGroup(body), pool).waitSync();
-        EXPECT_EQ(granted + refused, taskCount) << round;
-        EXPECT_EQ(excess.load(), 0) << round;
-        EXPECT_EQ(semaphore.activeTasks(), 0) << round;
-    }
 }
 
 /// The factory fails at random; the capacity goes up and down while items are lent. Every item that was made is either in

@@ -128,6 +128,25 @@ TEST_F(TaskFactoryTest, timeoutTaskNeverGivesAValue) {
     EXPECT_EQ(lines.size(), 1U);
 }
 
+/// Each level awaits the next one under a limit of no time; the innermost ends at once or waits.
+Task<int> nestedLimits(int depth, seconds innermost) {
+    if (depth == 0) {
+        if (innermost > seconds(0)) co_await sleepFor(innermost);
+        co_return 0;
+    }
+    const auto inner = [depth, innermost] { return nestedLimits(depth - 1, innermost); };
+    co_return 1 + co_await TaskFactory::withTimeout(0, std::nullopt, inner);
+}
+
+TEST_F(TaskFactoryTest, nestedLimitsOfNoTimeTakeNoStack) {
+    constexpr int depth = 50'000;
+    auto inTime = spawn(nestedLimits(depth, seconds(0)), executor);
+    auto late = spawn(nestedLimits(depth, seconds(1)), executor);
+    executor.runAll();
+    EXPECT_EQ(inTime.waitSync()->value(), depth);
+    EXPECT_EQ(errorOf(*late.waitSync()), "Timed out after 0");
+}
+
 struct Controls final : TaskControlArguments {
     Controls(std::optional<TaskSemaphore> ownThrottle, std::uint64_t ownTimeout)
         : semaphore(std::move(ownThrottle)), timeout(ownTimeout) {}
