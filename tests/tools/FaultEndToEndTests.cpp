@@ -162,6 +162,23 @@ TEST(FaultEndToEnd, aFullDiskIsOneClearLine) {
     }
 }
 
+TEST(FaultEndToEnd, aFullDiskLeavesNoPartOfAPageOrAPicture) {
+    const TemporaryDirectory directory;
+    writeFile(directory.path("a.cube"), "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n");
+    const std::pair<Words, std::string> rows[] = {
+        {{"generate", directory.path("share")}, "share/man/man1/corvex.1"},
+        {{"lut", "check", directory.path("a.cube"), "--plot", directory.path("a.png")}, "a.png"},
+    };
+    for (const auto& [job, name] : rows) {
+        Words words{"sh", "-c", "trap '' XFSZ; ulimit -f 2; exec \"$@\"", "sh", corvex::test::toolPath};
+        words.insert(words.end(), job.begin(), job.end());
+        const CommandResult result = run(words);
+        EXPECT_EQ(result.exitStatus, 1) << name;
+        EXPECT_EQ(result.error, "corvex: cannot write '" + directory.path(name) + "': File too large\n");
+        EXPECT_FALSE(std::filesystem::exists(directory.path(name)));
+    }
+}
+
 TEST(FaultEndToEnd, aReaderOfTheProgressMayLeave) {
     const TemporaryDirectory directory;
     const CommandResult result =

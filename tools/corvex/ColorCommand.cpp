@@ -134,6 +134,7 @@ ExitStatus listColorSpaces(bool isJson) {
 
 template <class Enumeration>
 bool isCalled(Enumeration value, std::string_view name) {
+    if (name.empty()) return false;  // as is the value of what the command line cannot ask for
     return equalsIgnoringCase(caseName(value), name) || equalsIgnoringCase(description(value), name) ||
            equalsIgnoringCase(commandLineOf(value).second, name);
 }

@@ -1,13 +1,13 @@
 // corvex generate: the manual pages and the completion scripts, from the same tables as the parsers.
 
 #include <filesystem>
-#include <fstream>
 
 #include <CLI/CLI.hpp>
 
 #include <tools/corvex/Subcommand.h>
 #include <tools/corvex/manual/Completion.h>
 #include <tools/corvex/manual/ManualPage.h>
+#include <tools/corvex/writeBytes.h>
 
 namespace corvex::tool {
 namespace {
@@ -15,13 +15,15 @@ namespace {
 void writeText(const std::filesystem::path& file, const std::string& text) {
     std::error_code error;  // what it would say, the file says, too
     std::filesystem::create_directories(file.parent_path(), error);
-    std::ofstream stream(file, std::ios::binary);
-    stream << text;
-    stream.close();
-    if (!stream) throw JobError("cannot write " + inQuotes(file.native()));
+    OutputFile output(file, {}, true);
+    writeBytes(output, std::as_bytes(std::span(text)));
+    output.publish();
 }
 
 void generate(const CLI::App& app, const std::filesystem::path& directory) {
+    if (directory.empty()) {  // as from a variable that was never set
+        throw UsageError("generate: DIR '': expected a folder, as ~/.local/share, or . for this one");
+    }
     const std::vector<CommandPlace> places = commandPlaces(app);
     for (const CommandPlace& place : places) {
         if (!hasManualPage(place)) continue;

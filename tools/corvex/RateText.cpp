@@ -41,8 +41,8 @@ VideoFrameRate parseRate(const std::string& text) {
     }
     if (pair->first <= 0 || pair->second <= 0) throw UsageError("a frame rate must be above 0, not " + inQuotes(text));
     const MediaRational rate(pair->first, pair->second);
-    if (rate.rawValue() >= std::numeric_limits<std::uint32_t>::max()) {
-        throw UsageError("a frame rate must be below 2^32, not " + inQuotes(text));
+    if (rate.rawValue() > std::numeric_limits<std::uint32_t>::max()) {
+        throw UsageError("a frame rate must be at most 4294967295, not " + inQuotes(text));
     }
     if (text.find('.') == std::string::npos) return VideoFrameRate(rate);
     const auto nearest = closestFrameRate(rate.rawValue(), 0.01);

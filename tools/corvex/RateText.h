@@ -10,8 +10,8 @@
 namespace corvex::tool {
 
 /// The frame rate that a user wrote as 25, 12.5, 30000/1001 or fps29_97. A decimal number within 0.01 of a rate over
-/// 1001 is that rate: 29.97, 23.98. Throws UsageError for any other text, and for a rate that is not above 0 or rounds to
-/// more than 32 bits.
+/// 1001 is that rate: 29.97, 23.98. Throws UsageError for any other text, and for a rate that is not above 0 or is
+/// beyond 32 bits.
 [[nodiscard]] VideoFrameRate parseRate(const std::string& text);
 
 /// The common rate that a number of two or three decimal digits rounds: 29.97 and 29.970 are both 30000/1001.

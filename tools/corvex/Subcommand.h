@@ -15,7 +15,7 @@ namespace corvex::tool {
 
 /// What a subcommand works on.
 struct Invocation {
-    std::vector<std::string> words;  ///< The words after "--", as given: another program's language, not the tool's.
+    std::vector<std::string> words;  ///< Of `args` those after "--", as given: another program's language.
     bool hasWords = false;           ///< Whether there was a "--" at all.
 };
 
@@ -39,7 +39,8 @@ void addTimecodeCommand(CLI::App& app, const Invocation& invocation, Action& act
 void addTranscodeCommand(CLI::App& app, const Invocation& invocation, Action& action);
 void addVocabularyCommand(CLI::App& app, const Invocation& invocation, Action& action);
 
-/// Does what the words ask of a subcommand. Everything up to "--" is the tool's own; what follows is taken as it stands.
+/// Does what the words ask of a subcommand. What follows "--" is an operand whatever it looks like; of `args` another
+/// program's language.
 /// Throws UsageError, and what the subcommand throws.
 ExitStatus runSubcommand(std::vector<std::string> own);
 

@@ -28,19 +28,23 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-std::optional<std::string_view> suggestedFlag(std::string_view unknown) {
-    constexpr std::size_t longestWord = 64;  // what is longer was no flag with a slip of the finger
+std::optional<std::string_view> suggestedWord(std::string_view unknown, std::span<const std::string_view> known) {
+    constexpr std::size_t longestWord = 64;  // what is longer was no word with a slip of the finger
     if (unknown.size() > longestWord) return std::nullopt;
     std::optional<std::string_view> best;
     std::size_t bestDistance = unknown.size() / 3 + 1;
-    for (const std::string_view flag : TranscodeCliArguments::allKnownCommandFlags()) {
-        const std::size_t distance = editDistance(unknown, flag);
+    for (const std::string_view word : known) {
+        const std::size_t distance = editDistance(unknown, word);
         if (distance < bestDistance) {
             bestDistance = distance;
-            best = flag;
+            best = word;
         }
     }
     return best;
+}
+
+std::optional<std::string_view> suggestedFlag(std::string_view unknown) {
+    return suggestedWord(unknown, TranscodeCliArguments::allKnownCommandFlags());
 }
 
 }  // namespace corvex::tool

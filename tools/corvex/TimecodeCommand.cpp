@@ -36,7 +36,14 @@ std::int64_t parseFrames(const std::string& text) {
     return *frames;
 }
 
-/// The frame of a label whose number, and that of the label `count` frames on, fit into 64 bits.
+/// Whether counting comes by the frame's label: not by 00:00:00:25 at 25, nor by one that drop frame leaves out.
+bool isLabelOf(const TimecodeFrame& frame, bool dropsFrames) {
+    const auto counted =
+        TimecodeComponents::timecodeComponents(frame.frameNumber(), frame.fullFramesPerSecond(), dropsFrames);
+    return counted.timecodeString() == frame.components().timecodeString();
+}
+
+/// The frame of a label whose number, and that of the label `count` frames on, fit into 64 bits and are not below 0.
 TimecodeFrame frameOf(const TimecodeChoices& choices, std::int64_t count = 0) {
     const TimecodeComponents components = parseTimecode(choices.text);
     const VideoFrameRate rate = parseRate(choices.rate);
@@ -48,9 +55,17 @@ TimecodeFrame frameOf(const TimecodeChoices& choices, std::int64_t count = 0) {
     if (number > most || number + count > most) {
         throw UsageError("the frame number of " + inQuotes(choices.text) + " goes beyond 64 bits");
     }
-    if (components.isDropFrame() && !rate.rational().isNTSCDropFrameCompliant()) {
+    if (frame.frameNumber() + Int128{count} < 0) {
+        throw UsageError(inQuotes(choices.count) + " frames from " + inQuotes(choices.text) +
+                         " lies before 00:00:00:00; no label does");
+    }
+    const bool dropsFrames = components.isDropFrame() && rate.rational().isNTSCDropFrameCompliant();
+    if (components.isDropFrame() != dropsFrames) {
         fmt::print(stderr, "corvex: note: {} frames per second drop no frames; the label is counted without drops\n",
                    choices.rate);
+    } else if (!isLabelOf(frame, dropsFrames)) {
+        fmt::print(stderr, "corvex: note: {} frames per second have no label {}; it is counted as it stands\n",
+                   choices.rate, choices.text);
     }
     return frame;
 }
@@ -95,6 +110,7 @@ void printLabel(const TimecodeChoices& choices, const TimecodeComponents& label)
 
 ExitStatus at(const TimecodeChoices& choices) {
     const std::int64_t frame = parseFrames(choices.text);
+    if (frame < 0) throw UsageError(inQuotes(choices.text) + " lies before 00:00:00:00; expected a frame from 0");
     const MediaRational rate = parseRate(choices.rate).rational();
     if (choices.isDrop && !rate.isNTSCDropFrameCompliant()) {
         fmt::print(stderr, "corvex: note: {} frames per second is no drop-frame rate of SMPTE ST 12-1\n", choices.rate);

@@ -22,10 +22,11 @@ public:
     using Error::Error;
 };
 
-/// The text in single quotes, as messages show what a user wrote.
-[[nodiscard]] inline std::string inQuotes(std::string_view text) { return "'" + std::string(text) + "'"; }
+/// The text in single quotes, as messages show what a user wrote. Control characters, which a terminal would obey, and
+/// bytes that are no UTF-8 appear as "\x1b".
+[[nodiscard]] std::string inQuotes(std::string_view text);
 
-/// Writes "corvex: MESSAGE" as one line to standard error.
+/// Writes "corvex: MESSAGE" as one line to standard error, with control characters as inQuotes() has them.
 void printError(const std::string& message);
 
 }  // namespace corvex::tool

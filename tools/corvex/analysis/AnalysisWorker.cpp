@@ -1,7 +1,6 @@
 #include <tools/corvex/analysis/AnalysisWorker.h>
 
 #include <algorithm>
-#include <fstream>
 #include <memory>
 #include <optional>
 
@@ -18,6 +17,7 @@
 #include <tools/corvex/worker/ProgressReporter.h>
 #include <tools/corvex/worker/StopRequest.h>
 #include <tools/corvex/worker/TransferReporter.h>
+#include <tools/corvex/writeBytes.h>
 
 namespace corvex::tool {
 namespace {
@@ -94,10 +94,7 @@ private:
 
 void writeResults(OutputFile& file, const AnalysisResults& results) {
     const std::string text = results.text();
-    std::ofstream stream(file.pathWhileWriting(), std::ios::binary);
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    stream.close();
-    if (!stream) throw JobError("the system took only a part of it");
+    writeBytes(file, std::as_bytes(std::span(text)));
     file.publish();
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/OutputFile.h>
 #include <tools/corvex/worker/StopRequest.h>
+#include <tools/corvex/writeBytes.h>
 
 namespace corvex::tool {
 namespace {
@@ -91,10 +91,7 @@ void PendingFiles::write(const std::filesystem::path& file, const std::vector<st
         throw JobError("cannot write " + inQuotes(file.string()) + ": the file exists");
     }
     OutputFile output(file, {}, false);
-    std::ofstream stream(output.pathWhileWriting(), std::ios::binary);
-    stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    if (!stream) throw JobError("cannot write '" + file.string() + "'");
+    writeBytes(output, std::as_bytes(std::span(bytes)));
     files_.reserve(files_.size() + 1);
     output.publish();
     files_.push_back(file);

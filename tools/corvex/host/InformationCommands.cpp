@@ -15,6 +15,7 @@
 #include <tools/corvex/vocabulary/FlagVocabulary.h>
 #include <tools/corvex/vocabulary/KnownValues.h>
 #include <tools/corvex/worker/AudioFormatSettings.h>
+#include <tools/corvex/worker/RequestText.h>
 #include <tools/corvex/worker/VideoCodecSettings.h>
 
 namespace corvex::tool {
@@ -118,14 +119,17 @@ static_assert(std::size(answers) == OAVTranscodeCliCommand::allCases().size() + 
 
 bool answerInformationCommands(const std::vector<std::string>& words) {
     std::vector<const Answer*> given;
-    for (const std::string& word : words) {
-        const std::string testForm = lowercased(trimmed(word));
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string testForm = lowercased(trimmed(words[i]));
         const auto found = std::find_if(std::begin(answers), std::end(answers),
                                         [&](const Answer& answer) { return answer.command.rawValue() == testForm; });
-        if (found == std::end(answers) || std::find(given.begin(), given.end(), &*found) != given.end()) continue;
-        found->print();
-        given.push_back(&*found);
+        if (found == std::end(answers)) continue;
+        if (i + 1 < words.size() && !trimmed(words[i + 1]).starts_with('-')) {
+            failExpecting(found->command.rawValue(), words[i + 1], "no value, as it only asks");
+        }
+        if (std::find(given.begin(), given.end(), &*found) == given.end()) given.push_back(&*found);
     }
+    for (const Answer* answer : given) answer->print();
     return !given.empty();
 }
 

@@ -5,7 +5,6 @@
 #include <climits>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <span>
 #include <utility>
 #include <vector>
@@ -17,6 +16,7 @@ extern "C" {
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/InputFile.h>
 #include <Corvex/platform/Text.h>
+#include <tools/corvex/writeBytes.h>
 
 namespace corvex::tool {
 namespace {
@@ -293,7 +293,7 @@ SampleFormat StillImage::formatIn(StillFileKind kind) const {
     return *samplesOf(*av_pix_fmt_desc_get(encodedFormat(kind, format_, hasAlpha())));
 }
 
-void StillImage::write(const std::string& path, StillFileKind kind) const {
+void StillImage::write(const OutputFile& file, StillFileKind kind) const {
     const AVPixelFormat format = encodedFormat(kind, format_, hasAlpha());
     require(samplesOf(*av_pix_fmt_desc_get(format)) == format_, "the file keeps pictures of this depth in another one");
     const AVCodec* const codec = avcodec_find_encoder(codecOf(kind));
@@ -314,11 +314,7 @@ void StillImage::write(const std::string& path, StillFileKind kind) const {
     check(avcodec_send_frame(context.get(), nullptr), what);
     const PacketPointer packet = makePacket();
     check(avcodec_receive_packet(context.get(), packet.get()), what);
-    std::ofstream file(path, std::ios::binary);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    file.write(reinterpret_cast<const char*>(packet->data), packet->size);
-    file.close();
-    if (!file) throw JobError("writing the picture failed");
+    writeBytes(file, std::as_bytes(std::span(packet->data, static_cast<std::size_t>(packet->size))));
 }
 
 }  // namespace corvex::tool

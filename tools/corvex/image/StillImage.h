@@ -8,6 +8,7 @@
 #include <Corvex/lut/PixelBuffer.h>
 #include <Corvex/platform/CaseTable.h>
 #include <tools/corvex/worker/FFmpeg.h>
+#include <tools/corvex/worker/OutputFile.h>
 
 namespace corvex::tool {
 
@@ -44,7 +45,7 @@ public:
     [[nodiscard]] SampleFormat formatIn(StillFileKind kind) const;
 
     /// Writes a file that holds the picture in the depth that `formatIn` gives, which must be its own. Throws JobError.
-    void write(const std::string& path, StillFileKind kind) const;
+    void write(const OutputFile& file, StillFileKind kind) const;
 
 private:
     StillImage(FramePointer frame, SampleFormat format) noexcept : frame_(std::move(frame)), format_(format) {}

@@ -37,7 +37,7 @@ ExitStatus applyLut(const LutApplyChoices& choices) {
     StillImage input = StillImage::read(choices.input);
     StillImage output = input.blankCopy(input.formatIn(*kind));
     makeApplier(choices, *table, input.format(), output.format()).apply(input.pixels(), output.pixels());
-    output.write(target.pathWhileWriting(), *kind);
+    output.write(target, *kind);
     target.publish();
     if (LutFacts(*table).clips()) {
         printError("note: values of " + inQuotes(choices.table) + " below 0 or above full scale were clipped");

@@ -185,7 +185,7 @@ ExitStatus checkLuts(const LutCheckChoices& choices) {
         if (!facts) {
             status = ExitStatus::jobFailed;
         } else if (target) {
-            plotted(*facts).write(target->pathWhileWriting(), StillFileKind::png);
+            plotted(*facts).write(*target, StillFileKind::png);
             target->publish();
         }
     }

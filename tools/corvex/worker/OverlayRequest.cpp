@@ -7,6 +7,7 @@
 
 #include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/platform/Text.h>
+#include <Corvex/platform/Utf8.h>
 #include <tools/corvex/worker/RequestText.h>
 
 namespace corvex::tool {
@@ -70,6 +71,7 @@ std::optional<OverlayRequest::Text> textOf(const Arguments& arguments) {
     OverlayRequest::Text text;
     text.text = arguments.watermarkText().value_or("");
     if (text.text.empty()) throw UsageError("-wmt_burn: expected -wmt_text with the text to draw beside it");
+    if (utf8Extent(text.text).end != Utf8End::complete) failExpecting("-wmt_text", text.text, "a text in UTF-8");
     text.anchor = anchorOf(arguments, OAVWatermarkTextBurnAnchorFlag, OAVAnchorTopLeft);
     text.style.size = sizeOf(arguments, OAVWatermarkTextBurnFontSizeFlag);
     text.style.font = colorOf(arguments, OAVWatermarkTextBurnFontRGBFlag, arguments.watermarkTextFontColor())
