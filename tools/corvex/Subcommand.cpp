@@ -39,6 +39,7 @@ std::string problemOfUnexpected(const std::string& given, const CLI::App& comman
     const bool isOption = word == given && word.starts_with('-');
     if (!isOption && children.empty()) return fmt::format("unexpected {}; expected {}", inQuotes(word), synopsis);
     std::vector<std::string> texts;
+    texts.reserve(children.size());
     for (const CLI::App* child : children) texts.push_back(child->get_name());
     for (const CLI::Option* option : command.get_options()) {
         for (const std::string& name : option->get_lnames()) texts.push_back("--" + name);
