@@ -1,5 +1,6 @@
 // The tool's words: what it answers, and how it refuses.
 
+#include <algorithm>
 #include <filesystem>
 
 #include <gmock/gmock.h>
@@ -296,6 +297,9 @@ TEST(RefusalEndToEnd, wordsThatCannotBeUsed) {
         {"transcode", 2, "-in is missing"},
         {"transcode -in a.mov -out b.mov -xyzzyx -plughplugh", 2, "'-plughplugh'"},
         {"transcode -in a.mov -out b.mov -vbr -5", 2, "'-5' is no value of -vbr"},
+        {"transcode extra -in a.mov -out b.mov", 2, "'extra': expected a flag before it"},
+        {"transcode -in a.mov -out b.mov -overwrite false", 2, "-overwrite 'false': the flag takes no value"},
+        {"transcode -in a.mov -in_0_0 b.mov -out c.mov", 2, "-in and -in_0_0: expected one"},
         {"-isTranscoder -in a.mov -out b.mov -parentPid x", 2, "-parentPid 'x'"},
         {"-isAnalyzer", 64, "-pathToAnalyze is missing"},
         {"color show rec709x", 2, "no colour is called 'rec709x'; known are rec2020, rec709, "},
@@ -339,6 +343,14 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
          {std::pair("front", 0.6), {"plain", 0.9}, {"mkv", 0.95}, {"avi", 0.6}, {"wav", 0.6}, {"mp4", 0.1}}) {
         cut(name, part);
     }
+    std::string damaged = readFile(clip("silent"));
+    std::fill_n(damaged.begin() + static_cast<std::ptrdiff_t>(damaged.find("mdat") + 4), 1000, '\0');
+    writeFile("damaged.mov", damaged);
+    const std::string table = "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n";
+    writeFile("table.cube", table);
+    const std::filesystem::path plain(clip("plain"));
+    std::filesystem::create_directory("shots");
+    std::filesystem::copy_file(plain, "shots" / plain.filename());
     writeFile("empty.mov", "");
     writeFile("text.mov", "This is no film, but a text that somebody renamed.\n");
     writeFile("taken.mov", "mine");
@@ -361,9 +373,11 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in_0_0 @plain -in_0_1 @tracks -out out.mov", 1, "3 audio tracks, the first file 1"},
             {"-in_0_0 @plain -in_0_1 missing.mov -out out.mov", 1, "missing.mov': no such"},
             {"-in @plain -out out.mov -progress_file @plain", 1, "a file of the job itself"},
+            {"-in @plain -out out.mov -clut table.cube -progress_file table.cube", 1, "a file of the job itself"},
             {"-in @plain -out out.mov -progress_file /nonexistent/p", 1, "-progress_file '/nonexistent/p'"},
             {"-in @plain -out /nonexistent/out.mov", 1, "'/nonexistent/out.mov'"},
             {"-in @plain -out out.mov -work_dir /nonexistent", 1, "'/nonexistent'"},
+            {"-in @plain -out out.mov -vr 0.001", 1, "none of its pictures falls on a frame of the output"},
             {"-in @plain -out out.mov -v_decoder vt", 1, "-v_decoder vt"},
             {"-in @plain -out out.mov -clut look.cube", 1, "'look.cube' is no look-up table"},
             {"-in @plain -out out.mov -vbd 9", 2, "8, 10"},
@@ -374,6 +388,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -tc_track -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_burn -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_track -tc_creation", 1, "-tc_creation"},
+            {"-in damaged.mov -out out.mov", 1, "damaged after frame 0"},
             {"-in cut-front -out out.mov", 1, "is truncated: its index names"},
             {"-in cut-plain -out out.mov", 1, "no readable media"},
             {"-in cut-mkv -out out.mov", 1, "is truncated: its header names"},
@@ -384,10 +399,14 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out taken.mov", 1, "-overwrite"},
             {"-in_0_0 @plain -in_0_1 cut-front -out taken.mov -overwrite", 1, "truncated"},
             {"-in @plain -out @plain -overwrite", 1, "a source is never replaced"},
+            {"-in_0_0 @plain -in_1_0 @mkv -in_1_1 shots/" + plain.filename().string() + " -out shots -overwrite", 1,
+             "is also an input; a source is never replaced"},
         },
         "transcode ");
     EXPECT_EQ(room.entries(), before);
     EXPECT_EQ(readFile("taken.mov"), "mine");
+    EXPECT_EQ(readFile("table.cube"), table);
+    EXPECT_TRUE(readFile("shots" / plain.filename()) == source);
     EXPECT_TRUE(readFile(clip("plain")) == source);
 }
 

@@ -361,6 +361,8 @@ TEST_F(TranscodeEndToEnd, eachOptionShowsInTheResult) {
         {"a.mov", "-in @plain -vprofile high422 -vbd 8 -v_colrange f -acl_tag 6553601",
          "video 0 profile High 4:2:2, video 0 pix_fmt yuvj422p, video 0 color_range pc, audio 0 channels 1"},
         {"a.mov", "-in @plain -vcodec h265 -vprofile main10 -mf 5", "video 0 profile Main 10"},
+        {"a.mov", "-in @plain -mf 9223372036854775807", "video 0 nb_read_packets 25, audio 0 duration 1.000000"},
+        {"a.mov", "-in_0_0 @mkv -in_0_1 @fields -in_0_2 @plain -mf 30", "video 0 nb_read_packets 30"},
         {"a.mov", "-in @plain -vr 29.97 -acl_bitmap L R C LFE Ls Rs",
          "video 0 r_frame_rate 30000/1001, video 0 nb_read_packets 30, audio 0 channel_layout 5.1(side)"},
         {"a.mov", "-in @plain -vr 12.5 -lang_code deu -alang_code hrv",

@@ -55,8 +55,8 @@ void refuseWordsWithoutEffect(const TranscodeCliArguments& arguments, const std:
         throw UsageError(inQuotes(words.front()) + ": expected a flag before it, as -in");
     }
     const ArgumentLookup& lookup = arguments.flagValueLookup();
-    const auto numbered = std::find_if(lookup.begin(), lookup.end(),
-                                       [](const auto& entry) { return entry.first.starts_with("-in_"); });
+    const auto numbered =
+        std::find_if(lookup.begin(), lookup.end(), [](const auto& entry) { return entry.first.starts_with("-in_"); });
     if (numbered != lookup.end() && arguments.hasArgumentFlag("-in")) {
         throw UsageError("-in and " + numbered->first + ": expected one of the two ways to name inputs");
     }

@@ -47,7 +47,8 @@ void requireOwnProgressFile(const TranscodeJob& job, const TranscodeCliArguments
                std::filesystem::weakly_canonical(job.progressFile, error) ==
                    std::filesystem::weakly_canonical(other, error);
     };
-    const bool isTable = isSame(arguments.lutFile().value_or("")), isImage = isSame(arguments.watermarkFilePath().value_or(""));
+    const bool isTable = isSame(arguments.lutFile().value_or("")),
+               isImage = isSame(arguments.watermarkFilePath().value_or(""));
     if (isSame(job.output) || std::any_of(job.inputs.begin(), job.inputs.end(), isSame) || isTable || isImage) {
         throw JobError("-progress_file " + inQuotes(job.progressFile) + ": is a file of the job itself");
     }
