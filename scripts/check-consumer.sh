@@ -7,8 +7,7 @@ kind=$1
 cd "$root"
 case $kind in
     shared) preset=release; ./scripts/build.sh release ;;
-    static) preset=static; ./scripts/build.sh static -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=24 \
-        -DCMAKE_CXX_FLAGS_RELEASE=-O0 ;;  # to link
+    static) preset=static; ./scripts/build.sh static -DCMAKE_CXX_FLAGS_RELEASE=-O0 ;;  # to link
     *) echo "usage: $0 shared|static" >&2; exit 2 ;;
 esac
 work=$(mktemp -d)
