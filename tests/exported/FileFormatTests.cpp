@@ -2,7 +2,6 @@
 #include <Corvex/exported/OAVTranscodeArgumentFileFormatValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
 
-#include <algorithm>
 #include <string>
 #include <thread>
 #include <vector>

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cctype>
-#include <optional>
 #include <string>
 
 #include <google/protobuf/util/json_util.h>

@@ -120,6 +120,8 @@ TEST(AnswersEndToEnd, holdInTheirText) {
         {"audio list", "ima4  apple_ima4      IMA 4:1 ADPCM   can be passed"},
         {"color list", "Rec. 601 - EBU 3213        ebu_3213"},
         {"color show p3D65", "signal              primaries p3D65, transfer function rec709, matrix rec709\n"},
+        {"media makers", "ARRI\nAdobe\n"},
+        {"media containers", "QuickTime       mov\n"},
         {"vocabulary", "-vbr VALUE: number, Mbit/s\n"},
     };
     std::string line, answer;

@@ -65,10 +65,9 @@ TEST(FrameGeometry, anchorsPlaceTheCrop) {
         int x, y;  // of a square out of 300x100, and of one out of 100x300
     };
     const AnchorRow rows[] = {
-        {OAVAnchorTopLeft, 0, 0},
-        {OAVAnchorCenter, 100, 100},
-        {OAVAnchorCenterRight, 200, 100},
-        {OAVAnchorBottomCenter, 100, 200},
+        {OAVAnchorTopLeft, 0, 0},      {OAVAnchorTopCenter, 100, 0},      {OAVAnchorTopRight, 200, 0},
+        {OAVAnchorCenterLeft, 0, 100}, {OAVAnchorCenter, 100, 100},       {OAVAnchorCenterRight, 200, 100},
+        {OAVAnchorBottomLeft, 0, 200}, {OAVAnchorBottomCenter, 100, 200}, {OAVAnchorBottomRight, 200, 200},
     };
     for (const AnchorRow& row : rows) {
         const FrameRequest request{PixelSize{50, 50}, OAVCropAspect, row.anchor};

@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <sstream>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>

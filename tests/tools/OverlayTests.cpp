@@ -147,9 +147,11 @@ TEST(OverlayPlace, keepsToTheSafeTitleAreaWhereThereIsRoom) {
     };
     const Row rows[] = {
         {OAVAnchorTopLeft, 200, 100, 96, 54},        {OAVAnchorTopCenter, 200, 100, 860, 54},
-        {OAVAnchorCenterRight, 200, 100, 1624, 490}, {OAVAnchorBottomRight, 200, 100, 1624, 926},
-        {OAVAnchorBottomRight, 1920, 1080, 0, 0},    {OAVAnchorTopLeft, 1900, 1078, 10, 0},
-        {OAVAnchorCenter, 201, 99, 858, 490},
+        {OAVAnchorTopRight, 200, 100, 1624, 54},     {OAVAnchorCenterLeft, 200, 100, 96, 490},
+        {OAVAnchorCenter, 200, 100, 860, 490},       {OAVAnchorCenterRight, 200, 100, 1624, 490},
+        {OAVAnchorBottomLeft, 200, 100, 96, 926},    {OAVAnchorBottomCenter, 200, 100, 860, 926},
+        {OAVAnchorBottomRight, 200, 100, 1624, 926}, {OAVAnchorBottomRight, 1920, 1080, 0, 0},
+        {OAVAnchorTopLeft, 1900, 1078, 10, 0},       {OAVAnchorCenter, 201, 99, 858, 490},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.anchor.rawValue()) + " " + std::to_string(row.width));

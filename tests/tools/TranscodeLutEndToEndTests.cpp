@@ -1,6 +1,5 @@
 // "-clut" against pictures that are computed here: every frame of the source as R'G'B', looked up in plain loops.
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>
