@@ -2,6 +2,7 @@
 #include <Corvex/exported/OAVTranscodeArgumentFileFormatValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>
 
+#include <algorithm>
 #include <string>
 #include <thread>
 #include <vector>
@@ -85,7 +86,12 @@ TEST_F(CodecLists, mayBeReplacedWhileOthersAsk) {
     }
 }
 
-TEST(FileExtension, textsAreSmallLettersAndDigits) {
+TEST(FileExtension, holdsEveryExtensionOfTheSystem) {
+    const std::vector<std::string_view> named{
+        "mov", "mxf",  "mp4", "m4v",  "m4a", "m4p",  "m4b", "m4r", "avi",  "r3d",   "braw", "dpx",    "arx", "cine",
+        "wav", "alut", "cms", "cube", "dat", "ilut", "lut", "mga", "olut", "1dlut", "3dl",  "3dmesh", "txt", "xml",
+    };
+    for (const auto text : named) EXPECT_NE(fromRawValue<FileExtension>(text), std::nullopt) << text;
     for (const auto extension : allCases<FileExtension>) {
         const auto text = rawValue(extension);
         EXPECT_EQ(text.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789"), std::string_view::npos) << text;

@@ -17,8 +17,18 @@ std::string joined(const Words& words) {
     }
     return text;
 }
-// The flags as hosts and workers of every version exchange them, in the order of their cases.
+template <class... Constant>
+std::string together(const Constant&... constants) {
+    std::string text = ((std::string(constants.rawValue()) + " ") + ...);
+    text.pop_back();
+    return text;
+}
+
+// The families' words as hosts and workers of every version exchange them, in the order of their cases.
 TEST(Vocabulary, flagsKeepTheirTextsAndOrder) {
+    EXPECT_EQ(joined(OAVTranscodeCliCommand::allCases()),
+              "-h -codecs -formats -version -acknowledge -presets -aspect_scalings -crop_anchors -color_spaces "
+              "-audio_channel_layouts -audio_bitmap_values -tc_burn_anchors -gpu_devices -color_matrix -transfer_func");
     EXPECT_EQ(joined(OAVTranscodeArgumentFlag::allCases()),
               "-in -out -progress_file -progress_prefix -overwrite -file_format -clut -web -preset -work_dir "
               "-legacy-pipeline -lang_code");
@@ -36,6 +46,39 @@ TEST(Vocabulary, flagsKeepTheirTextsAndOrder) {
     EXPECT_EQ(joined(OAVTranscodeWatermarkTextArgumentFlag::allCases()),
               "-wmt_burn -wmt_text -wmt_size -wmt_anchor -wmt_font_rgb -wmt_box_rgb");
     EXPECT_EQ(joined(OAVTranscodeArriLookArgumentFlag::allCases()), "-arri_cs -arri_wp -arri_curve -arri_inv_res");
+}
+
+TEST(Vocabulary, valuesKeepTheirTextsAndOrder) {
+    EXPECT_EQ(joined(OAVTranscodeArgumentFileFormatValue::allCases()), "qt mp4 wav");
+    EXPECT_EQ(joined(OAVTranscodeArgumentVideoCodecValue::allCases()),
+              "dnxhd dnxhrlb dnxhrsq dnxhrhq dnxhrhqx dnxhr444 h264 h265 mjpeg mp4 prores4444 prores4444xq prores422 "
+              "prores422hq prores422lt prores422proxy");
+    EXPECT_EQ(joined(OAVTranscodeArgumentAspectRatioValue::allCases()), "match stretch letterbox crop");
+    EXPECT_EQ(joined(OAVTranscodeArgumentOverlayAnchorValue::allCases()), "tl tc tr cl c cr bl bc br");
+    EXPECT_EQ(joined(OAVTranscodeArgumentAudioFormatValue::allCases()),
+              "lpcm aac apple_lossless aac_he aac_eld apple_ima4");
+    EXPECT_EQ(joined(OAVTranscodeArgumentAudioChannelLayoutValue::allCases()), "mono stereo quad pent hex oct");
+    EXPECT_EQ(joined(OAVTranscodeEngineValue::allCases()), "av_found ffmpeg");
+    EXPECT_EQ(joined(OAVUnifiedCodecDecoderValue::allCases()), "av_found ffmpeg vt smdk");
+}
+
+// Words that belong to no list, and so to no other test.
+TEST(Vocabulary, wordsOutsideTheCasesKeepTheirTexts) {
+    EXPECT_EQ(together(OAVCliWatermarkFileBurnAnchorsFlag, OAVAudioChannelLayoutDescriptionsFlag,
+                       OAVAudioChannelLayoutBitmapFlag, OAVTimecodeBurnAnchorFlag),
+              "-wmf_burn_anchors -acl_descs -acl_bitmap -tc_burn_anchor");
+    EXPECT_EQ(together(OAVArriLookColorSpaceRec709, OAVArriLookColorSpaceRec2020, OAVArriLookColorSpaceP3,
+                       OAVArriLookColorSpaceAP0, OAVArriLookColorSpaceAWG3, OAVArriLookColorSpaceAWG4),
+              "rec709 rec2020 p3 ap0 awg3 awg4");
+    EXPECT_EQ(together(OAVArriCurveBT1886, OAVArriCurveDCI, OAVArriCurvePQ, OAVArriCurveHLG, OAVArriCurveLogC3,
+                       OAVArriCurveLogC4, OAVArriCurveLinear),
+              "bt1886 dci pq hlg logc3 logc4 linear");
+    EXPECT_EQ(together(OAVArriWhitePointD60, OAVArriWhitePointDCI, OAVArriWhitePointD65, OAVArriLookResolutionIgnore,
+                       OAVArriLookResolutionFirst),
+              "d60 dci d65 ignore first");
+    EXPECT_EQ(together(OAVGpuPlatformOpenCLFlag, OAVGpuPlatformMetalFlag, OAVGpuPlatformDefaultPlatformFlag,
+                       OAVCopySourceValue, OAV_T_UseGamma),
+              "opencl metal default copy tf_gamma");
 }
 
 /// The flags of a family that take no value.

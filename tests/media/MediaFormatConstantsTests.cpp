@@ -32,6 +32,30 @@ Texts extensionsOf(const ORVMediaFileContainer& container, std::size_t stopAt = 
     return given;
 }
 
+template <class Family>
+Texts texts() {
+    Texts given;
+    for (const Family& value : Family::allCases()) given.emplace_back(value.rawValue());
+    return given;
+}
+
+TEST(MediaVocabulary, textsAreThoseThatUsersReadAndMetadataStore) {
+    EXPECT_THAT(texts<ORVMediaCorporation>(),
+                ElementsAre("Adobe", "Apple", "ARRI", "Avid", "Blackmagic", "Canon", "CODEX", "Convergent Design",
+                            "DJI", "Insta360", "GoPro", "JVC", "Nikon", "Panasonic", "Phantom", "RED", "Sony"));
+    EXPECT_THAT(texts<ORVMediaFileContainer>(), ElementsAre("AVI", "HDE", "Image Sequence", "MP4", "MXF", "NEV",
+                                                            "QuickTime", "R3D", "BRAW", "DPX", "CINE"));
+    EXPECT_THAT(texts<ORVMediaRecordingFormat>(), ElementsAre("AVCHD", "CinemaDNG", "P2", "Raw Volume", "XDCAM"));
+    EXPECT_THAT(texts<ORVVideoCodec>(),
+                ElementsAre("MPEG", "AES", "ARRIRAW", "ARRIRAW HDE", "RDD 18", "ARRICORE CBE", "ARRICORE VBE",
+                            "Avid DNxHD", "Avid DNxHR", "Blackmagic RAW", "Canon RAW", "Cineform", "H.264", "H.265",
+                            "JPEG", "MP2", "MP4", "ProRes", "ProRes 422", "ProRes 4444", "ProRes RAW", "REDCODE RAW"));
+    EXPECT_THAT(
+        texts<ORVCameraSeries>(),
+        ElementsAre("Arri Alexa", "Arri Amira", "Blackmagic URSA", "Canon EOS", "GoPro Hero", "Panasonic AVCCAM",
+                    "Panasonic P2", "Panasonic VariCam", "RED DSMC2", "Sony NXCAM", "Sony XAVC", "Sony XDCAM"));
+}
+
 TEST(MediaFormatConstants, extensionsOfContainersKeepTheirOrderAndTheirDots) {
     EXPECT_THAT(extensionsOf(ORVMediaFileContainerMP4), ElementsAre("mp4", "m4v", ".m4a", ".m4p", ".m4b", ".m4r"));
     EXPECT_THAT(extensionsOf(ORVMediaFileContainerMP4, 2), ElementsAre("mp4", "m4v"));

@@ -25,15 +25,33 @@ TEST(FourCharacterCode, readsAndShowsFourBytes) {
     for (const Row& row : rows) EXPECT_EQ(FourCharacterCode(row.value).description(), row.text);
 }
 
-TEST(OrvaneAudioFormat, isKnownByItsCode) {
-    for (const OrvaneAudioFormat format : allCases<OrvaneAudioFormat>) {
-        EXPECT_EQ(audioFormatFromCoreAudio(coreAudioEquivalent(format)), format);
-        EXPECT_EQ(Json(format), Json(outputFormat(format).rawValue()));
+TEST(OrvaneAudioFormat, hasItsCodeItsValueAndItsSupportLevel) {
+    struct Row {
+        OrvaneAudioFormat format;
+        FourCharacterCode code;
+        const char* outputFormat;
+        AVFoundationAudioEncodingSupportLevel level;
+    };
+    using enum AVFoundationAudioEncodingSupportLevel;
+    constexpr Row rows[] = {
+        {lpcm, "lpcm", "lpcm", fullyEncodable},
+        {appleLossless, "alac", "apple_lossless", fullyEncodable},
+        {aac, "aac ", "aac", fullyEncodable},
+        {aacHe, "aach", "aac_he", fullyEncodable},
+        {aacEld, "aace", "aac_eld", passthroughCapable},
+        {appleIma4, "ima4", "apple_ima4", passthroughCapable},
+    };
+    ASSERT_EQ(std::size(rows), allCases<OrvaneAudioFormat>.size());
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const Row& row = rows[i];
+        EXPECT_EQ(allCases<OrvaneAudioFormat>[i], row.format);
+        EXPECT_EQ(coreAudioEquivalent(row.format), row.code);
+        EXPECT_EQ(audioFormatFromCoreAudio(row.code), row.format);
+        EXPECT_EQ(outputFormat(row.format).rawValue(), row.outputFormat);
+        EXPECT_EQ(avEncodingSupportLevel(row.format), row.level) << row.outputFormat;
+        EXPECT_EQ(Json(row.format), Json(row.outputFormat));
     }
-    EXPECT_EQ(audioFormatFromCoreAudio("aach"), aacHe);
     EXPECT_FALSE(audioFormatFromCoreAudio("ac-3"));
-    EXPECT_EQ(avEncodingSupportLevel(aacHe), AVFoundationAudioEncodingSupportLevel::fullyEncodable);
-    EXPECT_EQ(avEncodingSupportLevel(aacEld), AVFoundationAudioEncodingSupportLevel::passthroughCapable);
 }
 
 TEST(OrvaneAudioFormat, everySourceHasAReplacement) {

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <Corvex/settings/NotificationName.h>
+
 namespace corvex::transcodeSettingsTests {
 namespace {
 
@@ -65,6 +67,23 @@ TEST_F(TranscodeSettingsStore, keysFollowTheHost) {
     EXPECT_EQ(store_.values(), (UserDefaults::Values{{"hostsOwnKey", true}}));
     TranscodeSettings::setKUseTranscodeGPUAcceleration(before);
     EXPECT_FALSE(settings_.useTranscodeGPUAcceleration());
+}
+
+TEST(NotificationName, namesAreThoseThatTheApplicationsShare) {
+    const char* const expected[] = {
+        "fileSystemManipulatedNotification",
+        "kShowStagingView",
+        "kRemovedActiveJob",
+        "kAllActiveJobsUpdate",
+        "kNeedsUpdateForAllActiveJobs",
+        "kMainActivityUpdateBroadcast",
+        "kUINeedsUpdateForMainActivity",
+        "driveSpeedUpdate",
+        "cloudResourceUploaded",
+    };
+    const auto names = NotificationName::allCases();
+    ASSERT_EQ(names.size(), std::size(expected));
+    for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(names[i].rawValue(), expected[i]);
 }
 
 }  // namespace
