@@ -38,7 +38,8 @@ template <ColorEnumeration Enumeration>
     return caseOf(value).caseName;
 }
 
-/// The case of this name, letter for letter, or none.
+/// The case of this name, letter for letter, or none. O(rows), as are the searches below; all functions here are pure
+/// and work in constant expressions.
 template <ColorEnumeration Enumeration>
 [[nodiscard]] constexpr std::optional<Enumeration> fromCaseName(std::string_view name) noexcept {
     for (const auto& row : caseTable<Enumeration>) {

@@ -19,6 +19,7 @@ public:
     GammaColorSpaceSignal(const GammaColorSpaceSignal&) = default;
     GammaColorSpaceSignal& operator=(const GammaColorSpaceSignal&) = default;
 
+    /// As given, like the next two; none where it is not known.
     [[nodiscard]] std::optional<OrvaneVideoColorPrimaries> primaries() const noexcept override { return primaries_; }
     [[nodiscard]] std::optional<OrvanePixelTransferFunction> transferFunction() const noexcept override {
         return transferFunction_;

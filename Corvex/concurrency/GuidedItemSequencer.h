@@ -174,7 +174,8 @@ private:
 
 /// Hands out items in the order of a chain of keys, each key giving the next, whatever the order in which they arrive:
 /// frames that finish out of order, for example, with a block that adds 1. Copies are the same sequencer.
-/// Order    Consumers are served first in, first out, and posted: add() ends before the consumer runs.
+/// Order    Consumers are served first in, first out, and posted: add() ends before the consumer runs. A call serves 64 of
+///          them at most; the executor of the one that is next goes on with the rest.
 /// Keys     Are compared under a lock: quickly, and without exceptions.
 /// Cost     O(log n) for each item in and each item out, with n items that wait; one node is allocated for each.
 /// Limits   Nothing bounds how many items wait, and producers never do. An item whose key the chain has passed stays

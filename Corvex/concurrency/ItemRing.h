@@ -27,6 +27,7 @@ public:
             : items_(std::allocator<Item>().allocate(std::bit_ceil(size))), size_(std::bit_ceil(size)) {}
         Storage(Storage&& other) noexcept
             : items_(std::exchange(other.items_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+        /// Exchanges the two.
         Storage& operator=(Storage&& other) noexcept {
             std::swap(items_, other.items_);
             std::swap(size_, other.size_);
@@ -47,6 +48,7 @@ public:
     ItemRing() noexcept = default;
     ItemRing(const ItemRing&) = delete;
     ItemRing& operator=(const ItemRing&) = delete;
+    /// Destroys what is left in it.
     ~ItemRing() {
         while (count_ > 0) takeFirst();
     }

@@ -15,6 +15,7 @@ namespace detail {
 template <class State>
 class PullAwaiter final : public Waiter<State, std::optional<typename State::Supplied>> {
 public:
+    /// What a frame that is destroyed too late is said to wait in; see Waiter.
     static constexpr const char* operation = "next()";
 
     explicit PullAwaiter(State& conduit) noexcept : conduit_(conduit) {}
@@ -36,6 +37,7 @@ public:
     }
 
 private:
+    /// The conduit writes the payload.
     friend State;
     State& conduit_;
 };

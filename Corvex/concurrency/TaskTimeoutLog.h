@@ -13,6 +13,7 @@ public:
     TaskTimeoutLog(std::string prefix, std::string context) noexcept
         : prefix_(std::move(prefix)), context_(std::move(context)) {}
 
+    /// As given. Both are valid as long as this object.
     [[nodiscard]] const std::string& prefix() const noexcept { return prefix_; }
     [[nodiscard]] const std::string& context() const noexcept { return context_; }
 

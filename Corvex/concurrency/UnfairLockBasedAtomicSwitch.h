@@ -17,6 +17,7 @@ public:
         const ShortLock lock(verificationLock_);
         return isOn_;
     }
+    /// Waits for a caller that has the lock, which it has for a few instructions.
     void setIsOn(bool isOn) override {
         const ShortLock lock(verificationLock_);
         isOn_ = isOn;

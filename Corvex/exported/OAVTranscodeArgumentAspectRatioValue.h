@@ -32,6 +32,7 @@ inline constexpr OAVTranscodeArgumentAspectRatioValue OAVLetterboxAspect{"letter
 /// Scale to fill and cut off what juts out; "-crop_anchor" says which part stays.
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVCropAspect{"crop"};
 
+/// In the order of allCases().
 inline constexpr std::array allTranscodeArgumentAspectRatioValues{
     OAVMatchSourceRatio,
     OAVStretchAspect,

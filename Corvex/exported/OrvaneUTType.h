@@ -17,8 +17,10 @@ enum class OrvaneUTType : std::uint8_t {
     mpeg4Movie,
     /// Kept apart from mpeg4Movie, as desktops do: files called m4v.
     appleMPEG4Video,
+    /// SMPTE ST 377-1.
     mxf,
     avi,
+    /// RFC 9559.
     matroska,
     /// ISO/IEC 13818-1; the type of AVCHD's files, too.
     mpegTransportStream,
@@ -31,13 +33,14 @@ enum class OrvaneUTType : std::uint8_t {
     arriRaw,
     /// In the domain of Codex, who made the coding, not of ARRI.
     arriRawHde,
-    /// Still images and image sequences.
+    /// Still images and image sequences. Digital picture exchange, SMPTE ST 268-1, comes first.
     dpx,
     /// The identifier is that of raw images in general.
     digitalNegative,
     jpeg,
     png,
     tiff,
+    /// Half or single floating-point numbers, linear light.
     openEXR,
     heic,
     gif,
@@ -70,6 +73,7 @@ enum class OrvaneUTType : std::uint8_t {
 
 template <>
 inline constexpr auto caseTable<OrvaneUTType> = std::to_array<Case<OrvaneUTType>>({
+    // The case, the identifier, and what people call such a file.
     {OrvaneUTType::quickTimeMovie, "com.apple.quicktime-movie", "QuickTime movie"},
     {OrvaneUTType::mpeg4Movie, "public.mpeg-4", "MPEG-4 movie"},
     {OrvaneUTType::appleMPEG4Video, "com.apple.m4v-video", "Apple MPEG-4 video"},

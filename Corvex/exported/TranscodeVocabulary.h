@@ -1,6 +1,11 @@
 #pragma once
 
 /// Every flag and value constant of the transcode command line. Nothing else spells one.
+/// For what writes, reads or documents whole command lines; it takes as long to compile as all of them together. What deals
+/// with one flag includes the header of its family: flags end in ArgumentFlag.h, the values of a flag in Value.h.
+/// All are constants without code at start-up; any text is legal beside the known ones, of which each family lists its own
+/// in allCases().
+/// `corvex vocabulary` prints all of them, with what each asks of a job.
 
 #include <Corvex/exported/OAVArriLookValues.h>
 #include <Corvex/exported/OAVGpuPlatformValue.h>

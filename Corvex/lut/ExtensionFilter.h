@@ -11,6 +11,7 @@ namespace corvex::inline v0 {
 /// Picks files by their extension. Refers to its list, which must outlive it. A plain value; any thread.
 class ExtensionFilter {
 public:
+    /// The list is not copied; it usually is a constant.
     constexpr explicit ExtensionFilter(std::span<const FileExtension> permittedExtensions) noexcept
         : permittedExtensions_(permittedExtensions) {}
 
@@ -19,6 +20,7 @@ public:
         return permittedExtensions_;
     }
     /// Whether the path's extension is one of them, in any case of ASCII letters.
+    /// The file need not exist. A name without an extension is refused.
     [[nodiscard]] CORVEX_EXPORT bool permitsExtension(const std::filesystem::path& path) const;
 
 private:

@@ -42,6 +42,7 @@ public:
     /// Which of them; its description ends what().
     [[nodiscard]] LutApplierProblem problem() const noexcept { return problem_; }
 
+    /// By problem and message, and so by offender.
     friend bool operator==(const LutApplierError& a, const LutApplierError& b) noexcept {
         return a.problem_ == b.problem_ && std::string_view(a.what()) == b.what();
     }

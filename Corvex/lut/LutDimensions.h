@@ -19,9 +19,11 @@ inline constexpr auto caseTable<LutDimensions> = std::to_array<Case<LutDimension
     {LutDimensions::oneD, "oneD", "One-dimensional table"},
     {LutDimensions::cube, "cube", "Three-dimensional cube"},
 });
+// A table of one dimension may still differ between channels.
 static_assert(isComplete<LutDimensions>(caseTable<LutDimensions>));
 
 /// How a LUT file is written. All dialects of plain text are read by one grammar, so there is one case.
+/// Dialects differ in keywords, comments and the order of axes (docs/LUTS.md).
 enum class LutMarkupType : std::uint8_t { genericText };
 
 template <>

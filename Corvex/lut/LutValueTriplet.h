@@ -24,6 +24,7 @@ struct LutValueTriplet {
 /// A colour that is looked up, or found. Code values or parts of full scale, as the component's type says.
 template <class Component>
 struct RGB {
+    /// Not limited to any range.
     Component r{}, g{}, b{};
 
     friend constexpr bool operator==(const RGB&, const RGB&) = default;

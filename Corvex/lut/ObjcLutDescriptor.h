@@ -23,10 +23,12 @@ public:
     explicit ObjcLutCube(std::shared_ptr<const LutCube> cube);
     ~ObjcLutCube() override;
 
+    /// Points of an edge.
     [[nodiscard]] std::size_t faceSize() const noexcept { return cube_->faceSize(); }
     /// faceSize^3 entries: entry [i][j][k] is number i * faceSize^2 + j * faceSize + k. Valid as long as this or a
     /// copy.
     [[nodiscard]] std::span<const LutValueTriplet> lattice() const noexcept { return cube_->lattice(); }
+    /// The smallest value of the entries; highValue() is the largest. Inputs are limited to them.
     [[nodiscard]] double lowValue() const noexcept { return cube_->lowValue(); }
     [[nodiscard]] double highValue() const noexcept { return cube_->highValue(); }
 
@@ -83,6 +85,7 @@ private:
 /// Immutable; any thread.
 class CORVEX_EXPORT ObjcFloatingPointLutDescriptor final : public Object {
 public:
+    /// Not checked against each other.
     ObjcFloatingPointLutDescriptor(double maxColor, double minColor) noexcept
         : maxColor_(maxColor), minColor_(minColor) {}
     ~ObjcFloatingPointLutDescriptor() override;

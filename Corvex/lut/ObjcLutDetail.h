@@ -17,11 +17,13 @@ namespace corvex::inline v0 {
 /// Equal by numeric value.
 class CORVEX_EXPORT ObjcLutRGBNumericTriplet final : public Object {
 public:
+    /// Any numbers; nothing is checked.
     ObjcLutRGBNumericTriplet(const Number& r, const Number& g, const Number& b) : r_(r), g_(g), b_(b) {}
     ~ObjcLutRGBNumericTriplet() override;
     ObjcLutRGBNumericTriplet(const ObjcLutRGBNumericTriplet&) = default;
     ObjcLutRGBNumericTriplet& operator=(const ObjcLutRGBNumericTriplet&) = default;
 
+    /// Red; g() is green, b() blue. Valid until it is set.
     [[nodiscard]] const Number& r() const noexcept { return r_; }
     [[nodiscard]] const Number& g() const noexcept { return g_; }
     [[nodiscard]] const Number& b() const noexcept { return b_; }
@@ -71,6 +73,7 @@ public:
     [[nodiscard]] std::size_t hash() const override;
 
 private:
+    /// The descriptor that is there.
     [[nodiscard]] const Object& range() const noexcept;
 
     std::vector<ObjcLutRGBNumericTriplet> orderedLutValues_;

@@ -25,6 +25,7 @@ public:
     /// 2^lutBitDepth - 1.
     [[nodiscard]] std::uint64_t maxInputColor() const noexcept;
     [[nodiscard]] double maxInputValue() const noexcept { return static_cast<double>(maxInputColor()); }
+    /// Always: entry 0 answers it.
     [[nodiscard]] double minInputValue() const noexcept { return 0; }
     /// The bounds of the table's values.
     [[nodiscard]] double lowValue() const noexcept { return lowValue_; }

@@ -24,7 +24,9 @@ public:
 
     /// As it was given to the reader, or the name that stood for it.
     [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+    /// What was found, whether or not the file declares it.
     [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
+    /// So far there is one.
     [[nodiscard]] LutMarkupType fileMarkup() const noexcept { return fileMarkup_; }
     /// What the file declares as its domain; 0 to 1 where it says nothing.
     [[nodiscard]] const LutDomain& domain() const noexcept { return domain_; }
@@ -73,6 +75,7 @@ public:
     }
 
 private:
+    /// Never null.
     std::unique_ptr<const OneDimensionConverter> converter_;
 };
 

@@ -137,6 +137,7 @@ private:
     SampleFormat format_;
 };
 
+/// Pixels that may be written; a view that is constant still writes them.
 using PixelBuffer = BasicPixelBuffer<std::byte>;
 using ConstPixelBuffer = BasicPixelBuffer<const std::byte>;
 

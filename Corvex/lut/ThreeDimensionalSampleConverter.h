@@ -37,6 +37,7 @@ protected:
 
 private:
     LutCube cube_;
+    /// Shared, as interpolators hold nothing of a cube.
     std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator_;
 };
 
@@ -45,6 +46,7 @@ private:
 class CORVEX_EXPORT Integer3DSampleConverter final : public ThreeDimensionalSampleConverter {
 public:
     /// `bitDepth` is that of the cube's values, from 1; it is not checked against them.
+    /// `interpolator` must not be null.
     Integer3DSampleConverter(LutCube cube, std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator,
                              std::int64_t bitDepth)
         : ThreeDimensionalSampleConverter(std::move(cube), std::move(interpolator)), bitDepth_(bitDepth) {}
@@ -67,6 +69,7 @@ private:
 /// by it. (0, 0, 0) where a depth is below 1 or above 63.
 class CORVEX_EXPORT NormalizedFloatingPoint3DSampleConverter final : public ThreeDimensionalSampleConverter {
 public:
+    /// `interpolator` must not be null.
     NormalizedFloatingPoint3DSampleConverter(LutCube cube,
                                              std::shared_ptr<const ThreeDimensionalLutInterpolator> interpolator)
         : ThreeDimensionalSampleConverter(std::move(cube), std::move(interpolator)) {}

@@ -8,11 +8,13 @@ namespace corvex::inline v0 {
 /// A picture size as an object, for callers that handle every value through Object. Immutable; any thread.
 class CORVEX_EXPORT PictureSizeValue final : public Object {
 public:
+    /// Any two numbers; neither sign nor size is checked.
     explicit PictureSizeValue(PictureSize size) noexcept : size_(size) {}
     ~PictureSizeValue() override;
     PictureSizeValue(const PictureSizeValue&) = default;
     PictureSizeValue& operator=(const PictureSizeValue&) = default;
 
+    /// As given, in pixels.
     [[nodiscard]] PictureSize sizeValue() const noexcept { return size_; }
 
     /// "1920.0 x 1080.0".

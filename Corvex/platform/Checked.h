@@ -23,6 +23,8 @@ constexpr void require(bool holds, std::string_view reason,
         fatalError(reason, where);
 }
 
+// All of it also works while compiling, where stopping means that the program does not compile. None throws or
+// allocates; any thread.
 /// a + b in the operands' own type, unsigned ones without wrapping. Overflow stops the process, or the build where the
 /// compiler evaluates the call. So it is with all functions of this header; `where` is the caller's place, for the
 /// message.
@@ -35,7 +37,8 @@ template <std::integral T>
     return sum;
 }
 
-/// a - b; overflow stops the process, for unsigned types any result below 0.
+/// a - b; overflow stops the process, for unsigned types any result below 0. Where that may happen on purpose, compare
+/// first.
 template <std::integral T>
 [[nodiscard]] constexpr T checkedSubtract(
     T a, T b, const std::source_location& where = std::source_location::current()) noexcept {
@@ -55,7 +58,8 @@ template <std::integral T>
     return product;
 }
 
-/// -a. The lowest value of a signed type has no counterpart and stops the process.
+/// -a. The lowest value of a signed type has no counterpart and stops the process: in two's complement its magnitude is
+/// one above the largest value.
 template <std::signed_integral T>
 [[nodiscard]] constexpr T checkedNegate(T a,
                                         const std::source_location& where = std::source_location::current()) noexcept {

@@ -89,6 +89,7 @@ public:
     DispatchOccupation(const DispatchOccupation&) = delete;
     DispatchOccupation& operator=(const DispatchOccupation&) = delete;
 
+    /// Whether the calling thread does work of that queue, however deep on its stack.
     [[nodiscard]] static bool holds(const DispatchState& state) noexcept;
 
 private:

@@ -26,6 +26,7 @@ public:
         return text.size() == 4 ? std::optional(FourCharacterCode(valueOf(text))) : std::nullopt;
     }
 
+    /// The first character is the most significant byte.
     [[nodiscard]] constexpr std::uint32_t value() const noexcept { return value_; }
 
     /// The four characters where all are printable ASCII ("aac "), else the number ("0x00000011"). Allocates.
@@ -39,6 +40,7 @@ public:
         return characters;
     }
 
+    /// Of texts it is the order of their bytes.
     friend constexpr auto operator<=>(FourCharacterCode, FourCharacterCode) noexcept = default;
 
 private:

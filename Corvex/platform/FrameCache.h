@@ -75,6 +75,7 @@ private:
         std::array<Kept, classCount> kept;
         bool isRegistered = false;
     };
+    /// What the threads share. It is in the source.
     struct Store;
     struct ThreadEnd;
 

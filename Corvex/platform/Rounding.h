@@ -30,6 +30,7 @@ namespace corvex::inline v0 {
 /// To the nearest whole number, halves away from zero: 2.5 gives 3, -2.5 gives -3.
 [[nodiscard]] constexpr double roundedHalfAway(double value) noexcept {
     const double whole = roundedTowardZero(value);
+    // Adding a half first would round 0.49999999999999994 up.
     const double fraction = value - whole;  // exact: both have the same exponent range
     if (fraction >= 0.5) return whole + 1.0;
     return fraction <= -0.5 ? whole - 1.0 : whole;

@@ -64,6 +64,7 @@ private:
     Executor* home_ = nullptr;
     TimePoint time_;  ///< The earlier of this and `duration_` from the suspension.
     std::chrono::nanoseconds duration_;
+    /// Armed while asleep.
     CancelCallback cancelCallback_;
 };
 

@@ -38,6 +38,7 @@ public:
     }
 
 private:
+    /// The caller's callable, not owned; nullptr for the absent block.
     const void* block_ = nullptr;
     void (*call_)(const void*, bool&, Arguments...) = nullptr;
 };

@@ -19,6 +19,7 @@ struct TaskContext {
 };
 
 namespace detail {
+/// Of tasks on their own and of coroutines of other types.
 inline constexpr TaskContext rootContext;
 }  // namespace detail
 

@@ -40,6 +40,7 @@ public:
     }
 
 private:
+    /// Throws, or stops the process, unless there is a value.
     void check() const {
         if (value_.has_value()) [[likely]]
             return;
@@ -55,6 +56,7 @@ private:
 template <>
 class TaskResult<void> {
 public:
+    /// True also while the task has not finished: there is no value to miss.
     [[nodiscard]] bool hasValue() const noexcept { return !error_; }
     /// Throws the error if there is one.
     void value() const {

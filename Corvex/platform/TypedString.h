@@ -88,6 +88,7 @@ private:
         return {copy, text.size()};
     }
 
+    /// The literal, or the copy that `isOwner_` says is its own.
     std::string_view text_;
     bool isOwner_ = false;
 };

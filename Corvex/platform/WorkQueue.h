@@ -14,6 +14,7 @@ public:
     WorkQueue(const WorkQueue&) = delete;
     WorkQueue& operator=(const WorkQueue&) = delete;
 
+    /// To be asked by whoever guards the queue: a moment later another thread may have added to it.
     [[nodiscard]] bool isEmpty() const noexcept { return first_ == nullptr; }
     /// At the end. The node must be in no queue.
     void append(WorkNode& node) noexcept {
@@ -31,6 +32,7 @@ public:
     }
 
 private:
+    /// The last one counts only while there is a first.
     WorkNode *first_ = nullptr, *last_ = nullptr;
 };
 

@@ -14,6 +14,7 @@ public:
     constexpr CGFloatRational(double numerator, double denominator) noexcept
         : numerator_(numerator), denominator_(denominator) {}
 
+    /// Both as given: a common factor stays.
     [[nodiscard]] constexpr double numerator() const noexcept { return numerator_; }
     [[nodiscard]] constexpr double denominator() const noexcept { return denominator_; }
 
@@ -28,6 +29,7 @@ public:
     friend constexpr CGFloatRational operator*(const CGFloatRational& a, const CGFloatRational& b) noexcept {
         return {a.numerator_ * b.numerator_, a.denominator_ * b.denominator_};
     }
+    /// Crosswise, without a look at the divisor: one of 0 gives a denominator of 0. safeQuotient() looks.
     friend constexpr CGFloatRational operator/(const CGFloatRational& a, const CGFloatRational& b) noexcept {
         return {a.numerator_ * b.denominator_, a.denominator_ * b.numerator_};
     }

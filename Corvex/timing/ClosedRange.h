@@ -19,8 +19,10 @@ public:
 
     /// At most upper().
     [[nodiscard]] constexpr const T& lower() const noexcept { return lower_; }
+    /// At least lower().
     [[nodiscard]] constexpr const T& upper() const noexcept { return upper_; }
 
+    /// Both bounds alike. Ranges have no order.
     friend constexpr bool operator==(const ClosedRange&, const ClosedRange&) = default;
 
 private:

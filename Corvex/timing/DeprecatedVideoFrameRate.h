@@ -54,9 +54,10 @@ public:
     /// The first fixed case whose raw value equals `rate`, else `custom`.
     [[nodiscard]] CORVEX_EXPORT static DeprecatedVideoFrameRate fromRawValue(const MediaRational& rate) noexcept;
 
+    /// `custom` for every rate that was made by custom(), also one that a fixed case has.
     [[nodiscard]] constexpr Choice choice() const noexcept { return choice_; }
 
-    /// Frames per second.
+    /// Frames per second, as the current `ntscTimeScale` has it.
     [[nodiscard]] CORVEX_EXPORT MediaRational rawValue() const noexcept;
 
     /// Whether the rate is over the NTSC time scale: always for the `ntsc…` cases; for `custom` when its scale equals

@@ -13,6 +13,7 @@ inline constexpr double defaultTolerance = 1e-9;
 
 /// Comparisons of floating-point numbers that allow for rounding. Pure; any thread.
 struct FloatingPointComparator {
+    /// A name for its functions; there are no objects of it.
     FloatingPointComparator() = delete;
 
     /// Whether |a - b| is at most `tolerance` times the largest of |a|, |b| and 1. Without a tolerance the values must
@@ -54,7 +55,8 @@ struct FloatingPointComparator {
     }
 };
 
-/// Whether |value| is at most `epsilon`; false for NaN.
+/// Whether |value| is at most `epsilon`, which is absolute, in the units of the value; false for NaN. A negative epsilon
+/// is never reached.
 template <std::floating_point T>
 [[nodiscard]] constexpr bool isApproximatelyZero(T value, T epsilon = T{defaultTolerance}) noexcept {
     return FloatingPointComparator::magnitude(value) <= epsilon;

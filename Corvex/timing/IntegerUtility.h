@@ -12,12 +12,14 @@
 
 namespace corvex::inline v0 {
 
-// Pure functions on integers; any thread.
+// Pure functions on integers; any thread. Those that change one in place do not synchronise it.
 
 /// For products of two 64-bit integers.
+/// g++ and clang have them; std::integral leaves them out unless GNU extensions are on.
 __extension__ typedef __int128 Int128;            // NOLINT(modernize-use-using): __extension__ does not go with using
 __extension__ typedef unsigned __int128 UInt128;  // NOLINT(modernize-use-using)
 /// The integer types of every width and signedness, the compiler's 128-bit ones included; no Booleans.
+/// Character types count, as std::integral has it.
 template <class T>
 concept BinaryInteger =
     (std::integral<T> && !std::same_as<T, bool>) || std::same_as<T, Int128> || std::same_as<T, UInt128>;
@@ -67,15 +69,17 @@ template <BinaryInteger T>
     if constexpr (std::same_as<Magnitude, std::uint64_t>) {
         x = magnitudeGcd(x, y);
     } else {
+        // Euclid's way: the binary form is worth its code for the widths of the field alone.
         while (y != 0) x = std::exchange(y, static_cast<Magnitude>(x % y));
     }
+    // std::numeric_limits knows nothing of the 128-bit types either.
     constexpr bool isSigned = static_cast<T>(-1) < static_cast<T>(0);
     constexpr auto largest =
         static_cast<Magnitude>(~Magnitude{0}) >> ((sizeof(Magnitude) - sizeof(T)) * 8 + (isSigned ? 1 : 0));
     return x <= largest ? std::optional(static_cast<T>(x)) : std::nullopt;
 }
 
-/// Adds 1 in place and answers the new value. Overflow stops the process.
+/// Adds 1 in place and answers the new value. Overflow, which ++ would leave undefined, stops the process.
 constexpr std::int64_t preIncrement(std::int64_t& value) noexcept { return value = checkedAdd<std::int64_t>(value, 1); }
 /// Adds 1 in place and answers the value before. Overflow stops the process.
 constexpr std::int64_t postIncrement(std::int64_t& value) noexcept {

@@ -41,6 +41,7 @@ public:
     /// As stored: nothing is reduced but by arithmetic.
     [[nodiscard]] constexpr std::int64_t numerator() const noexcept { return numerator_; }
     [[nodiscard]] constexpr std::int64_t denominator() const noexcept { return denominator_; }
+    /// Whether it is a number: 1/0 is none, neither is 0/0.
     [[nodiscard]] constexpr bool isDefined() const noexcept { return denominator_ != 0; }
 
     /// In floating point. Throws MathematicalError (divideByZero) when undefined.
@@ -91,6 +92,7 @@ public:
     }
 
 private:
+    /// What the operators and inLowestTerms() say.
     static constexpr NumericRational inLowestTerms(std::int64_t numerator, std::int64_t denominator) noexcept {
         if (numerator > 0 && denominator > 0) {
             const auto [n, d] = reducedPositive(numerator, denominator);
@@ -104,6 +106,7 @@ private:
     }
 
     std::int64_t numerator_ = 0;
+    /// Of either sign; 0 is undefined.
     std::int64_t denominator_ = 1;
 };
 static_assert(RationalRepresentable<NumericRational>);

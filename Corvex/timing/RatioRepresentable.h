@@ -34,6 +34,7 @@ concept RationalRepresentable = RatioRepresentable<T> && requires(const T& ratio
 
 /// Numerator and denominator over the greatest common divisor of their magnitudes; signs stay where they are.
 /// A pair whose divisor is 0 (0/0) or beyond 64 bits comes back as it is.
+/// Nothing overflows: a divisor above 1 only makes magnitudes smaller.
 template <RationalRepresentable T>
 [[nodiscard]] constexpr std::pair<std::int64_t, std::int64_t> reduced(const T& ratio) noexcept {
     const std::int64_t numerator = ratio.numerator();

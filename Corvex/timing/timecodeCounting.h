@@ -7,7 +7,8 @@
 
 namespace corvex::inline v0 {
 
-/// The four numbers of a timecode, without a state. Not bounded.
+/// The four numbers of a timecode, without a state. Not bounded: the functions below give what their comments say, hours
+/// above 23 without drop frame, and callers may put in any.
 struct TimecodeFields {
     std::int64_t hours = 0, minutes = 0, seconds = 0, frames = 0;
 };
@@ -44,6 +45,7 @@ template <class Int>
 
 /// Fields of any frame at a rate that the compiler knows. Wraps at the nominal day.
 template <std::int64_t quanta>
+/// A negative frame counts back from the end of that day.
 [[nodiscard]] constexpr TimecodeFields dropFrameFieldsAt(std::int64_t frame) noexcept {
     constexpr std::int64_t perDay = quanta * 86400;
     constexpr auto dropped = static_cast<std::int32_t>(droppedPerMinute(quanta));
@@ -53,6 +55,7 @@ template <std::int64_t quanta>
 }
 
 /// Fields of any frame; see TimecodeComponents::dropFrameComponents. 30, 60 and 120 are the rates with constants.
+/// `quanta` is above 0; 0, or a day of frames beyond 64 bits, stops the process.
 [[nodiscard]] constexpr TimecodeFields dropFrameFields(std::int64_t frame, std::int64_t quanta) noexcept {
     switch (quanta) {
         case 30: return dropFrameFieldsAt<30>(frame);

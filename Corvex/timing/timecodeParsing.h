@@ -33,14 +33,17 @@ struct DecomposedTimecode {
 struct ProperTimecode {
     /// Never negative, as signs are no digits.
     TimecodeFields fields;
+    /// As DecomposedTimecode has it.
     DropFrameState dropFrameState;
 };
 
 /// The first four fields of a text, how many there are in all, and what the separators say. Refers to the text.
 struct SplitTimecode {
+    /// Empty where the text has fewer.
     std::array<std::string_view, 4> fields;
     /// Of all fields of the text, which may be more than four.
     std::size_t count = 0;
+    /// By the same rule.
     DropFrameState dropFrameState = DropFrameState::nonDrop;
 };
 
@@ -60,7 +63,7 @@ struct SplitTimecode {
     return result;
 }
 
-/// The lenient reading: a field that is no number is none. Signs are taken: "-1:00" has -1 hours.
+/// The lenient reading: a field that is no number is none, and so is one of a number beyond 64 bits. Signs are taken: "-1:00" has -1 hours.
 [[nodiscard]] constexpr DecomposedTimecode decomposeTimecode(std::string_view text) noexcept {
     const SplitTimecode split = splitTimecode(text);
     return {parseInteger<std::int64_t>(split.fields[0]), parseInteger<std::int64_t>(split.fields[1]),
@@ -70,6 +73,7 @@ struct SplitTimecode {
 
 /// The form that nearly every timecode has: two digits four times, HH:MM:SS:FF. None for any other text. Numbers are
 /// not bounded: 99 passes in each field.
+/// Source   SMPTE ST 12-1 for the fields; ";" as the mark of drop frame is the practice of the field.
 [[nodiscard]] constexpr std::optional<ProperTimecode> usualTimecode(std::string_view text) noexcept {
     if (text.size() != 11) return std::nullopt;
     std::array<std::uint32_t, 4> numbers{};
@@ -94,6 +98,7 @@ struct SplitTimecode {
 
 /// The components of a text that is four fields of digits under the checks, or none; the quick way first. Numbers of
 /// any length that 64 bits hold.
+/// Whether the labels exist at a rate, as those that drop frame skips, is not looked at.
 [[nodiscard]] constexpr std::optional<ProperTimecode> properTimecode(std::string_view text,
                                                                      TimecodeFormChecks checks) noexcept {
     auto result = usualTimecode(text);
@@ -110,6 +115,7 @@ struct SplitTimecode {
         }
         result = ProperTimecode{{numbers[0], numbers[1], numbers[2], numbers[3]}, split.dropFrameState};
     }
+    // Both ways come here: the usual form does not bound its fields either.
     if (checks.forceComponentBounds && (result->fields.minutes > 60 || result->fields.seconds > 60)) {
         return std::nullopt;
     }

@@ -1,7 +1,9 @@
 // Every typed option writes the text of its flag and reads it back.
 
+#include <clocale>
 #include <filesystem>
 #include <limits>
+#include <locale>
 #include <map>
 #include <tuple>
 
@@ -13,6 +15,7 @@
 #include <Corvex/exported/OAVUnifiedCodecDecoderValue.h>
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Number.h>
+#include <Corvex/timing/TimecodeComponents.h>
 
 namespace corvex::transcodeOptionAccessorTests {
 namespace {
@@ -195,6 +198,36 @@ TEST(TranscodeOptionAccessors, choicesThatTheCommandLineCannotNameRemoveTheFlag)
     options.setColorMatrix(OrvaneVideoColorMatrix::none);
     options.setColorTransferFunction(OrvanePixelTransferFunction::gamma);
     EXPECT_EQ(options.flagValueLookup(), ArgumentLookup());
+}
+
+/// Writes 1.234,5.
+class CommaPunctuation : public std::numpunct<char> {
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+    [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(TranscodeOptionAccessors, theProcessLocaleDoesNotMatter) {
+    // The C library's locale too, where one with a decimal comma is installed.
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE"}) {
+        if (std::setlocale(LC_ALL, name) != nullptr) break;
+    }
+    const std::locale previous = std::locale::global(std::locale(std::locale(), new CommaPunctuation));
+    EXPECT_OPTION("-vr", "23.976", videoFrameRate, setVideoFrameRate, 23.976F);
+    EXPECT_OPTION("-asr", "48000", sampleRate, setSampleRate, 48000);
+    EXPECT_OPTION("-wmf_scale", "1234.5", watermarkFileScale, setWatermarkFileScale, 1234.5);
+    EXPECT_OPTION("-dims", "1920x1080.5", videoDimensions, setVideoDimensions, PictureSize(1920, 1080.5));
+    EXPECT_OPTION("-gpu_trans", "[4294968296", gpuTransformationDeviceIDs, setGpuTransformationDeviceIDs,
+                  std::vector<std::uint64_t>{4294968296});
+    EXPECT_OPTION("-wmt_box_rgb", "0.1 0 1", watermarkTextBoxColor, setWatermarkTextBoxColor, Color::sRGB(0.1, 0, 1));
+    Options options;
+    options.setVideoFrameCapacity(12345);
+    options.setTimecodeSource(TimecodeComponents(1000, 2, 3, 4, DropFrameState::drop));
+    EXPECT_EQ(options.flagValueLookup(), (ArgumentLookup{{"-v_frame_cap", "12345"}, {"-tc_custom", "1000:02:03;04"}}));
+    EXPECT_EQ(options.videoFrameCapacity(), 12345U);
+    std::locale::global(previous);
+    std::setlocale(LC_ALL, before.c_str());
 }
 
 }  // namespace

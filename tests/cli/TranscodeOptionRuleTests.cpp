@@ -12,8 +12,8 @@
 #include <Corvex/cli/transcode/optionDictionary.h>
 #include <Corvex/exported/OrvaneUTType.h>
 #include <Corvex/media/AudioChannelLabel.h>
-#include <Corvex/platform/Log.h>
 #include <Corvex/timing/TimecodeComponents.h>
+#include <tests/LoggedBy.h>
 
 #include "CliTexts.h"
 
@@ -164,6 +164,9 @@ TEST(TranscodeOptionRules, decodeOptionsTextSurvivesAnArgumentVector) {
         {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
         {{{"k", "v "}}, "k=v :"},
         {{{"k", "\n"}}, "k=\n:"},
+        {{{"k\\", "\\"}, {"k=", ":"}}, R"(k\==\::k\\=\\)"},
+        {{{"-", "-"}, {"k", "\u3000"}}, "\\-=-:k=\u3000:"},
+        {{{"k\xFF", "\xFF-vn"}}, "k\xFF=\xFF-vn"},
     };
     for (const auto& [dictionary, text] : rows) {
         Arguments arguments;
@@ -270,11 +273,8 @@ TEST(TranscodeOptionRules, colors) {
         arguments.setWatermarkTextBoxColor(color);
         EXPECT_EQ(arguments.argumentFlagValue("-wmt_box_rgb"), text);
     }
-    Words lines;
-    setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
-    arguments.setWatermarkTextFontColor(Color());
-    setLogSink({});
-    EXPECT_EQ(lines, (Words{"CVX_TCLIA_USS-Could not get rgb components for color"}));
+    EXPECT_EQ(test::loggedBy([&] { arguments.setWatermarkTextFontColor(Color()); }),
+              (Words{"CVX_TCLIA_USS-Could not get rgb components for color"}));
     EXPECT_FALSE(arguments.hasArgumentFlag("-wmt_font_rgb"));
 }
 

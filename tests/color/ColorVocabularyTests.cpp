@@ -36,6 +36,18 @@ std::string cliValueOf(Enumeration value) {
     return equivalent ? std::string(equivalent->rawValue()) : std::string();
 }
 
+/// A command line's values are read in any case, as parsing lower-cases them, and only whole.
+template <class Enumeration>
+void expectReadBack(Enumeration value, std::string text) {
+    EXPECT_EQ(fromCliEquivalent<Enumeration>(text), value) << text;
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(std::tolower(c)); });
+    EXPECT_EQ(fromCliEquivalent<Enumeration>(text), value) << text;
+    EXPECT_EQ(fromCliEquivalent<Enumeration>(text + " "), std::nullopt) << text;
+    text.pop_back();
+    EXPECT_NE(fromCliEquivalent<Enumeration>(text), value) << text;
+}
+void expectReadBack(Range, const std::string&) {}  // one letter, in a test of its own
+
 /// The cases as the outside world knows them, in order: raw value, name and, where there is one, the text of a command
 /// line. Each must be found again by its number, its name and its coded form.
 template <class Enumeration>
@@ -48,7 +60,10 @@ std::string casesOf() {
         EXPECT_EQ(Json(value), Json(number));
         EXPECT_EQ(Json(number).template get<Enumeration>(), value) << number;
         text += (text.empty() ? "" : ", ") + std::to_string(number) + " " + std::string(caseName(value));
-        if (const std::string cli = cliValueOf(value); !cli.empty()) text += " " + cli;
+        if (const std::string cli = cliValueOf(value); !cli.empty()) {
+            text += " " + cli;
+            expectReadBack(value, cli);
+        }
     }
     return text;
 }
@@ -87,27 +102,8 @@ TEST(ColorVocabularyDeathTest, aValueOutsideOfTheEnumerationStopsTheProcess) {
     EXPECT_DEATH(static_cast<void>(definedSignals(static_cast<Space>(13))), "unexpected enumeration case");
 }
 
-// The way back from a command line: values in any case, as parsing lower-cases them, and nothing else.
-template <class Enumeration>
-void expectReadBack() {
-    for (const Enumeration value : allCases<Enumeration>) {
-        std::string text = cliValueOf(value);
-        if (text.empty()) continue;
-        EXPECT_EQ(fromCliEquivalent<Enumeration>(text), value) << text;
-        std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(std::tolower(c)); });
-        EXPECT_EQ(fromCliEquivalent<Enumeration>(text), value) << text;
-        EXPECT_EQ(fromCliEquivalent<Enumeration>(text + " "), std::nullopt) << text;
-        text.pop_back();
-        const auto prefix = fromCliEquivalent<Enumeration>(text);
-        EXPECT_TRUE(!prefix || *prefix != value) << text;
-    }
-    EXPECT_EQ(fromCliEquivalent<Enumeration>(""), std::nullopt);
-}
-
-TEST(ColorVocabulary, commandLineValuesReadBack) {
-    expectReadBack<Transfer>();
-    expectReadBack<Matrix>();
-    expectReadBack<Space>();
+TEST(ColorVocabulary, commandLineValuesAreNoOthers) {
+    EXPECT_EQ(fromCliEquivalent<Transfer>(""), std::nullopt);
     EXPECT_EQ(fromCliEquivalent<Transfer>(OAV_T_UseGamma.rawValue()), std::nullopt);  // deliberately without a case
     EXPECT_EQ(fromCliEquivalent<Matrix>("cm_rec_601_4"), std::nullopt);               // 604 is what is accepted
 }

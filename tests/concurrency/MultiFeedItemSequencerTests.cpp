@@ -62,28 +62,11 @@ TEST(MultiFeedItemSequencer, schedules) {
         {"admitted after closing", 1, "02 | ac c ", "+0-0-.+2-2"},
         {"closing frees no producer", 1, "02 | ", "+0"},
         {"replaced, and the slot of the first is lost", 2, "00 a 2 4 ", "+0+0'-0'+2"},
+        {"disorder beyond the capacity stalls", 2, "2460 a c e ", "+2+4-2+6-4+0-0"},
         {"destroyed request", 1, "oa 0 ", "+0-0"},
         {"destroyed producer", 1, "0 x2 a ", "+0-0+2"},
     };
     for (const auto& row : rows) EXPECT_EQ(traceOf(Sequencer(row.setting), row.steps), row.trace) << row.name;
-}
-
-/// One producer brings the items of its feed one after the other, the one that is asked for last.
-TEST(MultiFeedItemSequencer, disorderBeyondTheCapacityStalls) {
-    ManualExecutor executor;
-    const Sequencer sequencer(2);
-    std::string trace;
-    const auto produce = [](Sequencer target) -> Task<> {
-        for (const int index : {2, 4, 6, 0}) co_await target.enqueueItems(std::to_string(index), index, "even");
-    };
-    const auto producer = spawn(produce(sequencer), executor);
-    spawn(request(sequencer, &trace, 0), executor);
-    executor.runAll();
-    EXPECT_EQ(trace, "");
-    spawn(request(sequencer, &trace, 2), executor);
-    executor.runAll();
-    EXPECT_EQ(trace, "-2-0");
-    EXPECT_TRUE(producer.isFinished());
 }
 
 /// The sequencer in plain words: numbers of slots and requests, and lists.

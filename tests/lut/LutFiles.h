@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -21,21 +19,5 @@ inline std::string entryLines(std::size_t count, std::string_view last) {
 }
 
 inline LutReading readLut(std::string_view text) { return ParsedLutFactory::readText(text, "look.cube"); }
-
-/// A directory of its own that goes with the test.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory() {
-        std::string name = (std::filesystem::temp_directory_path() / "corvex-lut-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-    ~TemporaryDirectory() { std::filesystem::remove_all(path_); }
-    [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 }  // namespace corvex

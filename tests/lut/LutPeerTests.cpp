@@ -13,6 +13,7 @@
 #include <OpenColorIO/OpenColorIO.h>
 
 #include <tests/Places.h>
+#include <tests/TemporaryDirectory.h>
 
 #include "LutFiles.h"
 #include "LutPixels.h"
@@ -61,7 +62,7 @@ protected:
         }
         return directory_.path() / name;
     }
-    TemporaryDirectory directory_;
+    test::TemporaryDirectory directory_;
 };
 
 TEST_F(LutPeers, showTheSamePicture) {

@@ -16,6 +16,7 @@
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/Log.h>
+#include <tests/TemporaryDirectory.h>
 
 #include "LutFiles.h"
 
@@ -256,7 +257,7 @@ protected:
         std::ofstream(directory_.path() / name, std::ios::binary) << text;
         return directory_.path() / name;
     }
-    TemporaryDirectory directory_;
+    test::TemporaryDirectory directory_;
     std::vector<std::string> log_;
 };
 

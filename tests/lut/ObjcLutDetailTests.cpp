@@ -6,6 +6,7 @@
 
 #include <Corvex/lut/ObjcLutDetail.h>
 #include <Corvex/lut/ParsedLutFile.h>
+#include <tests/TemporaryDirectory.h>
 
 #include "LutFiles.h"
 
@@ -19,7 +20,7 @@ protected:
         std::ofstream(path, std::ios::binary) << text;
         return ObjcLutConversionFactory::buildParsedLut(path);
     }
-    TemporaryDirectory directory_;
+    test::TemporaryDirectory directory_;
 };
 using ObjcLutDeathTest = ObjcLut;
 

@@ -15,6 +15,7 @@
 #include <unistd.h>
 #include <csignal>
 
+#include <tests/TemporaryDirectory.h>
 #include <tests/Thrown.h>
 
 #include "OnThreads.h"
@@ -55,16 +56,9 @@ void fill(const fs::path& file) {
 
 class UserDefaultsStore : public testing::Test {
 protected:
-    ~UserDefaultsStore() override { fs::remove_all(folder_); }
-
     /// In memory where that can be: no test pulls the plug of the machine, and thousands of writes wait for no disk.
-    static fs::path makeFolder() {
-        const fs::path memory = "/dev/shm";
-        std::string name = (access(memory.c_str(), W_OK) == 0 ? memory : fs::temp_directory_path()) / "corvex-XXXXXX";
-        return mkdtemp(name.data());
-    }
-
-    const fs::path folder_ = makeFolder();
+    const test::TemporaryDirectory directory_{access("/dev/shm", W_OK) == 0 ? "/dev/shm" : fs::temp_directory_path()};
+    const fs::path& folder_ = directory_.path();
     const fs::path file_ = folder_ / "new/settings.sqlite";
     UserDefaults store_{file_};
 };

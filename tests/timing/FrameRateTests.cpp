@@ -13,11 +13,11 @@
 
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Localization.h>
-#include <Corvex/platform/Log.h>
 #include <Corvex/timing/DeprecatedVideoFrameRate.h>
 #include <Corvex/timing/FrameRate.h>
 #include <Corvex/timing/FrameRateError.h>
 #include <Corvex/timing/VideoFrameRate.h>
+#include <tests/LoggedBy.h>
 #include <tests/Places.h>
 #include <tests/Thrown.h>
 
@@ -122,10 +122,9 @@ TEST(FrameRate, comesFromItsRawValueOrIsLoggedAsNone) {
                                                                 {60, FrameRate::fps60},
                                                                 {-1, std::nullopt},
                                                                 {std::nan(""), std::nullopt}};
-    std::vector<std::string> lines;
-    setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
-    for (const auto& [value, expected] : rows) EXPECT_EQ(FrameRate::fromRawValue(value), expected) << value;
-    setLogSink({});
+    const auto lines = test::loggedBy([&] {
+        for (const auto& [value, expected] : rows) EXPECT_EQ(FrameRate::fromRawValue(value), expected) << value;
+    });
     EXPECT_EQ(lines, (std::vector<std::string>{"Could not convert raw value to frame rate: -1.0",
                                                "Could not convert raw value to frame rate: nan"}));
     EXPECT_NE(FrameRate::custom(24), FrameRate::fps24);

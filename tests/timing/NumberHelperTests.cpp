@@ -7,7 +7,6 @@
 #include <tuple>
 #include <vector>
 
-#include <Corvex/platform/Log.h>
 #include <Corvex/timing/ClosedRange.h>
 #include <Corvex/timing/DispatchTime.h>
 #include <Corvex/timing/FloatingPointComparator.h>
@@ -15,6 +14,7 @@
 #include <Corvex/timing/NumberUtility.h>
 #include <Corvex/timing/Sequences.h>
 #include <Corvex/timing/durationText.h>
+#include <tests/LoggedBy.h>
 
 namespace corvex::numberHelperTests {
 namespace {
@@ -115,10 +115,9 @@ TEST(DurationText, truncatesAndLosesNothing) {
         {3725.9, longForm, "1:02:05"}, {3725.9, shortForm, "62:05"}, {59.999, longForm, "0:00:59"},
         {0, shortForm, "0:00"},        {-65, shortForm, "-1:-5"},    {nan, longForm, ""},
         {-infinity, shortForm, ""},    {0x1p63, longForm, ""}};
-    std::vector<std::string> lines;
-    setLogSink([&lines](LogLevel, std::string_view line) { lines.emplace_back(line); });
-    for (const auto& [seconds, format, expected] : rows) EXPECT_EQ(formatted(seconds, format), expected) << seconds;
-    setLogSink({});
+    const auto lines = test::loggedBy([&] {
+        for (const auto& [seconds, format, expected] : rows) EXPECT_EQ(formatted(seconds, format), expected) << seconds;
+    });
     EXPECT_EQ(lines, std::vector<std::string>(3, "Extra seconds were ignored during TimeInterval string formatting"));
 }
 

@@ -18,6 +18,7 @@
 #include <Corvex/timing/SmpteTime.h>
 #include <Corvex/timing/TimecodeFrame.h>
 #include <Corvex/timing/fileTimecode.h>
+#include <tests/TemporaryDirectory.h>
 
 namespace corvex::timecodeTests {
 namespace {
@@ -249,7 +250,8 @@ TEST(Timecode, codesItsFields) {
 }
 
 TEST(Timecode, readsTheTimeOfDayOfAFile) {
-    const auto file = std::filesystem::temp_directory_path() / ("corvex_timecode_" + std::to_string(::getpid()));
+    const test::TemporaryDirectory directory;
+    const auto file = directory.path() / "file";
     std::ofstream(file).put('x');
     setenv("TZ", "UTC-2", 1);  // two hours east of Greenwich
     tzset();

@@ -1,5 +1,6 @@
 #include <tests/Places.h>
 #include <tests/tools/Command.h>
+#include <tests/tools/Media.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -9,21 +10,26 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <iomanip>
 #include <sstream>
 #include <thread>
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace corvex::tool::test {
 
-Words wordsOf(std::string_view text) {
-    std::istringstream stream{std::string(text)};
-    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
+Words wordsOf(const std::string& line) {
+    std::istringstream stream(line);
+    Words words;
+    for (std::string word; stream >> std::quoted(word, '\'');) {
+        words.push_back(word.starts_with('@') ? clip(word.substr(1)) : word);
+    }
+    return words;
 }
 
 Command::Command(Words words) {
@@ -77,7 +83,8 @@ CommandResult Command::wait() {
 
 CommandResult run(Words words) { return Command(std::move(words)).wait(); }
 
-CommandResult corvex(Words words) {
+CommandResult corvex(const std::string& line) {
+    Words words = wordsOf(line);
     words.insert(words.begin(), corvex::test::toolPath);
     return run(std::move(words));
 }
@@ -88,6 +95,30 @@ std::string runOrFail(Words words) {
     const CommandResult result = run(std::move(words));
     EXPECT_EQ(result.exitStatus, 0) << shown << "\n" << result.error;
     return result.output;
+}
+
+std::string answerTo(const std::string& line) {
+    const CommandResult result = corvex(line);
+    EXPECT_EQ(result.exitStatus, 0) << line << "\n" << result.error;
+    return result.output;
+}
+
+nlohmann::json jsonAnswerTo(const std::string& line) {
+    const std::size_t rest = std::min(line.find(" -"), line.size());
+    return nlohmann::json::parse(answerTo(line.substr(0, rest) + " --json" + line.substr(rest)), nullptr, false);
+}
+
+void expectRefusals(const std::vector<Refusal>& rows, const std::string& prefix) {
+    for (const Refusal& row : rows) {
+        SCOPED_TRACE(prefix + row.line);
+        const CommandResult result = corvex(prefix + row.line);
+        EXPECT_EQ(result.exitStatus, row.exitStatus);
+        EXPECT_THAT(result.error, ::testing::StartsWith("corvex: "));
+        EXPECT_THAT(result.error, ::testing::HasSubstr(row.problem));
+        EXPECT_EQ(lineCount(result.error), 1U) << result.error;
+        // A job that fails in its middle has shown how far it is.
+        EXPECT_TRUE(result.output.empty() || result.output.find(" %  ") != std::string::npos) << result.output;
+    }
 }
 
 bool eventually(const std::function<bool()>& holds) {
@@ -112,6 +143,21 @@ Words TemporaryDirectory::entries() const {
     std::sort(names.begin(), names.end());
     return names;
 }
+
+SourcePipe::SourcePipe(const std::string& path, std::string_view bytes) {
+    EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+    pipe_ = open(path.c_str(), O_RDWR | O_CLOEXEC);  // both ends
+    fcntl(pipe_, F_SETPIPE_SZ, 1 << 20);
+    EXPECT_EQ(write(pipe_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+}
+
+SourcePipe::~SourcePipe() {
+    if (pipe_ >= 0) close(pipe_);
+}
+
+RoomTest::RoomTest() { std::filesystem::current_path(room.path()); }
+
+RoomTest::~RoomTest() { std::filesystem::current_path("/"); }
 
 std::string readFile(const std::string& path) {
     std::ostringstream bytes;

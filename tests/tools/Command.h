@@ -3,16 +3,19 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include <gtest/gtest.h>
 #include <sys/types.h>
+#include <nlohmann/json.hpp>
 
 namespace corvex::tool::test {
 
 using Words = std::vector<std::string>;
 
-/// "-dims 9x9 -an" as words: what stands between blanks.
-Words wordsOf(std::string_view text);
+/// "-in @plain -out 'a b.mov'" as words: what stands between blanks or in quotes; "@plain" is the path of that clip.
+Words wordsOf(const std::string& line);
 
 /// How a command ended and what it said.
 struct CommandResult {
@@ -44,10 +47,23 @@ private:
 };
 
 CommandResult run(Words words);
-/// The tool under test.
-CommandResult corvex(Words words);
+/// The tool under test; the line is read by wordsOf().
+CommandResult corvex(const std::string& line);
 /// A program that must succeed, as ffmpeg: a failure is reported to GoogleTest. Gives its standard output.
 std::string runOrFail(Words words);
+/// The tool that must succeed.
+std::string answerTo(const std::string& line);
+/// The same with "--json" as its first option.
+nlohmann::json jsonAnswerTo(const std::string& line);
+
+/// A line that the tool refuses with an exit status, a part of the one line that says why, and no other output.
+struct Refusal {
+    std::string line;
+    int exitStatus;
+    std::string problem;
+};
+/// `prefix` stands before each line.
+void expectRefusals(const std::vector<Refusal>& rows, const std::string& prefix = {});
 
 /// Asks again and again until `holds`, for as long as a very slow machine may need. False: it never did.
 bool eventually(const std::function<bool()>& holds);
@@ -66,6 +82,26 @@ public:
 
 private:
     std::string path_;
+};
+
+/// A named pipe that never ends and never waits for a reader: who reads it is in its middle for as long as a test wants.
+class SourcePipe {
+public:
+    explicit SourcePipe(const std::string& path, std::string_view bytes = {});
+    SourcePipe(SourcePipe&& other) noexcept : pipe_(std::exchange(other.pipe_, -1)) {}
+    ~SourcePipe();
+
+private:
+    int pipe_;
+};
+
+/// A test in a directory of its own, which is the current one meanwhile.
+class RoomTest : public ::testing::Test {
+protected:
+    RoomTest();
+    ~RoomTest() override;
+
+    TemporaryDirectory room;
 };
 
 std::string readFile(const std::string& path);

@@ -6,10 +6,7 @@
 #include <optional>
 #include <sstream>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <tests/Places.h>
 #include <tests/tools/Media.h>
@@ -32,11 +29,6 @@ ProcessFacts factsOf(const std::string& process) {
     return facts;
 }
 
-bool isGone(pid_t process) {
-    const char state = factsOf(std::to_string(process)).state;
-    return state == 0 || state == 'Z';  // a zombie whose new parent has not looked yet
-}
-
 pid_t childOf(pid_t parent) {
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const std::string name = entry.path().filename();
@@ -46,46 +38,45 @@ pid_t childOf(pid_t parent) {
     return 0;
 }
 
+std::string mostOf(const std::string& bytes) { return bytes.substr(0, bytes.size() * 3 / 4); }
+
 /// A transcode that has written its first frames and waits for more of its source.
 class RunningJob {
 public:
-    explicit RunningJob(const Words& more = {}, Words before = {}) {
-        EXPECT_EQ(mkfifo(directory.path("source.mkv").c_str(), 0600), 0);
-        pipe_ = open(directory.path("source.mkv").c_str(), O_RDWR | O_CLOEXEC);  // both ends: never waits for a reader
-        EXPECT_GE(pipe_, 0);
-        fcntl(pipe_, F_SETPIPE_SZ, 1 << 20);
-        const std::string bytes = readFile(clip("mkv"));
-        const std::size_t half = bytes.size() * 3 / 4;
-        EXPECT_EQ(write(pipe_, bytes.data(), half), static_cast<ssize_t>(half));
-        before.insert(before.end(),
-                      {corvex::test::toolPath, "transcode", "-in", directory.path("source.mkv"), "-out",
-                       directory.path("out.mov"), "-progress_file", progress(), "-vcodec", "prores422proxy"});
-        before.insert(before.end(), more.begin(), more.end());
-        command_.emplace(before);
+    explicit RunningJob(const std::string& more = {}, const std::string& before = {}) {
+        command_.emplace(wordsOf(before + corvex::test::toolPath + " transcode -in " + directory.path("source.mkv") +
+                                 " -out " + directory.path("out.mov") + " -progress_file " + progress() +
+                                 " -vcodec prores422proxy " + more));
         EXPECT_TRUE(eventually([&] { return readFile(progress()).find("state=running") != std::string::npos; }));
-        worker_ = childOf(command_->processIdentifier());
+        worker_ = childOf(host());
         EXPECT_NE(worker_, 0);
-    }
-    ~RunningJob() {
-        if (pipe_ >= 0) close(pipe_);
     }
 
     [[nodiscard]] std::string progress() const { return work.path("progress.txt"); }
     [[nodiscard]] pid_t host() const { return command_->processIdentifier(); }
     [[nodiscard]] pid_t worker() const { return worker_; }
-    CommandResult wait() { return command_->wait(); }
     /// Nothing beside the source; the worker has ended.
-    void expectNothingLeft() {
-        EXPECT_TRUE(eventually([&] { return isGone(worker_); }));
+    CommandResult waitAndExpectNothingLeft() {
+        CommandResult result = command_->wait();
+        EXPECT_TRUE(eventually([&] {
+            const char state = factsOf(std::to_string(worker_)).state;
+            return state == 0 || state == 'Z';  // a zombie whose new parent has not looked yet
+        }));
         EXPECT_EQ(directory.entries(), Words{"source.mkv"});
         EXPECT_EQ(work.entries(), Words{"progress.txt"});
+        return result;
+    }
+    void expectToStopWith(const char* problem) {
+        const CommandResult result = waitAndExpectNothingLeft();
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_THAT(result.error, HasSubstr(problem));
+        EXPECT_EQ(lineCount(result.error), 1U) << result.error;
     }
 
-    TemporaryDirectory directory;
-    TemporaryDirectory work;
+    TemporaryDirectory directory, work;
 
 private:
-    int pipe_ = -1;
+    SourcePipe pipe_{directory.path("source.mkv"), mostOf(readFile(clip("mkv")))};
     std::optional<Command> command_;
     pid_t worker_ = 0;
 };
@@ -93,22 +84,17 @@ private:
 TEST(FaultEndToEnd, aHostThatIsKilledTakesItsWorkerAlong) {
     RunningJob job;
     kill(job.host(), SIGKILL);
-    EXPECT_EQ(job.wait().signal, SIGKILL);
-    job.expectNothingLeft();
+    EXPECT_EQ(job.waitAndExpectNothingLeft().signal, SIGKILL);
     EXPECT_THAT(readFile(job.progress()), HasSubstr("state=failed"));
 }
 
 TEST(FaultEndToEnd, aWorkerThatIsKilledIsReported) {
-    for (const bool overwrites : {false, true}) {
-        RunningJob job(overwrites ? Words{"-overwrite"} : Words{});
+    for (const char* more : {"", "-overwrite"}) {
+        RunningJob job(more);
         // As its temporary name would stand where the file system has no files without a name.
         writeFile(job.directory.path(".out.mov." + std::to_string(job.worker()) + ".part"), "half");
         kill(job.worker(), SIGKILL);
-        const CommandResult result = job.wait();
-        EXPECT_EQ(result.exitStatus, 1);
-        EXPECT_THAT(result.error, HasSubstr("signal 9"));
-        EXPECT_EQ(lineCount(result.error), 1U) << result.error;
-        job.expectNothingLeft();
+        job.expectToStopWith("signal 9");
     }
 }
 
@@ -117,87 +103,56 @@ TEST(FaultEndToEnd, signalsEndTheJobInOrder) {
         for (const bool toWorker : {false, true}) {
             RunningJob job;
             kill(toWorker ? job.worker() : job.host(), signal);
-            const CommandResult result = job.wait();
-            EXPECT_EQ(result.exitStatus, 1) << signal;
-            EXPECT_THAT(result.error, HasSubstr("stopped by signal")) << signal;
-            EXPECT_EQ(lineCount(result.error), 1U) << result.error;
-            job.expectNothingLeft();
+            job.expectToStopWith("stopped by signal");
         }
     }
-}
-
-TEST(FaultEndToEnd, aSignalThatIsIgnoredStaysSo) {
-    RunningJob job({}, {"nohup"});
+    RunningJob job("", "nohup ");  // a signal that is ignored stays so
     kill(job.worker(), SIGHUP);
     kill(job.host(), SIGHUP);
     kill(job.host(), SIGTERM);
-    const CommandResult result = job.wait();
-    EXPECT_THAT(result.error, HasSubstr("stopped by signal 15"));
-    job.expectNothingLeft();
+    EXPECT_THAT(job.waitAndExpectNothingLeft().error, HasSubstr("stopped by signal 15"));
 }
 
-TEST(FaultEndToEnd, aFullDiskIsOneClearLine) {
-    struct Row {
-        const char* name;
-        Words words;
-    };
-    const Row rows[] = {
-        {"out.mov", {}},
-        {"out.mov", {"-vcodec", "prores422", "-web"}},
-        {"out.mp4", {"-acodec", "aac"}},
-        {"out.wav", {}},
-    };
-    for (const Row& row : rows) {
-        const TemporaryDirectory directory;
+using FaultRoomEndToEnd = RoomTest;
+
+TEST_F(FaultRoomEndToEnd, aFullDiskIsOneClearLine) {
+    for (const char* words : {"out.mov", "out.mov -vcodec prores422 -web", "out.mp4 -acodec aac", "out.wav"}) {
         // A limit of 32 blocks of 512 bytes fails as a full disk does, with another text.
-        Words words{
-            "sh",          "-c",   "ulimit -f 32; exec \"$@\"", "sh", corvex::test::toolPath, "transcode", "-in",
-            clip("plain"), "-out", directory.path(row.name)};
-        words.insert(words.end(), row.words.begin(), row.words.end());
-        const CommandResult result = run(words);
-        EXPECT_EQ(result.exitStatus, 1) << row.name;
-        EXPECT_THAT(result.error, HasSubstr("cannot write '" + directory.path(row.name) + "': File too large"));
+        const CommandResult result =
+            run(wordsOf("sh -c 'ulimit -f 32; exec \"$@\"' sh " + std::string(corvex::test::toolPath) +
+                        " transcode -in @plain -out " + words));
+        EXPECT_EQ(result.exitStatus, 1) << words;
+        EXPECT_THAT(result.error, HasSubstr("cannot write '" + wordsOf(words)[0] + "': File too large"));
         EXPECT_EQ(lineCount(result.error), 1U) << result.error;
-        EXPECT_EQ(directory.entries(), Words{});
+        EXPECT_EQ(room.entries(), Words{});
     }
 }
 
-TEST(FaultEndToEnd, aFullDiskLeavesNoPartOfAPageOrAPicture) {
-    const TemporaryDirectory directory;
-    writeFile(directory.path("a.cube"), "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n");
-    const std::pair<Words, std::string> rows[] = {
-        {{"generate", directory.path("share")}, "share/man/man1/corvex.1"},
-        {{"lut", "check", directory.path("a.cube"), "--plot", directory.path("a.png")}, "a.png"},
-    };
-    for (const auto& [job, name] : rows) {
-        Words words{"sh", "-c", "trap '' XFSZ; ulimit -f 2; exec \"$@\"", "sh", corvex::test::toolPath};
-        words.insert(words.end(), job.begin(), job.end());
-        const CommandResult result = run(words);
+TEST_F(FaultRoomEndToEnd, aFullDiskLeavesNoPartOfAPageOrAPicture) {
+    writeFile("a.cube", "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n");
+    for (const auto& [job, name] :
+         {std::pair("generate share", "share/man/man1/corvex.1"), {"lut check a.cube --plot a.png", "a.png"}}) {
+        const CommandResult result = run(wordsOf("sh -c 'trap \"\" XFSZ; ulimit -f 2; exec \"$@\"' sh " +
+                                                 std::string(corvex::test::toolPath) + " " + job));
         EXPECT_EQ(result.exitStatus, 1) << name;
-        EXPECT_EQ(result.error, "corvex: cannot write '" + directory.path(name) + "': File too large\n");
-        EXPECT_FALSE(std::filesystem::exists(directory.path(name)));
+        EXPECT_EQ(result.error, "corvex: cannot write '" + std::string(name) + "': File too large\n");
+        EXPECT_FALSE(std::filesystem::exists(name));
     }
 }
 
-TEST(FaultEndToEnd, aReaderOfTheProgressMayLeave) {
-    const TemporaryDirectory directory;
-    const CommandResult result =
-        run({"bash", "-c", "\"$@\" | true; exit ${PIPESTATUS[0]}", "bash", corvex::test::toolPath, "transcode", "-in",
-             clip("plain"), "-out", directory.path("out.mov")});
-    EXPECT_EQ(result.exitStatus, 0) << result.error;
-    EXPECT_EQ(directory.entries(), Words{"out.mov"});
-}
-
-TEST(FaultEndToEnd, aWorkerWhoseParentIsGoneDoesNotStart) {
-    const TemporaryDirectory directory;
+TEST_F(FaultRoomEndToEnd, readersAndParentsMayBeGone) {
+    const std::string tool = corvex::test::toolPath;
+    EXPECT_EQ(run(wordsOf("sh -c '\"$@\" >/dev/full' sh " + tool + " media makers")).error,
+              "corvex: cannot write to standard output\n");
     Command gone({"true"});
     const std::string parent = std::to_string(gone.processIdentifier());
     (void)gone.wait();
-    const CommandResult result =
-        corvex({"-isTranscoder", "-in", clip("plain"), "-out", directory.path("out.mov"), "-parentPid", parent});
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.error, HasSubstr("-parentPid " + parent));
-    EXPECT_EQ(directory.entries(), Words{});
+    expectRefusals({{"-isTranscoder -in @plain -out out.mov -parentPid " + parent, 1, "-parentPid " + parent}});
+    EXPECT_EQ(room.entries(), Words{});
+    const CommandResult unread = run(
+        wordsOf("bash -c '\"$@\" | true; exit ${PIPESTATUS[0]}' bash " + tool + " transcode -in @plain -out out.mov"));
+    EXPECT_EQ(unread.exitStatus, 0) << unread.error;
+    EXPECT_EQ(room.entries(), Words{"out.mov"});
 }
 
 }  // namespace

@@ -67,7 +67,8 @@ TEST(FrameGeometry, anchorsPlaceTheCrop) {
     const AnchorRow rows[] = {
         {OAVAnchorTopLeft, 0, 0},      {OAVAnchorTopCenter, 100, 0},      {OAVAnchorTopRight, 200, 0},
         {OAVAnchorCenterLeft, 0, 100}, {OAVAnchorCenter, 100, 100},       {OAVAnchorCenterRight, 200, 100},
-        {OAVAnchorBottomLeft, 0, 200}, {OAVAnchorBottomCenter, 100, 200}, {OAVAnchorBottomRight, 200, 200}};
+        {OAVAnchorBottomLeft, 0, 200}, {OAVAnchorBottomCenter, 100, 200}, {OAVAnchorBottomRight, 200, 200},
+    };
     for (const AnchorRow& row : rows) {
         const FrameRequest request{PixelSize{50, 50}, OAVCropAspect, row.anchor};
         const FrameGeometry wide = FrameGeometry::make({{300, 100}, square, {}}, request);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -15,11 +16,22 @@ using ProbeResult = nlohmann::json;
 /// The path of a small clip, made with the ffmpeg program when it is first asked for. clips() in Media.cpp lists them.
 const std::string& clip(const std::string& name);
 
-/// Runs ffmpeg quietly; the last word is the file to write.
-void ffmpeg(Words words);
+/// Runs ffmpeg quietly; the line is read by wordsOf(), its last word is the file to write.
+void ffmpeg(const std::string& line);
+/// The raw numbers that ffmpeg makes of pictures or sound; the line names the file and the format.
+template <class T>
+std::vector<T> decoded(const std::string& line) {
+    const std::string bytes = runOrFail(wordsOf("ffmpeg -v error -nostdin " + line + " -"));
+    std::vector<T> numbers(bytes.size() / sizeof(T));
+    std::memcpy(numbers.data(), bytes.data(), numbers.size() * sizeof(T));
+    return numbers;
+}
 
 /// What ffprobe says: "format" and "streams", packets counted.
 ProbeResult probe(const std::string& path);
+/// Facts of streams, with ", " between: a stream's type, its number among those, ffprobe's key or "tag:" and a tag's, and
+/// the value, as "audio 0 channels 2"; without a value there is no such fact.
+void expectFacts(const ProbeResult& result, std::string_view facts);
 /// The stream of a type ("video", "audio") by its order among those; an empty object when there is none.
 ProbeResult stream(const ProbeResult& result, const std::string& type, std::size_t index = 0);
 /// A number of ffprobe's, which writes most of them as texts; 0 when absent.
@@ -27,12 +39,14 @@ double number(const ProbeResult& object, const std::string& key);
 std::string text(const ProbeResult& object, const std::string& key);
 
 /// Peak signal-to-noise ratio of all pictures of two files, in dB, all components together; infinite when they are equal.
-/// `filter` brings the second to the shape of the first.
-double psnr(const std::string& path, const std::string& reference, const std::string& filter = "null");
+double psnr(const std::string& path, const std::string& reference);
 
 struct Pixel {
     int red = 0, green = 0, blue = 0;
 };
+/// Of the component that is farthest off.
+int distance(const Pixel& a, const Pixel& b);
+
 /// The picture at a time, decoded to 8-bit RGB.
 class Picture {
 public:
@@ -44,7 +58,7 @@ public:
 
 private:
     int width_ = 0, height_ = 0;
-    std::string bytes_;
+    std::vector<std::uint8_t> bytes_;
 };
 
 /// Loudness over time: the root mean square (0 to 1) of the samples of a stream, mixed to mono, in each of the windows.
@@ -52,5 +66,12 @@ std::vector<double> loudness(const std::string& path, double windowSeconds, std:
 
 /// Whether the index of a QuickTime or MPEG-4 file stands before its media (ISO/IEC 14496-12).
 bool isIndexInFront(const std::string& path);
+
+/// A test that transcodes in a directory of its own.
+class TranscodeTest : public RoomTest {
+protected:
+    /// Runs a job that must succeed without a word on standard error; gives the target, which it replaces.
+    static std::string transcode(const std::string& target, const std::string& words);
+};
 
 }  // namespace corvex::tool::test

@@ -16,6 +16,7 @@ using test::TemporaryDirectory;
 using test::Words;
 using test::writeFile;
 using ::testing::HasSubstr;
+namespace fs = std::filesystem;
 
 std::string problemOf(const std::function<void()>& action) {
     try {
@@ -26,131 +27,121 @@ std::string problemOf(const std::function<void()>& action) {
     return "";
 }
 
-TEST(OutputFile, appearsOnlyWhenItIsPublished) {
-    const TemporaryDirectory directory;
-    const std::string target = directory.path("x.mov");
+class OutputFiles : public test::RoomTest {
+protected:
+    [[nodiscard]] std::string path(const std::string& name) const { return room.path(name); }
+};
+
+TEST_F(OutputFiles, appearOnlyWhenTheyArePublished) {
     {
-        OutputFile file(target, "", false);
+        OutputFile file(path("x.mov"), "", false);
         writeFile(file.pathWhileWriting(), "bytes");
-        EXPECT_EQ(directory.entries(), Words{});
+        EXPECT_EQ(room.entries(), Words{});
         file.publish();
-        EXPECT_EQ(directory.entries(), Words{"x.mov"});
+        EXPECT_EQ(room.entries(), Words{"x.mov"});
     }
-    EXPECT_EQ(readFile(target), "bytes");
-    { const OutputFile given(directory.path("up.mov"), "", false); }
-    EXPECT_EQ(directory.entries(), Words{"x.mov"});
+    EXPECT_EQ(readFile("x.mov"), "bytes");
+    { const OutputFile given(path("up.mov"), "", false); }
+    EXPECT_EQ(room.entries(), Words{"x.mov"});
 }
 
-TEST(OutputFile, whoeverTakesTheNameMeanwhileKeepsIt) {
-    const TemporaryDirectory directory;
-    const std::string target = directory.path("x.mov");
+TEST_F(OutputFiles, areNotPublishedOverWhatOthersPutThere) {
     for (const char* workDirectory : {"", "/dev/shm"}) {
         {
-            OutputFile file(target, workDirectory, false);
+            OutputFile file(path("x.mov"), workDirectory, false);
             writeFile(file.pathWhileWriting(), "ours");
-            writeFile(target, "theirs");
+            writeFile("x.mov", "theirs");
             EXPECT_THAT(problemOf([&] { file.publish(); }), HasSubstr("exists; -overwrite would replace it"));
         }
-        EXPECT_EQ(readFile(target), "theirs");
-        EXPECT_EQ(directory.entries(), Words{"x.mov"});
-        std::filesystem::remove(target);
+        EXPECT_EQ(readFile("x.mov"), "theirs");
+        EXPECT_EQ(room.entries(), Words{"x.mov"});
+        fs::remove("x.mov");
     }
 }
 
-TEST(OutputFile, replacesWhenAllowed) {
-    const TemporaryDirectory directory;
+/// Also from another file system, in more than a buffer of the copy, and no multiple of it.
+TEST_F(OutputFiles, replaceWhenAllowed) {
+    const TemporaryDirectory work("/dev/shm");
+    std::string bytes(300'000, ' ');
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7 / 5);
     for (const std::string& name : {std::string("x.mov"), std::string(251, 'n') + ".mov"}) {
-        SCOPED_TRACE(name.size());
-        writeFile(directory.path(name), "old");
-        OutputFile file(directory.path(name), "", true);
-        writeFile(file.pathWhileWriting(), "new");
-        EXPECT_EQ(readFile(directory.path(name)), "old");
-        file.publish();
-        EXPECT_EQ(readFile(directory.path(name)), "new");
-        std::filesystem::remove(directory.path(name));
-        EXPECT_EQ(directory.entries(), Words{});
+        for (const std::string& workDirectory : {std::string(), work.path()}) {
+            SCOPED_TRACE(name.substr(0, 5) + workDirectory);
+            const bool exists = name == "x.mov" || workDirectory.empty();
+            if (exists) writeFile(name, "old");
+            const std::string before = readFile(name);
+            OutputFile file(path(name), workDirectory, exists);
+            writeFile(file.pathWhileWriting(), bytes);
+            EXPECT_EQ(readFile(name), before);
+            file.publish();
+            EXPECT_TRUE(readFile(name) == bytes);
+            EXPECT_EQ(room.entries(), Words{name});
+            EXPECT_EQ(work.entries(), Words{});
+            fs::remove(name);
+        }
     }
 }
 
-TEST(OutputFile, linksStayAndTheirEndsAreWritten) {
-    const TemporaryDirectory directory;
+TEST_F(OutputFiles, linksStayAndTheirEndsAreWritten) {
     const TemporaryDirectory other;
     writeFile(other.path("old.mov"), "old");
-    std::filesystem::create_symlink(other.path("old.mov"), directory.path("there.mov"));
-    std::filesystem::create_symlink("there.mov", directory.path("over.mov"));
-    std::filesystem::create_symlink(other.path("new.mov"), directory.path("to nothing.mov"));
-    const Words links = directory.entries();
+    fs::create_symlink(other.path("old.mov"), "there.mov");
+    fs::create_symlink("there.mov", "over.mov");
+    fs::create_symlink(other.path("new.mov"), "to nothing.mov");
+    const Words links = room.entries();
     for (const auto& [link, end] : {std::pair("over.mov", "old.mov"), std::pair("to nothing.mov", "new.mov")}) {
-        OutputFile file(directory.path(link), "", true);
+        OutputFile file(path(link), "", true);
         writeFile(file.pathWhileWriting(), "bytes");
         file.publish();
         EXPECT_EQ(readFile(other.path(end)), "bytes");
-        EXPECT_TRUE(std::filesystem::is_symlink(directory.path(link)));
+        EXPECT_TRUE(fs::is_symlink(link));
     }
-    EXPECT_EQ(directory.entries(), links);
+    EXPECT_EQ(room.entries(), links);
     EXPECT_EQ(other.entries(), (Words{"new.mov", "old.mov"}));
-    std::filesystem::create_symlink("round.mov", directory.path("round.mov"));
-    EXPECT_NE(problemOf([&] { OutputFile(directory.path("round.mov"), "", true); }), "");
 }
 
-TEST(OutputFile, comesFromAnotherFileSystemWhole) {
-    const TemporaryDirectory directory;
-    const TemporaryDirectory work("/dev/shm");
-    std::string bytes(300'000, ' ');  // more than a buffer of the copy, and no multiple of it
-    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7 / 5);
-    for (const bool overwrites : {false, true}) {
-        if (overwrites) writeFile(directory.path("x.mov"), "old");
-        OutputFile file(directory.path("x.mov"), work.path(), overwrites);
-        writeFile(file.pathWhileWriting(), bytes);
-        file.publish();
-        EXPECT_TRUE(readFile(directory.path("x.mov")) == bytes);
-        EXPECT_EQ(directory.entries(), Words{"x.mov"});
-        EXPECT_EQ(work.entries(), Words{});
-        std::filesystem::remove(directory.path("x.mov"));
-    }
-}
-
-TEST(OutputFile, placesThatCannotBeWrittenAreToldAtOnce) {
-    const TemporaryDirectory directory;
-    writeFile(directory.path("file.mov"), "old");
-    std::filesystem::create_directory(directory.path("directory.mov"));
-    std::filesystem::create_symlink("/nonexistent/x", directory.path("dangling.mov"));
-    ASSERT_EQ(mkfifo(directory.path("pipe.mov").c_str(), 0600), 0);
+TEST_F(OutputFiles, placesThatCannotBeWrittenAreToldAtOnce) {
+    writeFile("file.mov", "old");
+    fs::create_directory("directory.mov");
+    fs::create_symlink("/nonexistent/x", "dangling.mov");
+    fs::create_symlink("round.mov", "round.mov");
+    ASSERT_EQ(mkfifo("pipe.mov", 0600), 0);
     struct Row {
-        std::string target;
+        const char* target;
         std::string workDirectory;
         bool overwrites;
-        std::string problem;
+        const char* problem;
     };
     const Row rows[] = {
-        {directory.path("file.mov"), "", false, "file.mov': the file exists"},
-        {directory.path("dangling.mov"), "", false, "dangling.mov': the file exists"},
-        {directory.path("directory.mov"), "", true, "directory.mov': it is a directory"},
-        {directory.path("pipe.mov"), "", true, "pipe.mov': it is no regular file"},
-        {directory.path("missing/x.mov"), "", false, "missing/x.mov': No such file or directory"},
-        {directory.path("file.mov/x.mov"), "", false, "file.mov/x.mov': "},
-        {directory.path("x.mov"), directory.path("missing"), false, "missing': No such file or directory"},
-        {directory.path("x.mov"), directory.path("file.mov"), false, "file.mov': Not a directory"},
+        {"file.mov", "", false, "file.mov': the file exists"},
+        {"dangling.mov", "", false, "dangling.mov': the file exists"},
+        {"directory.mov", "", true, "directory.mov': it is a directory"},
+        {"pipe.mov", "", true, "pipe.mov': it is no regular file"},
+        {"round.mov", "", true, "round.mov': "},
+        {"missing/x.mov", "", false, "missing/x.mov': No such file or directory"},
+        {"file.mov/x.mov", "", false, "file.mov/x.mov': "},
+        {"x.mov", path("missing"), false, "missing': No such file or directory"},
+        {"x.mov", path("file.mov"), false, "file.mov': Not a directory"},
         {"/proc/x.mov", "", false, "'/proc/x.mov': "},
     };
-    const Words before = directory.entries();
+    const Words before = room.entries();
     for (const Row& row : rows) {
-        EXPECT_THAT(problemOf([&] { OutputFile(row.target, row.workDirectory, row.overwrites); }),
-                    HasSubstr(row.problem));
+        EXPECT_THAT(
+            problemOf([&] { OutputFile(fs::path(room.path()) / row.target, row.workDirectory, row.overwrites); }),
+            HasSubstr(row.problem));
     }
-    EXPECT_EQ(directory.entries(), before);
-    EXPECT_EQ(readFile(directory.path("file.mov")), "old");
+    EXPECT_EQ(room.entries(), before);
+    EXPECT_EQ(readFile("file.mov"), "old");
 }
 
-TEST(OutputFile, leftoversOfAnotherProcessAreFound) {
-    const TemporaryDirectory directory;
+TEST_F(OutputFiles, leftoversOfAnotherProcessAreFound) {
     const TemporaryDirectory work;
-    for (const TemporaryDirectory* place : {&directory, &work}) {
+    for (const TemporaryDirectory* place : {static_cast<const TemporaryDirectory*>(&room), &work}) {
         writeFile(place->path(".x.mov.123.part"), "half");
         writeFile(place->path(".x.mov.124.part"), "another job's");
     }
-    OutputFile::removeLeftovers(directory.path("x.mov"), work.path(), 123);
-    EXPECT_EQ(directory.entries(), Words{".x.mov.124.part"});
+    OutputFile::removeLeftovers(path("x.mov"), work.path(), 123);
+    EXPECT_EQ(room.entries(), Words{".x.mov.124.part"});
     EXPECT_EQ(work.entries(), Words{".x.mov.124.part"});
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+
 #include <tests/tools/Media.h>
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/PictureStages.h>
@@ -103,51 +104,38 @@ private:
     AVTimecode timecode_{};
 };
 
-TEST(OverlayEndToEnd, theLabelsInThePicturesAreThoseOfTheTrack) {
+using OverlayEndToEnd = TranscodeTest;
+
+TEST_F(OverlayEndToEnd, theLabelsInThePicturesAreThoseOfTheTrack) {
     struct Row {
         const char *source, *first, *more;
         Anchor anchor;
-        int pictures;
+        int pictures = 5;
     };
-    // Sources by their rate; the last one has a picture a second, of which a change of rate makes ten minutes.
-    constexpr const char *film = "24000/1001", *pal = "25", *ntsc = "30000/1001", *doubled = "60000/1001", *slow = "1";
     const Row rows[] = {
-        {ntsc, "00:00:59;28", "", OAVAnchorTopLeft, 5},
-        {doubled, "00:00:59;58", "", OAVAnchorTopCenter, 5},
-        {film, "23:59:59:22", "", OAVAnchorTopRight, 5},
-        {pal, "00:09:59:23", "", OAVAnchorCenterLeft, 5},
-        {ntsc, "00:09:59;28", "", OAVAnchorCenter, 5},
-        {doubled, "00:00:59:58", "-tc_non_drop", OAVAnchorCenterRight, 5},
-        {film, "00:00:59:22", "", OAVAnchorBottomLeft, 5},
-        {pal, "23:59:59:23", "", OAVAnchorBottomCenter, 5},
-        {ntsc, "23:59:59;28", "", OAVAnchorBottomRight, 5},
-        {slow, "00:00:59;28", "-vr 29.97 -v_frame_cap 3", OAVAnchorBottomCenter, 18012},
+        {"ntsc.mov", "00:00:59;28", "", OAVAnchorTopLeft},
+        {"doubled.mov", "00:00:59;58", "", OAVAnchorTopCenter},
+        {"film.mov", "23:59:59:22", "", OAVAnchorTopRight},
+        {"pal.mov", "00:09:59:23", "", OAVAnchorCenterLeft},
+        {"ntsc.mov", "00:09:59;28", "", OAVAnchorCenter},
+        {"doubled.mov", "00:00:59:58", "-tc_non_drop", OAVAnchorCenterRight},
+        {"film.mov", "00:00:59:22", "", OAVAnchorBottomLeft},
+        {"pal.mov", "23:59:59:23", "", OAVAnchorBottomCenter},
+        {"ntsc.mov", "23:59:59;28", "", OAVAnchorBottomRight},
+        // A picture a second, of which a change of rate makes more than a minute.
+        {"slow.mov", "00:00:59;28", "-vr 29.97 -v_frame_cap 3", OAVAnchorBottomCenter, 1918},
     };
-    const TemporaryDirectory directory;
-    const auto sourceOf = [&](const std::string& rate) {
-        std::string name = rate + ".mov";
-        std::replace(name.begin(), name.end(), '/', '-');
-        const std::string path = directory.path(name);
-        const char* count = rate == slow ? "601" : "5";
-        ffmpeg({"-y", "-f", "lavfi", "-i", "testsrc2=size=128x96:rate=" + rate, "-frames:v", count, "-c:v", "mpeg4",
-                path});
-        return path;
-    };
-    std::map<std::string, std::string> sources;
-    for (const char* rate : {film, pal, ntsc, doubled, slow}) sources[rate] = sourceOf(rate);
-
-    const std::string burnt = directory.path("burnt.mov");
+    for (const char* source : {"24000/1001 -frames:v 5 -c:v mpeg4 film.mov", "25 -frames:v 5 -c:v mpeg4 pal.mov",
+                               "30000/1001 -frames:v 5 -c:v mpeg4 ntsc.mov", "1 -frames:v 64 -c:v mpeg4 slow.mov",
+                               "60000/1001 -frames:v 5 -c:v mpeg4 doubled.mov"}) {
+        ffmpeg(std::string("-f lavfi -i testsrc2=size=128x96:rate=") + source);
+    }
     for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.anchor.rawValue()) + " " + row.first);
-        Words words{"transcode", "-in", sources[row.source], "-out", burnt, "-vcodec", "mp4"};
-        for (const std::string& word :
-             wordsOf("-overwrite -tc_track -tc_burn -tc_burn_size 12 -tc_burn_anchor " +
-                     std::string(row.anchor.rawValue()) + " -tc_custom " + row.first + " " + row.more)) {
-            words.push_back(word);
-        }
-        const CommandResult result = corvex(words);
-        ASSERT_EQ(result.exitStatus, 0) << result.error;
-
+        const std::string anchor(row.anchor.rawValue());
+        SCOPED_TRACE(anchor + " " + row.first);
+        const std::string burnt =
+            transcode("burnt.mov", std::string("-vcodec mp4 -tc_track -tc_burn -tc_burn_size 12 -in ") + row.source +
+                                       " -tc_burn_anchor " + anchor + " -tc_custom " + row.first + " " + row.more);
         const TrackLabels track(burnt);
         EXPECT_EQ(track.first(), row.first);
         const LabelReader reader(12, row.anchor, 128, 96);
@@ -163,44 +151,29 @@ TEST(OverlayEndToEnd, theLabelsInThePicturesAreThoseOfTheTrack) {
 
 /// What a job without marks makes of the same source is the measure: Motion JPEG codes each block of 16x8 pixels for
 /// itself, so that blocks without a mark are the same to the bit.
-TEST(OverlayEndToEnd, marksLieOverTheFinishedPictureAndTouchNothingElse) {
-    const TemporaryDirectory directory;
-    const std::string source = directory.path("source.mov"), mark = directory.path("Mark.png"),
-                      table = directory.path("negative.cube");
-    ffmpeg(
-        {"-f", "lavfi", "-i", "testsrc2=size=320x160:rate=25", "-frames:v", "1", "-c:v", "mpeg4", "-q:v", "2", source});
+TEST_F(OverlayEndToEnd, marksLieOverTheFinishedPictureAndTouchNothingElse) {
+    ffmpeg("-f lavfi -i testsrc2=size=320x160:rate=25 -frames:v 1 -c:v mpeg4 -q:v 2 source.mov");
     // Red on the left, transparent on the right.
-    ffmpeg({"-f", "lavfi", "-i", "nullsrc=size=32x32,format=gbrap,geq=r=255:g=0:b=0:a='255*lt(X,16)'", "-frames:v", "1",
-            mark});
-    writeFile(table, "LUT_3D_SIZE 2\n1 1 1\n0 1 1\n1 0 1\n0 0 1\n1 1 0\n0 1 0\n1 0 0\n0 0 0\n");
-    const auto transcode = [&](const std::string& name, const std::string& marks) {
-        Words words{"transcode", "-in", source, "-out", directory.path(name), "-clut", table};
-        for (const std::string& word : wordsOf("-vcodec mjpeg -dims 160x160 -aspect_scaling crop " + marks)) {
-            words.push_back(word);
-        }
-        const CommandResult result = corvex(words);
-        EXPECT_EQ(result.exitStatus, 0) << result.error;
-        return directory.path(name);
-    };
-    const std::string plain = transcode("plain.mov", "");
+    ffmpeg("-f lavfi -i nullsrc=size=32x32,format=gbrap,geq=r=255:g=0:b=0:a='255*lt(X,16)' -frames:v 1 Mark.png");
+    writeFile("negative.cube", "LUT_3D_SIZE 2\n1 1 1\n0 1 1\n1 0 1\n0 0 1\n1 1 0\n0 1 0\n1 0 0\n0 0 0\n");
+    const std::string words = "-in source.mov -clut negative.cube -vcodec mjpeg -dims 160x160 -aspect_scaling crop ";
+    const std::string plain = transcode("plain.mov", words);
     const std::string marked =
-        transcode("marked.mov", "-wmf_path " + mark + " -wmf_scale 2 -wmf_anchor bl " +
-                                    "-wmt_burn -wmt_text Dailies -wmt_size 10 -wmt_anchor tr -wmt_box_rgb 0,1,0 " +
+        transcode("marked.mov", words +
+                                    "-wmf_path Mark.png -wmf_scale 2 -wmf_anchor bl "
+                                    "-wmt_burn -wmt_text Dailies -wmt_size 10 -wmt_anchor tr -wmt_box_rgb 0,1,0 "
                                     "-tc_burn -tc_burn_size 8 -tc_burn_anchor bl -tc_burn_box_rgb 0,0,1");
-
     const Picture picture(marked);
-    const auto expectColor = [&](int x, int y, const Pixel& color) {
-        const Pixel found = picture.at((x + 0.5) / 160, (y + 0.5) / 160);
-        const int off = std::max(
-            {std::abs(found.red - color.red), std::abs(found.green - color.green), std::abs(found.blue - color.blue)});
-        EXPECT_LT(off, 12) << "at " << x << ", " << y;
+    struct Row {
+        double x, y;
+        Pixel color;
     };
     // Within the inner 90 %: the image's red at (8, 88) to (39, 151), the label over it from line 142 on.
-    for (const auto& [x, y] : {std::pair(9, 89), std::pair(36, 89), std::pair(9, 134), std::pair(36, 134)}) {
-        expectColor(x, y, {254, 0, 0});
+    for (const auto& [x, y, color] :
+         {Row{9, 89, {254, 0, 0}}, Row{36, 89, {254, 0, 0}}, Row{9, 134, {254, 0, 0}}, Row{36, 134, {254, 0, 0}},
+          Row{10, 145, {0, 0, 254}}, Row{150, 10, {0, 255, 0}}}) {
+        EXPECT_LT(distance(picture.at((x + 0.5) / 160, (y + 0.5) / 160), color), 12) << "at " << x << ", " << y;
     }
-    expectColor(10, 145, {0, 0, 254});
-    expectColor(150, 10, {0, 255, 0});
 
     std::vector<FramePointer> pictures;
     for (const std::string& path : {plain, marked}) {

@@ -1,10 +1,10 @@
 #include <tools/corvex/worker/PictureOverlays.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include <gmock/gmock.h>
-#include <tests/tools/Command.h>
+
+#include <tests/tools/Media.h>
 
 extern "C" {
 #include <libavutil/pixdesc.h>
@@ -13,12 +13,14 @@ extern "C" {
 namespace corvex::tool::overlayTests {
 namespace {
 
-using test::TemporaryDirectory;
+using OverlayRoom = test::RoomTest;
 using test::Words;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 constexpr OverlayImage::Pixel red{65535, 0, 0, 65535}, white{65535, 65535, 65535, 65535}, clear{65535, 0, 0, 0};
+
+constexpr PictureStamp::Target target{AV_PIX_FMT_YUV420P, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG};
 
 OverlayImage imageOf(int width, int height, const OverlayImage::Pixel& pixel) {
     OverlayImage image(width, height);
@@ -44,16 +46,10 @@ int sampleAt(const AVFrame& frame, int plane, int x, int y) {
 
 void fill(AVFrame& frame, int plane, int value) {
     const auto* description = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
-    const bool isChroma = plane == 1 || plane == 2;
+    const bool isChroma = plane == 1 || plane == 2, isDeep = description->comp[0].depth > 8;
     const int rows = isChroma ? AV_CEIL_RSHIFT(frame.height, description->log2_chroma_h) : frame.height;
-    for (int y = 0; y < rows; ++y) {
-        std::uint8_t* row = frame.data[plane] + std::ptrdiff_t{y} * frame.linesize[plane];
-        if (description->comp[0].depth > 8) {
-            std::fill_n(reinterpret_cast<std::uint16_t*>(row), frame.linesize[plane] / 2,
-                        static_cast<std::uint16_t>(value));
-        } else {
-            std::fill_n(row, frame.linesize[plane], static_cast<std::uint8_t>(value));
-        }
+    for (int i = 0; i < rows * frame.linesize[plane]; ++i) {  // the lines are one block of bytes, the lower one first
+        frame.data[plane][i] = static_cast<std::uint8_t>(isDeep && i % 2 == 1 ? value >> 8 : value);
     }
 }
 
@@ -94,7 +90,7 @@ TEST(PictureStamp, changesNothingButWhatItCovers) {
     }
     OverlayImage image = imageOf(5, 5, clear);  // odd: the chroma of its last column reaches beyond it
     image.at(0, 0) = image.at(1, 0) = image.at(0, 1) = image.at(1, 1) = white;
-    const PictureStamp stamp(image, {AV_PIX_FMT_YUV420P, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG});
+    const PictureStamp stamp(image, target);
     stamp.apply(*frame, 4, 6);
     stamp.apply(*frame, 14, 14);  // the visible part fits, the rest is cut off
     int changed = 0;
@@ -115,7 +111,7 @@ TEST(PictureStamp, blendsByCoverage) {
     fill(*frame, 1, 28);
     OverlayImage image = imageOf(2, 2, half);
     image.at(0, 0) = image.at(1, 0) = clear;  // its red must not reach the chroma that all four share
-    const PictureStamp stamp(image, {AV_PIX_FMT_YUV420P, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG});
+    const PictureStamp stamp(image, target);
     stamp.apply(*frame, 0, 0);
     EXPECT_EQ(sampleAt(*frame, 0, 0, 0), 35);
     EXPECT_EQ(sampleAt(*frame, 0, 0, 1), 135);  // half of 35 and 235
@@ -200,64 +196,57 @@ TEST(TextImage, drawsWhatTheFontsHaveAndRefusesTheRest) {
     EXPECT_THROW((void)textImage("\U0010FFFD", {.size = 40, .font = {}, .box = {}}), JobError);
 }
 
-TEST(OverlayImage, isReadWithItsAlphaAndScaledWithoutBleeding) {
+TEST_F(OverlayRoom, isReadWithItsAlphaAndScaledWithoutBleeding) {
     const LibraryMessages messages;
-    const TemporaryDirectory directory;
-    const std::string file = directory.path("mark.png");
     // Left half opaque red, right half transparent green.
-    test::runOrFail({"ffmpeg", "-v", "error", "-f", "lavfi", "-i",
-                     "nullsrc=size=16x8,format=gbrap,geq=r='255*lt(X,8)':g='255*gte(X,8)':b=0:a='255*lt(X,8)'",
-                     "-frames:v", "1", file});
+    test::ffmpeg(
+        "-f lavfi -i nullsrc=size=16x8,format=gbrap,geq=r='255*lt(X,8)':g='255*gte(X,8)':b=0:a='255*lt(X,8)' "
+        "-frames:v 1 mark.png");
     for (const double scale : {1.0, 0.5}) {
-        const OverlayImage image = OverlayImage::read(file, scale);
+        const OverlayImage image = OverlayImage::read("mark.png", scale);
         EXPECT_EQ(image.width, 16 * scale);
         EXPECT_EQ(image.at(0, 0), red);
         EXPECT_EQ(image.at(image.width - 1, 0)[3], 0);
         const auto& seam = image.at(image.width / 2 - 1, 1);
         EXPECT_LT(seam[1], 1500) << "the transparent half's green at the seam";
     }
-    EXPECT_THROW((void)OverlayImage::read(file, 1e6), JobError);
-    EXPECT_THROW((void)OverlayImage::read(directory.path("none.png"), 1), JobError);
+    EXPECT_THROW((void)OverlayImage::read("mark.png", 1e6), JobError);
+    EXPECT_THROW((void)OverlayImage::read("none.png", 1), JobError);
 }
 
-TEST(OverlayRequest, findsAPathWhoseCaseWasLost) {
-    const TemporaryDirectory directory;
-    std::filesystem::create_directories(directory.path("Marks/One"));
-    std::filesystem::create_directories(directory.path("Marks/Two"));
-    const std::string logo = directory.path("Marks/One/Logo.PNG");
-    for (const std::string& file : {logo, directory.path("Marks/Two/Bug.png"), directory.path("Marks/Two/BUG.png")}) {
-        test::writeFile(file, "x");
+template <class Action>
+std::string problemOf(const Action& action) {
+    try {
+        action();
+    } catch (const JobError& error) {
+        return error.what();
     }
-    EXPECT_EQ(pathWithoutCase(logo), logo);
-    EXPECT_EQ(pathWithoutCase(directory.path("marks/one/logo.png")), logo);
-    const auto messageFor = [&](const std::string& name) -> std::string {
-        try {
-            return pathWithoutCase(directory.path(name));
-        } catch (const JobError& error) {
-            return error.what();
-        }
-    };
-    EXPECT_THAT(messageFor("marks/two/bug.png"), HasSubstr("Bug.png"));
-    EXPECT_THAT(messageFor("marks/three/bug.png"), ::testing::AllOf(HasSubstr("-wmf_path"), HasSubstr("no such file")));
+    return "none";
 }
 
-TEST(PictureOverlays, whatDoesNotFitNamesItsFlag) {
+TEST_F(OverlayRoom, findsAPathWhoseCaseWasLost) {
+    std::filesystem::create_directories("Marks/One");
+    std::filesystem::create_directories("Marks/Two");
+    for (const char* file : {"Marks/One/Logo.PNG", "Marks/Two/Bug.png", "Marks/Two/BUG.png"})
+        test::writeFile(file, "x");
+    const std::string logo = room.path("Marks/One/Logo.PNG");
+    EXPECT_EQ(pathWithoutCase(logo), logo);
+    EXPECT_EQ(pathWithoutCase(room.path("marks/one/logo.png")), logo);
+    EXPECT_THAT(problemOf([&] { (void)pathWithoutCase(room.path("marks/two/bug.png")); }), HasSubstr("Bug.png"));
+    EXPECT_THAT(problemOf([&] { (void)pathWithoutCase(room.path("marks/three/bug.png")); }),
+                ::testing::AllOf(HasSubstr("-wmf_path"), HasSubstr("no such file")));
+}
+
+TEST_F(OverlayRoom, whatDoesNotFitNamesItsFlag) {
     const LibraryMessages messages;
-    const TemporaryDirectory directory;
-    const std::string file = directory.path("mark.png");
-    test::runOrFail({"ffmpeg", "-v", "error", "-f", "lavfi", "-i", "color=red:size=32x32", "-frames:v", "1", file});
+    test::ffmpeg("-f lavfi -i color=red:size=32x32 -frames:v 1 mark.png");
     const TimecodeCount count(TimecodeFrame(*TimecodeComponents::fromTimecode("00:00:00:00"), {25, 1}), 1);
-    for (const Words& words :
-         {Words{"-wmf_scale", "4", "-wmf_path", file}, Words{"-wmt_size", "40", "-wmt_burn", "-wmt_text", "Dailies"},
-          Words{"-tc_burn_size", "40", "-tc_burn"}}) {
+    for (const char* line :
+         {"-wmf_scale 4 -wmf_path mark.png", "-wmt_size 40 -wmt_burn -wmt_text Dailies", "-tc_burn_size 40 -tc_burn"}) {
+        const Words words = test::wordsOf(line);
         const auto request = OverlayRequest::make(TranscodeCliArguments(words));
-        const PictureStamp::Target target{AV_PIX_FMT_YUV420P, AVCOL_SPC_BT709, AVCOL_RANGE_MPEG};
-        try {
-            const PictureOverlays overlays(request, target, 100, 100, count);
-            ADD_FAILURE() << words.front() << ": was taken";
-        } catch (const JobError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(words.front()));
-        }
+        EXPECT_THAT(problemOf([&] { const PictureOverlays overlays(request, target, 100, 100, count); }),
+                    HasSubstr(words.front()));
     }
 }
 

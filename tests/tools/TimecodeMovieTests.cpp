@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/timing/TimecodeFrame.h>
-#include <tests/tools/Command.h>
+#include <tests/tools/Media.h>
 
 namespace corvex::tool::test::timecodeMovieTests {
 namespace {
@@ -13,9 +13,9 @@ namespace {
 /// description is the one that reads.
 std::optional<TimecodeFormatDescription> descriptionIn(const std::string& movie) {
     for (std::size_t at = movie.find("tmcd"); at != std::string::npos; at = movie.find("tmcd", at + 1)) {
-        const std::vector<std::uint8_t> bytes(movie.begin() + static_cast<std::ptrdiff_t>(at) - 4, movie.end());
         try {
-            return TimecodeFormatDescription::fromSampleDescription(bytes);
+            return TimecodeFormatDescription::fromSampleDescription(
+                std::vector<std::uint8_t>(movie.begin() + static_cast<std::ptrdiff_t>(at) - 4, movie.end()));
         } catch (const TimecodeFormatError&) {
             continue;
         }
@@ -23,24 +23,18 @@ std::optional<TimecodeFormatDescription> descriptionIn(const std::string& movie)
     return std::nullopt;
 }
 
-TEST(TimecodeMovie, ofTheFfmpegProgramIsReadAndWritten) {
-    struct Row {
-        const char *timecode, *rate;
-        MediaRational expected;
-    };
-    constexpr Row rows[] = {{"01:00:00;02", "30000/1001", {30000, 1001}},
-                            {"00:09:59;57", "60000/1001", {60000, 1001}},
-                            {"23:59:59:24", "25", {25, 1}},
-                            {"01:02:03:04", "24000/1001", {24000, 1001}}};
-    const TemporaryDirectory directory;
-    const std::string file = directory.path("timecode.mov");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.timecode);
-        runOrFail({"ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i",
-                   std::string("color=size=16x16:duration=0.2:rate=") + row.rate, "-timecode", row.timecode, "-c:v",
-                   "mpeg4", file});
-        const std::string movie = readFile(file);
-        const TimecodeFrame frame(*TimecodeComponents::fromTimecode(row.timecode), row.expected);
+using TimecodeMovie = RoomTest;
+
+TEST_F(TimecodeMovie, ofTheFfmpegProgramIsReadAndWritten) {
+    for (const auto& [timecode, rate] : {std::pair("01:00:00;02", MediaRational(30000, 1001)),
+                                         {"00:09:59;57", {60000, 1001}},
+                                         {"23:59:59:24", {25, 1}},
+                                         {"01:02:03:04", {24000, 1001}}}) {
+        SCOPED_TRACE(timecode);
+        ffmpeg("-f lavfi -i color=size=16x16:duration=0.2:rate=" + std::to_string(rate.timeValue()) + "/" +
+               std::to_string(rate.timeScale()) + " -timecode " + timecode + " -c:v mpeg4 timecode.mov");
+        const std::string movie = readFile("timecode.mov");
+        const TimecodeFrame frame(*TimecodeComponents::fromTimecode(timecode), rate);
         const auto found = descriptionIn(movie);
         ASSERT_TRUE(found);
         EXPECT_EQ(found->frameDuration(), frame.frameDuration());

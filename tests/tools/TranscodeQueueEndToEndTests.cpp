@@ -7,10 +7,7 @@
 #include <sstream>
 #include <vector>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <Corvex/settings/TranscodeSettings.h>
 #include <tests/Places.h>
@@ -23,37 +20,37 @@ namespace {
 using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
+namespace fs = std::filesystem;
 
-class TranscodeQueueEndToEnd : public testing::Test {
+class TranscodeQueueEndToEnd : public RoomTest {
 protected:
-    TranscodeQueueEndToEnd() { setenv("CORVEX_SETTINGS_FILE", store_.file().c_str(), 1); }
+    TranscodeQueueEndToEnd() {
+        setenv("CORVEX_SETTINGS_FILE", store_.file().c_str(), 1);
+        fs::create_directory("folder");
+    }
     ~TranscodeQueueEndToEnd() override { unsetenv("CORVEX_SETTINGS_FILE"); }
 
-    TemporaryDirectory directory_, folder_;
-    UserDefaults store_{directory_.path("settings.sqlite")};
+    UserDefaults store_{room.path("settings.sqlite")};
     TranscodeSettings settings_{store_};
 };
 
-/// A transcode of several sources that wait for bytes which never come.
+/// A transcode of several sources, source0.mkv and so on, that wait for bytes which never come.
 class StuckJobs {
 public:
-    explicit StuckJobs(int count, const std::string& output) {
-        Words words{corvex::test::toolPath, "transcode", "-out", output};
+    explicit StuckJobs(int count) {
+        std::string line = corvex::test::toolPath + std::string(" transcode -out folder");
         for (int i = 0; i < count; ++i) {
-            const std::string source = directory_.path("source" + std::to_string(i) + ".mkv");
-            EXPECT_EQ(mkfifo(source.c_str(), 0600), 0);
-            pipes_.push_back(open(source.c_str(), O_RDWR | O_CLOEXEC));
-            words.insert(words.end(), {"-in_" + std::to_string(i) + "_0", source});
+            const std::string number = std::to_string(i), source = directory_.path("source" + number + ".mkv");
+            pipes_.emplace_back(source);
+            line += " -in_" + number + "_0 " + source;
         }
-        command_.emplace(words);
-    }
-    ~StuckJobs() {
-        for (const int pipe : pipes_) close(pipe);
+        command_.emplace(wordsOf(line));
     }
     /// Those that have opened their source: from then on a signal ends them in order.
     [[nodiscard]] int workerCount() const {
         int count = 0;
-        for (const auto& thread : std::filesystem::directory_iterator("/proc/" + process() + "/task")) {
+        const std::string process = std::to_string(command_->processIdentifier());
+        for (const auto& thread : fs::directory_iterator("/proc/" + process + "/task")) {
             std::istringstream children(readFile(thread.path() / "children"));
             for (std::string child; children >> child;) count += holdsSource(child) ? 1 : 0;
         }
@@ -65,63 +62,51 @@ public:
     }
 
 private:
-    [[nodiscard]] std::string process() const { return std::to_string(command_->processIdentifier()); }
     [[nodiscard]] bool holdsSource(const std::string& worker) const {
         std::error_code error;  // of a worker that has just ended
-        for (const auto& file : std::filesystem::directory_iterator("/proc/" + worker + "/fd", error)) {
-            if (std::filesystem::read_symlink(file, error).string().starts_with(directory_.path())) return true;
+        for (const auto& file : fs::directory_iterator("/proc/" + worker + "/fd", error)) {
+            if (fs::read_symlink(file, error).string().starts_with(directory_.path())) return true;
         }
         return false;
     }
 
     TemporaryDirectory directory_;
-    std::vector<int> pipes_;
+    std::vector<SourcePipe> pipes_;
     std::optional<Command> command_;
 };
 
 TEST_F(TranscodeQueueEndToEnd, aFolderTakesOneFileForEachGroup) {
-    const CommandResult result =
-        corvex({"transcode", "-in_0_0", clip("plain"), "-in_1_0", clip("wav"), "-in_1_1", clip("wav"), "-in_2_0",
-                directory_.path("none.mov"), "-vn", "-file_format", "wav", "-out", folder_.path()});
+    const CommandResult result = corvex(
+        "transcode -in_0_0 @plain -in_1_0 @wav -in_1_1 @wav -in_2_0 none.mov -vn "
+        "-file_format wav -out folder");
     EXPECT_EQ(result.exitStatus, 1);
-    const auto nameOf = [](const std::string& path) { return std::filesystem::path(path).stem().string() + ".wav"; };
-    EXPECT_EQ(folder_.entries(), (Words{nameOf(clip("plain")), nameOf(clip("wav"))}));
-    EXPECT_THAT(result.output,
-                AllOf(HasSubstr(nameOf(clip("plain")) + ": 100.0 %"), HasSubstr("2 of 3 transcodes done")));
+    EXPECT_TRUE(fs::exists("folder/plain.wav"));
+    EXPECT_EQ(std::distance(fs::directory_iterator("folder"), {}), 2);
+    EXPECT_THAT(result.output, AllOf(HasSubstr("plain.wav: 100.0 %"), HasSubstr("2 of 3 transcodes done")));
     EXPECT_THAT(result.error, HasSubstr("none.wav: corvex: "));
-    EXPECT_NEAR(number(probe(folder_.path(nameOf(clip("wav"))))["format"], "duration"), 2, 0.01) << "joined";
+    EXPECT_NEAR(number(probe("folder/wav.wav")["format"], "duration"), 2, 0.01) << "joined";
+    expectRefusals({{"-progress_file p", 2, "-progress_file: several transcodes cannot share one"},
+                    {"-in_2_0 a.mxf", 2, "two inputs would become 'a.mov'"},
+                    {"-file_format avi", 2, "expected qt, mp4 or wav"}},
+                   "transcode -in_0_0 a.mov -in_1_0 b.mov -out folder/ ");
 }
 
-TEST_F(TranscodeQueueEndToEnd, wordsThatFitOneTranscodeOnlyAreRefused) {
-    struct Row {
-        Words words;
-        const char* message;
-    };
-    const Row rows[] = {
-        {{"-progress_file", folder_.path("p")}, "-progress_file: several transcodes cannot share one"},
-        {{"-in_2_0", directory_.path("a.mxf")}, "two inputs would become 'a.mov'"},
-        {{"-file_format", "avi"}, "expected qt, mp4 or wav"},
-    };
-    for (const Row& row : rows) {
-        Words words{"transcode", "-in_0_0", directory_.path("a.mov"), "-in_1_0", "b.mov", "-out", folder_.path() + "/"};
-        words.insert(words.end(), row.words.begin(), row.words.end());
-        const CommandResult result = corvex(words);
-        EXPECT_EQ(result.exitStatus, 2) << row.message;
-        EXPECT_THAT(result.error, HasSubstr(row.message));
-    }
-}
-
-TEST_F(TranscodeQueueEndToEnd, asManyRunAtOnceAsTheUserHasSet) {
+TEST_F(TranscodeQueueEndToEnd, asManyRunAtOnceAsTheUserHasSetAndHoldTheMachineAwake) {
+    const corvex::test::LoginManagerMock login;
+    ASSERT_TRUE(login.isReady());
     for (const int atOnce : {1, 2}) {
         settings_.setExplicitNumberOfConcurrentTranscodes(atOnce);
-        StuckJobs jobs(3, folder_.path());
+        StuckJobs jobs(3);
         EXPECT_TRUE(eventually([&] { return jobs.workerCount() == atOnce; })) << atOnce;
+        EXPECT_TRUE(login.isInhibited());
+        EXPECT_THAT(login.inhibitors(), HasSubstr("\"corvex has queued activities\""));
         const CommandResult result = jobs.stop();
         EXPECT_EQ(result.exitStatus, 1);
         EXPECT_THAT(result.error, HasSubstr("source0.mov: corvex: "));
         EXPECT_EQ(result.error.find("source1.mov: ") != std::string::npos, atOnce == 2) << result.error;
         EXPECT_THAT(result.error, Not(HasSubstr("source2.mov: "))) << "a signal starts nothing more";
         EXPECT_THAT(result.output, HasSubstr("0 of 3 transcodes done"));
+        EXPECT_TRUE(eventually([&] { return !login.isInhibited(); }));
     }
 }
 
@@ -135,59 +120,40 @@ TEST_F(TranscodeQueueEndToEnd, failedOnesAreTriedAgainAsTheUserHasSet) {
     for (const Row& row : rows) {
         settings_.setPermitAutoReattemptOfFailedTranscodes(row.isPermitted);
         settings_.setNumberOfReattemptsPerFailedTranscode(row.reattempts);
-        const CommandResult result =
-            corvex({"transcode", "-in", directory_.path("none.mov"), "-out", folder_.path("out.mov")});
+        const CommandResult result = corvex("transcode -in none.mov -out out.mov");
         EXPECT_EQ(result.exitStatus, 1);
         EXPECT_EQ(lineCount(result.error), row.lines) << result.error;
         EXPECT_EQ(result.error.find("corvex: failed; attempt 3 of 3\n") != std::string::npos, row.lines > 1);
     }
-    const CommandResult usage = corvex({"transcode", "-in", "a.mov", "-out", folder_.path("out.mov"), "-dims", "x"});
-    EXPECT_EQ(lineCount(usage.error), 1U) << "words that cannot be used are not tried again";
+    settings_.setNumberOfReattemptsPerFailedTranscode(2);  // words that cannot be used are not tried again
+    expectRefusals({{"transcode -in a.mov -out out.mov -dims x", 2, "'x'"}});
 }
 
-TEST_F(TranscodeQueueEndToEnd, whatCannotBeDoneAsSetIsSaid) {
-    const Words words{"transcode", "-in", clip("plain"), "-out", folder_.path("out.wav"), "-vn", "-overwrite"};
+TEST_F(TranscodeQueueEndToEnd, whatCannotBeDoneAsAskedIsSaid) {
     settings_.setUseTranscodeGPUAcceleration(true);
-    const CommandResult computed = corvex(words);
-    EXPECT_EQ(computed.exitStatus, 0);
-    EXPECT_THAT(computed.error, HasSubstr("the setting kUseGPUAcceleration asks for a GPU; there is none"));
+    struct Row {
+        const char *words, *target, *said, *codec;
+    };
+    constexpr Row rows[] = {
+        {"@plain", "a.wav", "the setting kUseGPUAcceleration asks for a GPU; there is none", "pcm_s16le"},
+        {"@flac -acopy", "a.mov", "(flac) is encoded as lpcm, as the file's format does not carry it", "pcm_s16le"},
+        {"@plain -acopy", "a.mp4", "corvex: -acopy: stream 1 of ", "alac"},
+        {"@plain -acopy -overwrite", "a.mp4", "(pcm_s16le) is encoded as apple_lossless", "alac"},
+    };
+    for (const Row& row : rows) {
+        const CommandResult result = corvex("transcode -out " + std::string(row.target) + " -in " + row.words);
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_THAT(result.error, HasSubstr(row.said));
+        EXPECT_EQ(text(stream(probe(row.target), "audio"), "codec_name"), row.codec);
+    }
     settings_.setUseTranscodeGPUAcceleration(false);
     settings_.setUseLegacyTranscodePipeline(true);
-    const CommandResult legacy = corvex(words);
+    const CommandResult legacy = corvex("transcode -in @plain -out b.wav");
     EXPECT_EQ(legacy.exitStatus, 2);
     EXPECT_THAT(legacy.error, AllOf(HasSubstr("'-legacy-pipeline' is not carried out"),
                                     HasSubstr("'corvex settings unset kUseLegacyTranscodePipeline' takes it back")));
-    writeFile(store_.file().string(), "no store of settings");
-    const CommandResult broken = corvex(words);
-    EXPECT_EQ(broken.exitStatus, 1);
-    EXPECT_THAT(broken.error, HasSubstr("settings.sqlite': file is not a database"));
-}
-
-TEST_F(TranscodeQueueEndToEnd, soundThatCannotBeCopiedIsEncodedAndSaid) {
-    struct Row {
-        const char *source, *target, *said, *codec;
-    };
-    const Row rows[] = {
-        {"flac", "a.mov", "(flac) is encoded as lpcm, as the file's format does not carry it", "pcm_s16le"},
-        {"plain", "a.mp4", "(pcm_s16le) is encoded as apple_lossless", "alac"},
-    };
-    for (const Row& row : rows) {
-        const CommandResult result =
-            corvex({"transcode", "-in", clip(row.source), "-out", folder_.path(row.target), "-acopy"});
-        EXPECT_EQ(result.exitStatus, 0);
-        EXPECT_THAT(result.error, AllOf(HasSubstr("corvex: -acopy: stream 1 of "), HasSubstr(row.said)));
-        EXPECT_EQ(text(stream(probe(folder_.path(row.target)), "audio"), "codec_name"), row.codec);
-    }
-}
-
-TEST_F(TranscodeQueueEndToEnd, theMachineIsHeldAwakeWhileTranscodesRun) {
-    const corvex::test::LoginManagerMock login;
-    ASSERT_TRUE(login.isReady());
-    StuckJobs jobs(1, folder_.path());
-    EXPECT_TRUE(eventually([&] { return login.isInhibited(); }));
-    EXPECT_THAT(login.inhibitors(), HasSubstr("\"corvex has queued activities\""));
-    EXPECT_EQ(jobs.stop().exitStatus, 1);
-    EXPECT_TRUE(eventually([&] { return !login.isInhibited(); }));
+    writeFile("settings.sqlite", "no store of settings");
+    expectRefusals({{"transcode -in @plain -out b.wav", 1, "settings.sqlite': file is not a database"}});
 }
 
 }  // namespace

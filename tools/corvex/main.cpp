@@ -41,7 +41,8 @@ ExitStatus run(std::vector<std::string> words) {
 int main(int argc, char** argv) {
     corvex::followUserLanguage();
     corvex::setMinimumLogLevel(corvex::LogLevel::error);  // standard error is for what the user must know
-    std::signal(SIGPIPE, SIG_IGN);                        // a reader that left is a write error like any other
+    // A reader that left and a file that may not grow are write errors like any other.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
     ExitStatus status = ExitStatus::jobFailed;
     try {
         status = run({argv + 1, argv + argc});

@@ -26,6 +26,7 @@ private:
 /// numbers, with a blank between two.
 class MediaAnalysisImageCLIOptions : public CliArgumentStoreDefaults<MediaAnalysisImageCLIOptions> {
 public:
+    /// Keeps the lookup as it is.
     explicit MediaAnalysisImageCLIOptions(ArgumentLookup lookup) : lookup_(std::move(lookup)) {}
     [[nodiscard]] const ArgumentLookup& argumentLookup() const noexcept { return lookup_; }
     /// Whether the pictures' height is limited, too, and not only their width: whether "-imageHeight" is there, with

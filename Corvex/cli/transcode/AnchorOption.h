@@ -23,6 +23,7 @@ public:
     [[nodiscard]] constexpr const OAVTranscodeArgumentOverlayAnchorValue& anchorArgument() const noexcept {
         return anchorArgument_;
     }
+    /// Takes any text, too.
     constexpr void setAnchorArgument(OAVTranscodeArgumentOverlayAnchorValue anchor) noexcept {
         anchorArgument_ = std::move(anchor);
     }
@@ -76,6 +77,7 @@ public:
     }
 };
 
+// Each can be written into arguments by its own flag.
 static_assert(CLIArgumentOption<VideoCropAnchor> && CLIArgumentOption<TimecodeBurnAnchor> &&
               CLIArgumentOption<WatermarkBurnAnchor>);
 

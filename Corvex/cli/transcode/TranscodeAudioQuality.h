@@ -18,13 +18,14 @@ enum class AVAudioQuality : std::int32_t { min = 0, low = 0x20, medium = 0x40, h
 /// bit rate: formats without loss have nothing to choose.
 enum class TranscodeAudioQuality : std::uint8_t { min, low, medium, high, max };
 
-/// A row of the table: the platform's level, too.
+/// A row of the table: the platform's level, too. Raw values are the words of the command line.
 struct TranscodeAudioQualityCase : Case<TranscodeAudioQuality> {
     AVAudioQuality avEquivalent;
 };
 
 template <>
 inline constexpr auto caseTable<TranscodeAudioQuality> = std::to_array<TranscodeAudioQualityCase>({
+    // Words of people and of the command line are the same here.
     {{TranscodeAudioQuality::min, "min", "min"}, AVAudioQuality::min},
     {{TranscodeAudioQuality::low, "low", "low"}, AVAudioQuality::low},
     {{TranscodeAudioQuality::medium, "medium", "medium"}, AVAudioQuality::medium},

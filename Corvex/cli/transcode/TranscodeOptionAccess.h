@@ -31,6 +31,7 @@ inline void setText(TranscodeCliArguments& arguments, OptionalText text, const a
     arguments.setArgumentFlagValue(text, flag.cliFlag());
 }
 
+/// On as the empty text, which renders as the flag and an empty word.
 inline void setSwitch(TranscodeCliArguments& arguments, bool isOn, const auto& flag) {
     setText(arguments, isOn ? OptionalText("") : std::nullopt, flag);
 }
@@ -60,6 +61,7 @@ template <class T>
 std::optional<T> numberOf(const TranscodeCliArguments& arguments, const auto& flag) {
     const auto text = valueOf(arguments, flag);
     if (!text) return std::nullopt;
+    // No range is looked at here: what a number may be, its option knows.
     if constexpr (std::integral<T>) {
         return parseInteger<T>(*text);
     } else {

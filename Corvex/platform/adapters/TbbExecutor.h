@@ -45,7 +45,9 @@ private:
 
     oneapi::tbb::task_arena& arena_;
     ShortMutex mutex_;
+    /// As much as the arena has tasks of this that have not begun.
     WorkQueue queue_;
+    /// Posts that still touch this.
     std::atomic<int> posting_{0};
 };
 

@@ -1,7 +1,5 @@
 #include <Corvex/cli/analysis/MediaAnalysisCLIArgumentFactory.h>
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <tuple>
@@ -13,6 +11,7 @@
 #include <Corvex/cli/analysis/MediaAnalysisCLIFlag.h>
 #include <Corvex/cli/analysis/MediaAnalysisImageCLIFlags.h>
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
+#include <tests/TemporaryDirectory.h>
 #include <tests/cli/CliTexts.h>
 
 namespace corvex::mediaAnalysisCLITests {
@@ -143,8 +142,8 @@ TEST(MediaAnalysisRequest, saysWhatIsMissingOrHasNoPlace) {
 
 TEST(MediaAnalysisRequest, looksWhatExists) {
     using Case = MediaAnalysisCLIErrorCase;
-    const auto folder = std::filesystem::path(::testing::TempDir()) / ("corvex-analysis-" + std::to_string(getpid()));
-    std::filesystem::create_directories(folder);
+    const test::TemporaryDirectory directory;
+    const auto& folder = directory.path();
     const std::string file = folder / "file", none = folder / "none", link = folder / "link";
     std::ofstream(file) << "x";
     std::filesystem::create_symlink(none, link);
@@ -170,7 +169,6 @@ TEST(MediaAnalysisRequest, looksWhatExists) {
         EXPECT_EQ(caught ? std::optional(caught->which()) : std::nullopt, expected);
         EXPECT_EQ(caught ? caught->exitCode() : 0, exitCode);
     }
-    std::filesystem::remove_all(folder);
     EXPECT_EQ(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r").exitCode(), 73);
     EXPECT_THAT(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r", "why").what(), HasSubstr("'/r': why"));
     EXPECT_FALSE(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r") ==

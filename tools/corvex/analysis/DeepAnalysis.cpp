@@ -73,7 +73,9 @@ public:
 
     /// nullptr: no more packets come.
     void decode(const AVPacket* packet) {
-        while (avcodec_send_packet(context_.get(), packet) == AVERROR(EAGAIN)) receive();
+        int result = 0;
+        while ((result = avcodec_send_packet(context_.get(), packet)) == AVERROR(EAGAIN)) receive();
+        if (result < 0 && result != AVERROR_EOF) ++result_.decodeErrors;
         receive();
     }
 

@@ -12,10 +12,10 @@
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Text.h>
 #include <Corvex/platform/Version.h>
+#include <tools/corvex/ToolError.h>
 #include <tools/corvex/vocabulary/FlagVocabulary.h>
 #include <tools/corvex/vocabulary/KnownValues.h>
 #include <tools/corvex/worker/AudioFormatSettings.h>
-#include <tools/corvex/worker/RequestText.h>
 #include <tools/corvex/worker/VideoCodecSettings.h>
 
 namespace corvex::tool {
@@ -125,7 +125,8 @@ bool answerInformationCommands(const std::vector<std::string>& words) {
                                         [&](const Answer& answer) { return answer.command.rawValue() == testForm; });
         if (found == std::end(answers)) continue;
         if (i + 1 < words.size() && !trimmed(words[i + 1]).starts_with('-')) {
-            failExpecting(found->command.rawValue(), words[i + 1], "no value, as it only asks");
+            throw UsageError(std::string(found->command.rawValue()) + " " + inQuotes(words[i + 1]) +
+                             ": the flag takes no value");
         }
         if (std::find(given.begin(), given.end(), &*found) == given.end()) given.push_back(&*found);
     }

@@ -1,5 +1,7 @@
 #include <tools/corvex/host/TranscodeHost.h>
 
+#include <algorithm>
+
 #include <CLI/CLI.hpp>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
@@ -11,6 +13,7 @@
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/host/InformationCommands.h>
 #include <tools/corvex/host/TranscodeQueue.h>
+#include <tools/corvex/vocabulary/FlagVocabulary.h>
 
 namespace corvex::tool {
 namespace {
@@ -46,12 +49,33 @@ void refuseValuesThatReadAsFlags(const TranscodeCliArguments& arguments) {
     }
 }
 
+/// What the vector's reader would pass over without a word.
+void refuseWordsWithoutEffect(const TranscodeCliArguments& arguments, const std::vector<std::string>& words) {
+    if (!words.empty() && !trimmed(words.front()).starts_with('-')) {
+        throw UsageError(inQuotes(words.front()) + ": expected a flag before it, as -in");
+    }
+    const ArgumentLookup& lookup = arguments.flagValueLookup();
+    const auto numbered =
+        std::find_if(lookup.begin(), lookup.end(), [](const auto& entry) { return entry.first.starts_with("-in_"); });
+    if (numbered != lookup.end() && arguments.hasArgumentFlag("-in")) {
+        throw UsageError("-in and " + numbered->first + ": expected one of the two ways to name inputs");
+    }
+    for (const VocabularyFlag& flag : flagVocabulary()) {
+        if (flag.takesValue || flag.command != "transcode") continue;
+        const auto value = arguments.argumentFlagValue(flag.flag);
+        if (value && !value->empty()) {
+            throw UsageError(std::string(flag.flag) + " " + inQuotes(*value) + ": the flag takes no value");
+        }
+    }
+}
+
 }  // namespace
 
 ExitStatus runTranscodeHost(const std::vector<std::string>& words) {
     if (answerInformationCommands(words)) return ExitStatus::success;
     TranscodeCliArguments arguments(words, true);
     refuseUnknownFlags(arguments, words);
+    refuseWordsWithoutEffect(arguments, words);
     replaceFileUrls(arguments);
     refuseValuesThatReadAsFlags(arguments);
     if (!arguments.firstInputFile()) throw UsageError("transcode: -in is missing: expected the file to transcode");

@@ -47,6 +47,20 @@ std::string extensionOf(const TranscodeCliArguments& arguments) {
     return "." + std::string(rawValue(*extension));
 }
 
+/// No transcode may write onto what another one reads. Each worker looks at its own sources.
+void requireSourcesKept(const std::vector<QueuedJob>& jobs, const TranscodeCliArguments& arguments) {
+    arguments.enumerateInputFileGroups([&](std::span<const std::string> paths, std::int64_t) {
+        for (const QueuedJob& job : jobs) {
+            const std::string output(job.arguments.outputFile().value_or(""));
+            const bool isSource = std::any_of(paths.begin(), paths.end(), [&](const std::string& path) {
+                std::error_code error;  // of what does not exist
+                return std::filesystem::equivalent(path, output, error);
+            });
+            if (isSource) throw JobError("-out '" + output + "' is also an input; a source is never replaced");
+        }
+    });
+}
+
 ExitStatus worse(ExitStatus a, ExitStatus b) { return std::max(a, b); }
 
 }  // namespace
@@ -94,6 +108,7 @@ std::vector<QueuedJob> jobsOf(const TranscodeCliArguments& arguments) {
     if (jobs.size() > 1 && arguments.progressFile()) {
         throw UsageError("-progress_file: several transcodes cannot share one; remove the flag");
     }
+    requireSourcesKept(jobs, arguments);
     if (jobs.size() == 1) jobs.front().label.clear();
     return jobs;
 }
@@ -130,7 +145,7 @@ ExitStatus TranscodeQueue::runJob(const QueuedJob& job) const {
         ExitStatus status = ExitStatus::jobFailed;
         try {
             status = runWorker(job);
-        } catch (const Error& error) {
+        } catch (const std::exception& error) {  // of the system, too: other transcodes go on
             printError(prefix + error.what());
         }
         const bool isLast = attempt >= preferences_.attempts || WorkerProcess::stopWasRequested();

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <mutex>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -76,14 +77,42 @@ void forgetWorker(pid_t worker) {
     }
 }
 
-/// The reading end of a new pipe; the writing end replaces `target` in the child.
-int openPipe(posix_spawn_file_actions_t& actions, int target, int& writingEnd) {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) throw JobError(std::string("cannot start the worker: ") + strerror(errno));
-    posix_spawn_file_actions_adddup2(&actions, ends[1], target);
-    writingEnd = ends[1];
-    return ends[0];
-}
+/// What a child's standard streams become. Both ends of the pipes are closed but for those that are taken.
+class ChildStreams {
+public:
+    ChildStreams() {
+        if (pipe2(output_.data(), O_CLOEXEC) != 0 || pipe2(error_.data(), O_CLOEXEC) != 0) {
+            const int problem = errno;
+            closeAll();
+            throw JobError(std::string("cannot start the worker: ") + std::strerror(problem));
+        }
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions_, output_[1], STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, error_[1], STDERR_FILENO);
+    }
+    ~ChildStreams() {
+        posix_spawn_file_actions_destroy(&actions_);
+        closeAll();
+    }
+    ChildStreams(const ChildStreams&) = delete;
+    ChildStreams& operator=(const ChildStreams&) = delete;
+
+    [[nodiscard]] const posix_spawn_file_actions_t* actions() const noexcept { return &actions_; }
+    [[nodiscard]] int takeOutput() noexcept { return std::exchange(output_[0], -1); }
+    [[nodiscard]] int takeError() noexcept { return std::exchange(error_[0], -1); }
+
+private:
+    void closeAll() noexcept {
+        for (const int end : {output_[0], output_[1], error_[0], error_[1]}) {
+            if (end >= 0) close(end);
+        }
+    }
+
+    std::array<int, 2> output_{-1, -1};
+    std::array<int, 2> error_{-1, -1};
+    posix_spawn_file_actions_t actions_{};
+};
 
 /// Gathers bytes and hands on whole lines.
 class LineReader {
@@ -122,23 +151,12 @@ WorkerProcess::WorkerProcess(const std::vector<std::string>& words) {
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    int outputWriter = -1;
-    int errorWriter = -1;
-    output_ = openPipe(actions, STDOUT_FILENO, outputWriter);
-    error_ = openPipe(actions, STDERR_FILENO, errorWriter);
+    ChildStreams streams;
     // "/proc/self/exe" itself, so that the worker is this very build even if the file has been replaced meanwhile.
-    const int result = posix_spawn(&pid_, "/proc/self/exe", &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(outputWriter);
-    close(errorWriter);
-    if (result != 0) {
-        close(output_);
-        close(error_);
-        throw JobError("cannot start the worker '" + self + "': " + std::strerror(result));
-    }
+    const int result = posix_spawn(&pid_, "/proc/self/exe", streams.actions(), nullptr, arguments.data(), environ);
+    if (result != 0) throw JobError("cannot start the worker '" + self + "': " + std::strerror(result));
+    output_ = streams.takeOutput();
+    error_ = streams.takeError();
     signalsToWorkers.add();
     noteWorker(pid_);
     if (wasStopped.load()) kill(pid_, SIGTERM);  // the signal came before it was noted

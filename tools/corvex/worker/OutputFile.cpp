@@ -80,31 +80,29 @@ void OutputFile::open(const fs::path& directory) {
 std::string OutputFile::pathWhileWriting() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
 void OutputFile::publish() {
+    // Some file systems find no place for what was written until they must: no name for what is not whole.
+    if (fdatasync(descriptor_) != 0 && errno != EINVAL && errno != ENOTSUP) failWithErrno(target_);
+    if (giveName()) return;
+    if (errno != EXDEV) failToPublish();
+    moveBeside();
+    if (!giveName()) failToPublish();
+}
+
+bool OutputFile::giveName() {
     if (temporary_.empty()) {
         // A link never replaces: whoever made the target meanwhile keeps it. To replace, the file needs a name first.
         fs::path name = overwrites_ ? temporaryName(directoryOf(destination_), destination_, getpid()) : destination_;
-        if (linkat(AT_FDCWD, pathWhileWriting().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
-            if (!overwrites_) return;
-            temporary_ = std::move(name);
-        } else if (errno == EXDEV) {
-            moveBeside();
-            return publish();
-        } else {
-            failToPublish();
-        }
+        if (linkat(AT_FDCWD, pathWhileWriting().c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) return false;
+        if (!overwrites_) return true;
+        temporary_ = std::move(name);
     }
     const unsigned flags = overwrites_ ? 0 : RENAME_NOREPLACE;
     int result = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, destination_.c_str(), flags);
     if (result != 0 && errno == EINVAL && !fs::exists(destination_)) {
         result = rename(temporary_.c_str(), destination_.c_str());  // a file system that does not know the flag
     }
-    if (result == 0) {
-        temporary_.clear();
-        return;
-    }
-    if (errno != EXDEV) failToPublish();
-    moveBeside();
-    publish();
+    if (result == 0) temporary_.clear();
+    return result == 0;
 }
 
 void OutputFile::removeLeftovers(const fs::path& target, const fs::path& workDirectory, pid_t process) noexcept {

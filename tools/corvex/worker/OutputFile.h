@@ -35,6 +35,7 @@ public:
 
 private:
     void open(const std::filesystem::path& directory);
+    [[nodiscard]] bool giveName();  ///< False: errno says why not.
     /// Copies the bytes to a file on the target's own file system and goes on with that one.
     void moveBeside();
     [[noreturn]] void failToPublish() const;

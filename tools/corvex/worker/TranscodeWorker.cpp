@@ -39,7 +39,7 @@ struct JobFacts {
 };
 
 /// The progress file is emptied when it is opened, so it must be none of the job's own files.
-void requireOwnProgressFile(const TranscodeJob& job) {
+void requireOwnProgressFile(const TranscodeJob& job, const TranscodeCliArguments& arguments) {
     if (job.progressFile.empty()) return;
     const auto isSame = [&](const std::filesystem::path& other) {
         std::error_code error;  // of a file that does not exist yet
@@ -47,7 +47,9 @@ void requireOwnProgressFile(const TranscodeJob& job) {
                std::filesystem::weakly_canonical(job.progressFile, error) ==
                    std::filesystem::weakly_canonical(other, error);
     };
-    if (isSame(job.output) || std::any_of(job.inputs.begin(), job.inputs.end(), isSame)) {
+    const bool isTable = isSame(arguments.lutFile().value_or("")),
+               isImage = isSame(arguments.watermarkFilePath().value_or(""));
+    if (isSame(job.output) || std::any_of(job.inputs.begin(), job.inputs.end(), isSame) || isTable || isImage) {
         throw JobError("-progress_file " + inQuotes(job.progressFile) + ": is a file of the job itself");
     }
 }
@@ -276,7 +278,7 @@ ExitStatus runTranscodeWorker(const std::vector<std::string>& words) {
     replaceFileUrls(arguments);
     const TranscodeJob job = TranscodeJob::make(arguments);
     watchForStopRequests(job.parentPid);
-    requireOwnProgressFile(job);
+    requireOwnProgressFile(job, arguments);
     ProgressReporter progress(job.progressFile, job.progressPrefix);
     const auto transfers = std::make_shared<TransferMeter>();
     ApplicationIOTrackingDelegate::shared().setupIOTrackingBehavior(

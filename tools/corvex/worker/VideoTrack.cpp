@@ -12,6 +12,8 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
+#include <Corvex/platform/NumberText.h>
+
 namespace corvex::tool {
 namespace {
 
@@ -234,6 +236,7 @@ void VideoTrack::beginFile(const MediaInput& input, const AVStream& stream, std:
     inputStart_ = input.startOf(stream);
     outputStart_ = std::max(nextTime_, av_rescale_q(start, microseconds, timeBase_));
     framesBeforeFile_ = frameCount_;
+    hasPictures_ = false;
 }
 
 void VideoTrack::consume(const AVPacket& packet) {
@@ -244,7 +247,10 @@ void VideoTrack::consume(const AVPacket& packet) {
 void VideoTrack::endFile() {
     decoder_->decode(nullptr, [&](AVFrame& frame) { take(frame); });
     stages_->flush();
-    if (frameCount_ == framesBeforeFile_) throw JobError("'" + inputPath_ + "': no picture could be decoded");
+    if (frameCount_ > framesBeforeFile_ || isFull()) return;
+    if (!hasPictures_) throw JobError("'" + inputPath_ + "': no picture could be decoded");
+    throw JobError("'" + inputPath_ + "': none of its pictures falls on a frame of the output, of which there are " +
+                   shortestText(av_q2d(timing_.frameRate)) + " a second");
 }
 
 void VideoTrack::finish() {
@@ -255,10 +261,12 @@ std::int64_t VideoTrack::end() const noexcept { return av_rescale_q(nextTime_, t
 
 std::optional<std::int64_t> VideoTrack::knownLimit() const noexcept {
     if (!request_.maxFrames || !timing_.hasConstantRate) return std::nullopt;
-    return av_rescale_q(*request_.maxFrames, timeBase_, microseconds);
+    const std::int64_t end = av_rescale_q(*request_.maxFrames, timeBase_, microseconds);
+    return end >= 0 ? std::optional(end) : std::nullopt;  // negative: too late to be told
 }
 
 void VideoTrack::take(AVFrame& frame) {
+    hasPictures_ = true;
     frame.pts = frame.best_effort_timestamp;
     if (frame.pts != AV_NOPTS_VALUE) frame.pts -= inputStart_;
     const std::int64_t length =

@@ -71,6 +71,7 @@ private:
     std::int64_t nextTime_ = 0;     ///< Where the last frame ends at the nominal rate, in the same.
     std::int64_t frameCount_ = 0;
     std::int64_t framesBeforeFile_ = 0;
+    bool hasPictures_ = false;  ///< The current file.
     std::string inputPath_;
 
     PacketPointer packet_;
