@@ -404,6 +404,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -dims 16x16 -max_v_frame_mem 50000", 1, "-max_v_frame_mem"},
             {"-in @plain -out out.mov -additional_decode_options speed=9", 1, "'speed'"},
             {"-in @plain -out out.mov -tc_track -tc_drop", 1, "drop"},
+            {"-in @plain -out out.mov -tc_track -tc_drop -vr 23.976", 1, "drop"},
             {"-in @plain -out out.mov -tc_track -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_burn -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_track -tc_creation", 1, "-tc_creation"},

@@ -420,6 +420,7 @@ TEST_F(TranscodeEndToEnd, theTimecodeTrackStartsWhereItShould) {
         {"t.mov", "-in ntsc.mov -tc_custom 10:00:00:02 -tc_drop", "10:00:00;02"},
         {"t.mp4", "-in ntsc.mov -tc_custom 01:02:03:04", "01:02:03:04"},
         {"t.mov", "-in @plain", "00:00:00:00"},
+        {"t.mov", "-in @plain -vr 23.976 -tc_custom 00:00:59:20", "00:00:59:20"},
         {"t.mov", "-in @plain -vr 59.94 -tc_rate 59.94 -tc_drop", "00:00:00;00"},
     };
     for (const Row& row : rows) {
