@@ -15,6 +15,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <tests/TemporaryDirectory.h>
+
 namespace corvex::test {
 
 /// A bus of its own with a mocked login manager (python3-dbusmock) on it. While it lives it is the system bus of this
@@ -22,14 +24,13 @@ namespace corvex::test {
 class LoginManagerMock {
 public:
     LoginManagerMock() {
-        std::string name = (std::filesystem::temp_directory_path() / "corvex-bus-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-        std::ofstream(folder_ / "bus.conf")
+        std::ofstream(folder_.path() / "bus.conf")
             << "<busconfig><listen>unix:path=" << socket().string()
             << "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
                "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
                "</policy></busconfig>";
-        bus_ = start({"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + (folder_ / "bus.conf").string()});
+        bus_ = start(
+            {"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + (folder_.path() / "bus.conf").string()});
         setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + socket().string()).c_str(), 1);
         isReady_ = eventually([this] { return std::filesystem::exists(socket()); });
         manager_ = start({"/usr/bin/python3", "-m", "dbusmock", "--template", "logind"});
@@ -41,7 +42,6 @@ public:
             kill(process, SIGKILL);
             waitpid(process, nullptr, 0);
         }
-        std::filesystem::remove_all(folder_);
     }
     LoginManagerMock(const LoginManagerMock&) = delete;
     LoginManagerMock& operator=(const LoginManagerMock&) = delete;
@@ -50,7 +50,7 @@ public:
 
     /// The inhibitors that are held, as dbus-send prints them: what, who, why, mode, user, process. Empty without answer.
     [[nodiscard]] std::string inhibitors() const {
-        const auto output = folder_ / "inhibitors";
+        const auto output = folder_.path() / "inhibitors";
         const pid_t asked = start(
             {"dbus-send", "--bus=unix:path=" + socket().string(), "--print-reply", "--dest=org.freedesktop.login1",
              "/org/freedesktop/login1", "org.freedesktop.login1.Manager.ListInhibitors"},
@@ -75,7 +75,7 @@ public:
     }
 
 private:
-    [[nodiscard]] std::filesystem::path socket() const { return folder_ / "bus"; }
+    [[nodiscard]] std::filesystem::path socket() const { return folder_.path() / "bus"; }
 
     static pid_t start(std::vector<std::string> words, const std::string& output = "/dev/null") {
         posix_spawn_file_actions_t actions;
@@ -91,7 +91,7 @@ private:
         return process;
     }
 
-    std::filesystem::path folder_;
+    const TemporaryDirectory folder_;
     pid_t bus_ = -1, manager_ = -1;
     bool isReady_ = false;
 };

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <Corvex/platform/Log.h>
+#include <tests/TemporaryDirectory.h>
 
 namespace corvex::pathEnumerationTests {
 namespace {
@@ -58,8 +59,6 @@ TEST(PathExtension, isFoundAtTheEndOrBeforeWhiteSpace) {
 class PathEnumeration : public testing::Test {
 protected:
     PathEnumeration() {
-        std::string name = testing::TempDir() + "corvex-paths-XXXXXX";
-        root_ = mkdtemp(name.data());
         fs::create_directories(root_ / "CONTENTS/deep.mov");
         for (const char* file : {"a.MOV", "b.txt", "c.mxf 2", "CONTENTS/d.mxf", "CONTENTS/deep.mov/e.mov"}) {
             std::ofstream(root_ / file) << "x";
@@ -67,14 +66,12 @@ protected:
         fs::create_directory_symlink(root_, root_ / "CONTENTS/circle");
         fs::create_symlink("nowhere", root_ / "CONTENTS/lost.mov");
     }
-    ~PathEnumeration() override {
-        setLogSink({});
-        fs::remove_all(root_);
-    }
+    ~PathEnumeration() override { setLogSink({}); }
 
     [[nodiscard]] std::string name(const fs::path& path) const { return path.lexically_relative(root_).string(); }
 
-    fs::path root_;
+    const test::TemporaryDirectory folder_;
+    const fs::path& root_ = folder_.path();
     const std::vector<std::string> extensions_{"mxf", "mov"};
 };
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <Corvex/settings/NotificationName.h>
+#include <tests/TemporaryDirectory.h>
 
 namespace corvex::transcodeSettingsTests {
 namespace {
@@ -14,15 +15,8 @@ using Value = UserDefaults::Value;
 
 class TranscodeSettingsStore : public testing::Test {
 protected:
-    ~TranscodeSettingsStore() override { std::filesystem::remove_all(folder_); }
-
-    static std::filesystem::path makeFolder() {
-        std::string name = testing::TempDir() + "corvex-settings-XXXXXX";
-        return mkdtemp(name.data());
-    }
-
-    const std::filesystem::path folder_ = makeFolder();
-    UserDefaults store_{folder_ / "settings.sqlite"};
+    const test::TemporaryDirectory folder_;
+    UserDefaults store_{folder_.path() / "settings.sqlite"};
     TranscodeSettings settings_{store_};
 };
 
