@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -9,6 +8,7 @@
 
 #include <Corvex/cli/CLISanitizationOptions.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FunctionCore.h>
 
 namespace corvex::inline v0 {
 

@@ -9,9 +9,10 @@ namespace corvex::inline v0 {
 
 /// The exit statuses with which a child says why its command line is unusable (BSD sysexits.h).
 namespace exitCode {
-inline constexpr int unusableWords = 64;  ///< EX_USAGE
-inline constexpr int noInput = 66;        ///< EX_NOINPUT
-inline constexpr int cannotCreate = 73;   ///< EX_CANTCREAT
+/// EX_USAGE
+inline constexpr int unusableWords = 64;
+inline constexpr int noInput = 66;       ///< EX_NOINPUT
+inline constexpr int cannotCreate = 73;  ///< EX_CANTCREAT
 }  // namespace exitCode
 
 /// An error of a command line that decides the exit status of the process that was given it: `main` catches this one
@@ -40,10 +41,10 @@ public:
     CLIWordError& operator=(const CLIWordError&) = default;
 
     /// The word at fault, as it was given. Valid as long as this object.
-    [[nodiscard]] const char* word() const noexcept { return word_.what(); }
+    [[nodiscard]] const char* word() const noexcept { return word_.text(); }
 
 private:
-    std::runtime_error word_;  // shares its text: copying an exception must not throw
+    SharedText word_;
 };
 
 }  // namespace corvex::inline v0

@@ -19,6 +19,18 @@ std::array<double, 3> bt709FromP3(const std::array<double, 3>& p3) noexcept {
             -0.0196375545903344 * p3[0] - 0.0786360455506319 * p3[1] + 1.0982736001409663 * p3[2]};
 }
 
+/// What std::shuffle takes, of a generator whose type is not known.
+struct Generator {
+    using result_type = std::uint32_t;
+
+    static constexpr result_type min() noexcept { return 0; }
+    static constexpr result_type max() noexcept { return UINT32_MAX; }
+    result_type operator()() const { return draw(drawn); }
+
+    result_type (*draw)(void* generator);
+    void* drawn;
+};
+
 float limited(double value) noexcept { return static_cast<float>(std::clamp(std::isnan(value) ? 0 : value, 0.0, 1.0)); }
 
 std::optional<std::uint8_t> hexDigit(char character) noexcept {
@@ -112,9 +124,9 @@ bool Color::isDarkColor() const noexcept {
 
 std::span<const Color> Color::rainbow() noexcept { return rainbowColors; }
 
-std::vector<Color> Color::tenRandomSystemColors(std::mt19937& generator) {
+std::vector<Color> Color::tenRandomSystemColors(std::uint32_t (*draw)(void* generator), void* generator) {
     std::vector<Color> colors(systemColors.begin(), systemColors.end());
-    std::shuffle(colors.begin(), colors.end(), generator);
+    std::shuffle(colors.begin(), colors.end(), Generator{draw, generator});
     colors.resize(10);
     return colors;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 #include <optional>
-#include <random>
 #include <span>
 #include <string>
 #include <string_view>
@@ -59,12 +59,22 @@ public:
 
     /// Red, orange, yellow, green, blue, indigo, violet.
     [[nodiscard]] static std::span<const Color> rainbow() noexcept;
-    /// Ten different ones of twelve system colours, in an order that `generator` decides.
-    [[nodiscard]] static std::vector<Color> tenRandomSystemColors(std::mt19937& generator);
+    /// Ten different ones of twelve system colours, in an order that `generator` decides: it gives 32 random bits a call,
+    /// as std::mt19937.
+    template <class Generator>
+        requires(Generator::min() == 0 && Generator::max() == UINT32_MAX)
+    [[nodiscard]] static std::vector<Color> tenRandomSystemColors(Generator& generator) {
+        return tenRandomSystemColors(
+            [](void* from) { return static_cast<std::uint32_t>((*static_cast<Generator*>(from))()); }, &generator);
+    }
 
     friend constexpr bool operator==(const Color&, const Color&) noexcept = default;
 
 private:
+    /// Calls `draw` with `generator`, whatever that is.
+    [[nodiscard]] static std::vector<Color> tenRandomSystemColors(std::uint32_t (*draw)(void* generator),
+                                                                  void* generator);
+
     std::array<double, 4> components_{};
     ColorModel model_ = ColorModel::sRGB;
     bool hasComponents_ = false;

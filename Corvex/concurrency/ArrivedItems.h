@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -9,6 +8,7 @@
 
 #include <Corvex/collections/AVLTree.h>
 #include <Corvex/concurrency/KeyedItem.h>
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/FrameCache.h>
 
 namespace corvex::inline v0 {
@@ -56,7 +56,7 @@ public:
     ArrivedItems(const ArrivedItems&) = delete;
     ArrivedItems& operator=(const ArrivedItems&) = delete;
     ~ArrivedItems() {
-        freeAll(pointerOf(arrived_.load(std::memory_order_acquire)));
+        freeAll(pointerOf(arrived_.load(MemoryOrder::acquire)));
         freeAll(first_);
     }
 
@@ -64,10 +64,10 @@ public:
     /// Calls keep() before that, as who takes the item may let go of this. Else this is not touched once it is added.
     template <class Keep>
     Addition add(KeyedItem<Key, Item>& entry, const Keep& keep) {
-        std::uintptr_t seen = arrived_.load(std::memory_order_relaxed);
+        std::uintptr_t seen = arrived_.load(MemoryOrder::relaxed);
         if ((seen & isClosed) != 0) return Addition::refused;
-        const unsigned count = uncollected_.load(std::memory_order_relaxed) + 1;
-        uncollected_.store(count, std::memory_order_relaxed);
+        const unsigned count = uncollected_.load(MemoryOrder::relaxed) + 1;
+        uncollected_.store(count, MemoryOrder::relaxed);
         auto* const arrival = new Arrival(std::move(entry));
         Addition addition = Addition::kept;
         do {
@@ -80,25 +80,25 @@ public:
                 addition = Addition::awaited;
             }
             arrival->next = pointerOf(seen);
-        } while (!arrived_.compare_exchange_weak(seen, reinterpret_cast<std::uintptr_t>(arrival),
-                                                 std::memory_order_acq_rel, std::memory_order_relaxed));
+        } while (!arrived_.compareExchange(seen, reinterpret_cast<std::uintptr_t>(arrival),
+                                                 MemoryOrder::acquireRelease, MemoryOrder::relaxed));
         return addition;
     }
     /// Refuses what comes from now on.
-    void close() noexcept { arrived_.fetch_or(isClosed, std::memory_order_acq_rel); }
+    void close() noexcept { arrived_.fetchOr(isClosed, MemoryOrder::acquireRelease); }
     /// Asks to be told of what comes. False if something has come.
     [[nodiscard]] bool await() noexcept {
         std::uintptr_t nothing = 0;
-        return arrived_.compare_exchange_strong(nothing, isAwaited, std::memory_order_acq_rel,
-                                                std::memory_order_relaxed);
+        return arrived_.compareExchange(nothing, isAwaited, MemoryOrder::acquireRelease,
+                                                MemoryOrder::relaxed);
     }
 
     /// Puts in order what has come, in which an item replaces one of the same key.
     void collect(Discarded& discarded) {
-        std::uintptr_t seen = arrived_.load(std::memory_order_relaxed);
+        std::uintptr_t seen = arrived_.load(MemoryOrder::relaxed);
         if ((seen & ~isClosed) == 0) return;
-        seen = arrived_.exchange(seen & isClosed, std::memory_order_acq_rel);
-        uncollected_.store(0, std::memory_order_relaxed);
+        seen = arrived_.exchange(seen & isClosed, MemoryOrder::acquireRelease);
+        uncollected_.store(0, MemoryOrder::relaxed);
         Arrival* oldestFirst = nullptr;
         for (Arrival* arrival = pointerOf(seen); arrival;) {
             Arrival* const older = arrival->next;
@@ -205,8 +205,8 @@ private:
         discarded.add(arrival);
     }
 
-    alignas(64) std::atomic<std::uintptr_t> arrived_{0};  ///< The newest, which leads to those before, and two flags.
-    std::atomic<unsigned> uncollected_{0};                ///< About so many have come; no more is needed.
+    alignas(64) Atomic<std::uintptr_t> arrived_{0};  ///< The newest, which leads to those before, and two flags.
+    Atomic<unsigned> uncollected_{0};                ///< About so many have come; no more is needed.
     alignas(64) Arrival* first_ = nullptr;
     Arrival* last_ = nullptr;
     Tree tree_;

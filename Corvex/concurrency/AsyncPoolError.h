@@ -11,10 +11,11 @@ namespace corvex::inline v0 {
 /// borrowers wait instead. Equal and hashed by case.
 class CORVEX_EXPORT AsyncPoolError : public Error {
 public:
-    /// What went wrong.
+    /// `emptyPool`: there is no item, and nobody has one to bring back.
     enum class Case : std::uint8_t { emptyPool };
 
-    explicit AsyncPoolError(Case which);  ///< The message is that of the case.
+    /// The message is that of the case.
+    explicit AsyncPoolError(Case which);
     ~AsyncPoolError() override;
     AsyncPoolError(const AsyncPoolError&) = default;
     AsyncPoolError& operator=(const AsyncPoolError&) = default;
@@ -22,6 +23,7 @@ public:
     /// What went wrong: no item, and nobody who might bring one back.
     [[nodiscard]] Case which() const noexcept { return case_; }
 
+    /// Whether the cases are the same.
     friend bool operator==(const AsyncPoolError& a, const AsyncPoolError& b) noexcept { return a.case_ == b.case_; }
 
 private:

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <atomic>
-
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/SharedState.h>
 
 namespace corvex::inline v0 {
@@ -14,16 +13,16 @@ public:
     explicit AsyncSwitch(bool isOn) : state_(Shared<State>::make(isOn)) {}
 
     /// Of this moment: whatever the answer, the next call may find another.
-    [[nodiscard]] bool isOn() const noexcept { return (state_->flips.load(std::memory_order_acquire) & 1U) != 0; }
+    [[nodiscard]] bool isOn() const noexcept { return (state_->flips.load(MemoryOrder::acquire) & 1U) != 0; }
     /// The other state, in one step.
-    void toggle() const noexcept { state_->flips.fetch_xor(1U, std::memory_order_acq_rel); }
-    void switchOn() const noexcept { state_->flips.store(1U, std::memory_order_release); }   ///< Whatever it was.
-    void switchOff() const noexcept { state_->flips.store(0U, std::memory_order_release); }  ///< Whatever it was.
+    void toggle() const noexcept { state_->flips.fetchXor(1U, MemoryOrder::acquireRelease); }
+    void switchOn() const noexcept { state_->flips.store(1U, MemoryOrder::release); }   ///< Whatever it was.
+    void switchOff() const noexcept { state_->flips.store(0U, MemoryOrder::release); }  ///< Whatever it was.
 
 private:
     struct State final : SharedState {
         explicit State(bool isOn) noexcept : flips(isOn ? 1U : 0U) {}
-        std::atomic<unsigned> flips;
+        Atomic<unsigned> flips;
     };
     Shared<State> state_;
 };

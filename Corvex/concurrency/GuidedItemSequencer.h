@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <utility>
 
 #include <Corvex/concurrency/ArrivedItems.h>
 #include <Corvex/concurrency/PipelineProtocols.h>
 #include <Corvex/concurrency/PullAwaiter.h>
+#include <Corvex/platform/FunctionCore.h>
 
 namespace corvex::inline v0 {
 
@@ -102,7 +102,7 @@ private:
 
     /// Closing while it is at work takes effect at its end: those who asked before it still get what follows. It goes on
     /// as long as it finds what to do, but after its share as work of the executor of the consumer that is next.
-    void supply(ShortLock& lock, HandOut& handOut) noexcept {
+    void supply(ShortLock<>& lock, HandOut& handOut) noexcept {
         isSupplying_ = true;
         for (int step = 0;; ++step) {
             items_.collect(handOut.discarded);
@@ -127,7 +127,7 @@ private:
     }
 
     /// Nobody else supplies before it runs.
-    void postRest(ShortLock& lock) noexcept {
+    void postRest(ShortLock<>& lock) noexcept {
         const Consumer& consumer = *consumers_.first();
         Executor& executor = consumer.executor();
         rest_.keeper = Shared<GuidedState>::retain(*this);
@@ -144,7 +144,7 @@ private:
     }
 
     /// Only who supplies changes the key, and so may read it without the lock.
-    void advance(ShortLock& lock) noexcept {
+    void advance(ShortLock<>& lock) noexcept {
         lock.unlock();
         std::optional<Key> following = keyUpdateBlock_(keyToSupply_);
         lock.lock();

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <utility>
 
 #include <Corvex/concurrency/DataCoordinationError.h>
 #include <Corvex/concurrency/ItemRing.h>
 #include <Corvex/concurrency/PipelineProtocols.h>
 #include <Corvex/concurrency/PullAwaiter.h>
+#include <Corvex/platform/Atomic.h>
 
 namespace corvex::inline v0 {
 
@@ -46,16 +45,16 @@ public:
     explicit FifoState(std::uint64_t ownCapacity) noexcept : capacity(ownCapacity == 0 ? 1 : ownCapacity) {}
     /// Nobody refers to the buffer any more, so nobody adds or takes.
     ~FifoState() {
-        { const std::lock_guard lock(mutex); }  // who added what was taken last may still be releasing the one
-        for (std::size_t i = taken_.load(); i != added_.load(); ++i) std::destroy_at(ring_.at(i));
+        { const ShortLock lock(mutex); }  // who added what was taken last may still be releasing the one
+        for (std::size_t i = taken_.load(MemoryOrder::acquire); i != added_.load(MemoryOrder::acquire); ++i) std::destroy_at(ring_.at(i));
     }
 
     /// With the mutex of the adding side alone: true if the item is in the ring.
     [[nodiscard]] bool tryAdd(Producer& producer) noexcept {
         const ShortLock lock(mutex.adding);
-        const std::size_t added = added_.load(std::memory_order_relaxed);
+        const std::size_t added = added_.load(MemoryOrder::relaxed);
         const std::size_t room = capacity < ring_.size() ? static_cast<std::size_t>(capacity) : ring_.size();
-        if (added - takenSeen_ >= room) takenSeen_ = taken_.load(std::memory_order_acquire);
+        if (added - takenSeen_ >= room) takenSeen_ = taken_.load(MemoryOrder::acquire);
         if (added - takenSeen_ >= room || !consumers_.isEmpty() || !isOpen_) return false;
         append(std::move(producer.payload));
         return true;
@@ -63,8 +62,8 @@ public:
     /// With the mutex of the taking side alone: true if the consumer has its item.
     [[nodiscard]] bool tryNext(Consumer& consumer) noexcept {
         const ShortLock lock(mutex.taking);
-        const std::size_t taken = taken_.load(std::memory_order_relaxed);
-        if (taken == addedSeen_) addedSeen_ = added_.load(std::memory_order_acquire);
+        const std::size_t taken = taken_.load(MemoryOrder::relaxed);
+        if (taken == addedSeen_) addedSeen_ = added_.load(MemoryOrder::acquire);
         if (taken == addedSeen_ || !producers_.isEmpty()) return false;
         takeInto(consumer);
         return true;
@@ -74,7 +73,7 @@ public:
     /// std::bad_alloc.
     [[gnu::noinline]] bool add(Producer& producer) {
         Ring spare;
-        std::unique_lock lock(mutex);
+        ShortLock lock(mutex);
         while (isOpen_ && consumers_.isEmpty() && count() < capacity && count() == ring_.size()) {
             const std::size_t size = ring_.size() == 0 ? 8 : 2 * ring_.size();
             lock.unlock();
@@ -101,8 +100,8 @@ public:
     /// True if the consumer has to wait, else its payload is the item or, at the end, empty. What it takes makes room
     /// for the producer that waits longest.
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
-        std::unique_lock lock(mutex);
-        addedSeen_ = added_.load(std::memory_order_relaxed);
+        ShortLock lock(mutex);
+        addedSeen_ = added_.load(MemoryOrder::relaxed);
         if (count() == 0) {
             if (!isOpen_) return false;
             consumer.enqueue(*this, consumers_);
@@ -119,7 +118,7 @@ public:
     /// Consumers wait only while nothing is there, so all of them get nothing. Producers that wait stay.
     void close() noexcept {
         ReleasedWaiters released;
-        const std::lock_guard lock(mutex);
+        const ShortLock lock(mutex);
         isOpen_ = false;
         while (Consumer* const consumer = consumers_.takeFirst()) released.append(*consumer);
     }
@@ -133,27 +132,27 @@ private:
 
     /// Under both mutexes.
     [[nodiscard]] std::size_t count() const noexcept {
-        return added_.load(std::memory_order_relaxed) - taken_.load(std::memory_order_relaxed);
+        return added_.load(MemoryOrder::relaxed) - taken_.load(MemoryOrder::relaxed);
     }
     /// Under the mutex of the adding side.
     void append(Item&& item) noexcept {
-        const std::size_t added = added_.load(std::memory_order_relaxed);
+        const std::size_t added = added_.load(MemoryOrder::relaxed);
         std::construct_at(ring_.at(added), std::move(item));
-        added_.store(added + 1, std::memory_order_release);
+        added_.store(added + 1, MemoryOrder::release);
     }
     /// Under the mutex of the taking side.
     void takeInto(Consumer& consumer) noexcept {
-        const std::size_t taken = taken_.load(std::memory_order_relaxed);
+        const std::size_t taken = taken_.load(MemoryOrder::relaxed);
         Item* const item = ring_.at(taken);
         consumer.payload.emplace(std::move(*item));
         std::destroy_at(item);
-        taken_.store(taken + 1, std::memory_order_release);
+        taken_.store(taken + 1, MemoryOrder::release);
     }
 
     /// Moves the items into the larger of the two; `spare` becomes the other one.
     void makeRoom(Ring& spare) noexcept {
         if (spare.size() <= ring_.size()) return;
-        for (std::size_t i = taken_.load(std::memory_order_relaxed); i != added_.load(std::memory_order_relaxed); ++i) {
+        for (std::size_t i = taken_.load(MemoryOrder::relaxed); i != added_.load(MemoryOrder::relaxed); ++i) {
             std::construct_at(spare.at(i), std::move(*ring_.at(i)));
             std::destroy_at(ring_.at(i));
         }
@@ -161,11 +160,11 @@ private:
     }
 
     /// Written by the taking side; both indexes only grow, and the ring wraps them.
-    alignas(64) std::atomic<std::size_t> taken_{0};
+    alignas(64) Atomic<std::size_t> taken_{0};
     /// The taking side's memory of added_.
     std::size_t addedSeen_ = 0;
     /// Written by the adding side.
-    alignas(64) std::atomic<std::size_t> added_{0};
+    alignas(64) Atomic<std::size_t> added_{0};
     /// The adding side's memory of taken_.
     std::size_t takenSeen_ = 0;
     alignas(64) Ring ring_;  // from here on what changes with both mutexes alone

@@ -8,11 +8,11 @@ namespace detail {
 
 bool SemaphoreState::enqueue(SemaphoreWaiter& waiter) noexcept {
     const ShortLock lock(mutex);
-    for (std::int64_t count = count_.load(std::memory_order_relaxed);;) {
+    for (std::int64_t count = count_.load(MemoryOrder::relaxed);;) {
         if (count < 0 && !waiters_.isEmpty()) break;
         const std::int64_t taken = count < 0 ? ~count : count;  // the waiters of a negative count may all have gone
         const std::int64_t next = taken < limit ? taken + 1 : ~taken;
-        if (!count_.compare_exchange_weak(count, next, std::memory_order_acquire, std::memory_order_relaxed)) continue;
+        if (!count_.compareExchange(count, next, MemoryOrder::acquire, MemoryOrder::relaxed)) continue;
         if (next >= 0) return false;
         break;
     }
@@ -22,12 +22,12 @@ bool SemaphoreState::enqueue(SemaphoreWaiter& waiter) noexcept {
 
 bool SemaphoreState::handOver() noexcept {
     ShortLock lock(mutex);
-    const std::int64_t count = count_.load(std::memory_order_relaxed);
+    const std::int64_t count = count_.load(MemoryOrder::relaxed);
     if (count >= 0) return false;
     SemaphoreWaiter* const waiter = waiters_.takeFirst();
     if (waiters_.isEmpty()) {  // the quick ways are open again; without a waiter all have gone
         const std::int64_t taken = ~count;
-        count_.store(waiter || taken == 0 ? taken : taken - 1, std::memory_order_release);
+        count_.store(waiter || taken == 0 ? taken : taken - 1, MemoryOrder::release);
     }
     lock.unlock();
     if (waiter) waiter->post();

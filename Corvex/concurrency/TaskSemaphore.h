@@ -1,8 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/Waiter.h>
 
 namespace corvex::inline v0 {
@@ -18,17 +18,17 @@ public:
     explicit SemaphoreState(std::int64_t ownLimit) noexcept : limit(ownLimit) {}
 
     [[nodiscard]] bool tryTake() noexcept {
-        std::int64_t taken = count_.load(std::memory_order_relaxed);
+        std::int64_t taken = count_.load(MemoryOrder::relaxed);
         while (taken >= 0 && taken < limit)
-            if (count_.compare_exchange_weak(taken, taken + 1, std::memory_order_acquire, std::memory_order_relaxed))
+            if (count_.compareExchange(taken, taken + 1, MemoryOrder::acquire, MemoryOrder::relaxed))
                 return true;
         return false;
     }
     /// Also true if there was nothing to give back.
     [[nodiscard]] bool tryGiveBack() noexcept {
-        std::int64_t taken = count_.load(std::memory_order_relaxed);
+        std::int64_t taken = count_.load(MemoryOrder::relaxed);
         while (taken > 0)
-            if (count_.compare_exchange_weak(taken, taken - 1, std::memory_order_release, std::memory_order_relaxed))
+            if (count_.compareExchange(taken, taken - 1, MemoryOrder::release, MemoryOrder::relaxed))
                 return true;
         return taken == 0;
     }
@@ -37,7 +37,7 @@ public:
     /// False if nobody waits any more.
     bool handOver() noexcept;
     [[nodiscard]] std::int64_t taken() const noexcept {
-        const std::int64_t count = count_.load(std::memory_order_relaxed);
+        const std::int64_t count = count_.load(MemoryOrder::relaxed);
         return count < 0 ? ~count : count;
     }
 
@@ -45,7 +45,7 @@ public:
     const std::int64_t limit;
 
 private:
-    std::atomic<std::int64_t> count_{0};
+    Atomic<std::int64_t> count_{0};
     WaiterList<SemaphoreWaiter> waiters_;
 };
 

@@ -26,7 +26,7 @@ TimeoutRace::TimeoutRace(std::uint64_t seconds, const std::optional<TaskTimeoutL
       }) {}
 
 TimeoutRace::~TimeoutRace() {
-    const int unfinished = unfinishedCount_.load(std::memory_order_acquire);
+    const int unfinished = unfinishedCount_.load(MemoryOrder::acquire);
     require(unfinished == 0 || !home_, "an operation with a timeout was destroyed while it runs");
 }
 
@@ -80,17 +80,17 @@ bool TimeoutRace::takeTimerBeforeRest() noexcept {
 
 bool TimeoutRace::win(Winner winner) noexcept {
     Winner expected = Winner::none;
-    return winner_.compare_exchange_strong(expected, winner, std::memory_order_acq_rel);
+    return winner_.compareExchange(expected, winner, MemoryOrder::acquireRelease, MemoryOrder::acquire);
 }
 
 bool TimeoutRace::arrive(int count) noexcept {
-    return unfinishedCount_.fetch_sub(count, std::memory_order_acq_rel) == count;
+    return unfinishedCount_.fetchSubtract(count, MemoryOrder::acquireRelease) == count;
 }
 
 void TimeoutRace::finish() {
     parentLink_.disarm();
     timerStop_.disarm();
-    const Winner winner = winner_.load(std::memory_order_acquire);
+    const Winner winner = winner_.load(MemoryOrder::acquire);
     if (winner == Winner::timer) throw TimeoutError::timedOut(seconds_);
     if (winner == Winner::cancellation) throw CancellationError();
 }

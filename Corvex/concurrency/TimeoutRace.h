@@ -1,10 +1,10 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <optional>
 
 #include <Corvex/concurrency/TaskTimeoutLog.h>
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/Task.h>
 
 namespace corvex::inline v0 {
@@ -94,8 +94,8 @@ private:
     Suspension waiter_;
     std::coroutine_handle<> parent_;
     Executor* home_ = nullptr;
-    std::atomic<Winner> winner_{Winner::none};
-    std::atomic<int> unfinishedCount_{2};
+    Atomic<Winner> winner_{Winner::none};
+    Atomic<int> unfinishedCount_{2};
     CancellationState cancellation_;
     TaskContext context_;
     Timer timer_;

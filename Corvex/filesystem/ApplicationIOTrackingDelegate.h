@@ -1,14 +1,14 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 
+#include <Corvex/platform/ChronoCore.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FunctionCore.h>
 #include <Corvex/platform/Object.h>
 #include <Corvex/platform/SerialQueue.h>
 

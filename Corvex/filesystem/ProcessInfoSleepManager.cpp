@@ -11,8 +11,7 @@ ProcessInfoSleepManager::~ProcessInfoSleepManager() = default;
 void ProcessInfoSleepManager::prevent() {
     mutex_.async([this] {
         if (preventSleepActivity_) return;
-        preventSleepActivity_ =
-            std::make_unique<ProcessActivity>(userInitiatedActivityOptions, processName() + " has queued activities");
+        preventSleepActivity_.emplace(userInitiatedActivityOptions, processName() + " has queued activities");
     });
 }
 
@@ -22,7 +21,7 @@ void ProcessInfoSleepManager::permit() {
 
 bool ProcessInfoSleepManager::canSleep() const {
     bool result = true;
-    mutex_.sync([&] { result = preventSleepActivity_ == nullptr; });
+    mutex_.sync([&] { result = !preventSleepActivity_.has_value(); });
     return result;
 }
 

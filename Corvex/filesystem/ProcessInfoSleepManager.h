@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <optional>
 #include <string>
 
 #include <Corvex/platform/Export.h>
@@ -44,8 +44,8 @@ public:
     [[nodiscard]] std::size_t hash() const override { return std::hash<const void*>{}(this); }
 
 private:
-    std::unique_ptr<ProcessActivity> preventSleepActivity_;  ///< Touched by the work of `mutex_` alone.
-    mutable SerialQueue mutex_;                              ///< Last, so that its work ends before the rest.
+    std::optional<ProcessActivity> preventSleepActivity_;  ///< Touched by the work of `mutex_` alone.
+    mutable SerialQueue mutex_;                            ///< Last, so that its work ends before the rest.
 };
 
 }  // namespace corvex::inline v0

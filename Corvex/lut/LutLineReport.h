@@ -36,12 +36,14 @@ struct LutLineReport {
     };
 
     std::uint64_t lineCount = 0;
-    std::uint64_t headerLineCount = 0;  ///< Lines that declared dimensions or a size.
+    /// Lines that declared dimensions or a size.
+    std::uint64_t headerLineCount = 0;
     /// Lines that gave an entry.
     std::uint64_t dataLineCount = 0;
     /// By LUT_1D_SIZE or LUT_3D_SIZE, or by a header line with 1D or 3D in it; none where nothing declares them.
     std::optional<LutDimensions> declaredDimensions;
-    std::optional<LutDomain> declaredDomain;  ///< Those lines count as skipped, too: they declare no dimensions.
+    /// Those lines count as skipped, too: they declare no dimensions.
+    std::optional<LutDomain> declaredDomain;
     std::array<Skipped, allCases<SkippedLutLine>.size()> skippedLines;  ///< By the number of their kind.
 
     /// Those of one kind.

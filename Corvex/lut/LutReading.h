@@ -19,11 +19,13 @@ enum class LogLevel : std::uint8_t;
 enum class LutReadProblem : std::uint8_t {
     /// The file was not opened.
     extension,
+    /// Missing, not permitted, or no regular file.
     cannotOpen,
     /// After it was opened; what came before is counted.
     cannotRead,
     /// 2^24, those of a cube of 256 points.
     tooManyEntries,
+    /// Also of a file that is empty.
     noEntries,
     /// Cubes of 17, 33 and 65 points are known by their numbers of entries, tables by powers of two.
     unknownDimensions,
@@ -60,7 +62,8 @@ struct LutReading {
         friend bool operator==(const Message&, const Message&) = default;
     };
 
-    std::shared_ptr<const ParsedLutFile> file;  ///< Null where there is a problem.
+    /// Null where there is a problem.
+    std::shared_ptr<const ParsedLutFile> file;
     std::optional<LutReadProblem> problem;
     bool isValidText = true;  ///< False: not UTF-8; what stands before the fault was read.
     LutLineReport lines;

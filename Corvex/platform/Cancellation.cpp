@@ -1,5 +1,7 @@
 #include <Corvex/platform/Cancellation.h>
 
+#include <atomic>
+
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Executor.h>
 
@@ -21,16 +23,16 @@ CancellationState::~CancellationState() {
 
 void CancellationState::cancel() noexcept {
     ShortLock lock(mutex_);
-    if (isCancelled_.load(std::memory_order_relaxed)) return;
-    isCancelled_.store(true, std::memory_order_release);
+    if (isCancelled_.load(MemoryOrder::relaxed)) return;
+    isCancelled_.store(true, MemoryOrder::release);
     runner_ = thisThread();
     while (CancellationCallback* const callback = first_) {
         unlink(*callback);
-        running_.store(callback, std::memory_order_relaxed);
+        running_.store(callback, MemoryOrder::relaxed);
         lock.unlock();
         callback->run_(*callback);
         lock.lock();
-        if (running_.exchange(nullptr, std::memory_order_release)) running_.notify_all();
+        if (running_.exchange(nullptr, MemoryOrder::release)) std::atomic_ref(running_.value()).notify_all();
     }
 }
 
@@ -42,7 +44,7 @@ void CancellationState::unlink(CancellationCallback& callback) noexcept {
 
 void CancellationCallback::armOn(CancellationState& state) noexcept {
     ShortLock lock(state.mutex_);
-    if (state.isCancelled_.load(std::memory_order_relaxed)) {
+    if (state.isCancelled_.load(MemoryOrder::relaxed)) {
         lock.unlock();
         run_(*this);
         return;
@@ -60,13 +62,13 @@ void CancellationCallback::disarmFrom(CancellationState& state) noexcept {
         state.unlink(*this);
         return;
     }
-    if (state.running_.load(std::memory_order_relaxed) != this) return;
+    if (state.running_.load(MemoryOrder::relaxed) != this) return;
     if (state.runner_ == thisThread()) {
-        state.running_.store(nullptr, std::memory_order_relaxed);
+        state.running_.store(nullptr, MemoryOrder::relaxed);
         return;
     }
     lock.unlock();
-    state.running_.wait(this, std::memory_order_acquire);
+    std::atomic_ref(state.running_.value()).wait(this, std::memory_order_acquire);
 }
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <atomic>
-
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Export.h>
 #include <Corvex/platform/ShortMutex.h>
@@ -64,19 +63,20 @@ public:
     CancellationState(const CancellationState&) = delete;
     CancellationState& operator=(const CancellationState&) = delete;
 
-    [[nodiscard]] bool isCancelled() const noexcept { return isCancelled_.load(std::memory_order_acquire); }
+    [[nodiscard]] bool isCancelled() const noexcept { return isCancelled_.load(MemoryOrder::acquire); }
     /// Runs the callbacks in the order in which they were armed, on this thread. Nothing happens when it is cancelled
     /// already.
     void cancel() noexcept;
 
 private:
     friend CancellationCallback;
+    /// Takes the callback out of the list. Under the mutex.
     void unlink(CancellationCallback& callback) noexcept;
 
     ShortMutex mutex_;
-    std::atomic<bool> isCancelled_{false};
+    Atomic<bool> isCancelled_{false};
     CancellationCallback *first_ = nullptr, *last_ = nullptr;
-    std::atomic<CancellationCallback*> running_{nullptr};
+    Atomic<CancellationCallback*> running_{nullptr};
     const void* runner_ = nullptr;  ///< The thread that runs `running_`.
 };
 

@@ -146,12 +146,12 @@ TaskPriority priorityOf(DispatchQoS::QoSClass qosClass) noexcept {
 }  // namespace
 
 DispatchQueue::DispatchQueue(std::string label, DispatchQoS qos)
-    : DispatchQueue(std::move(label), detail::DispatchThreads::shared(), qos) {}
+    : DispatchQueue(std::move(label), detail::dispatchThreads(), qos) {}
 
 DispatchQueue::DispatchQueue(std::string label, DispatchQoS::QoSClass target)
     : label_(std::move(label)),
       qos_(DispatchQoS::unspecified),
-      state_(Shared<detail::DispatchState>::make(detail::DispatchThreads::shared(), priorityOf(target))) {}
+      state_(Shared<detail::DispatchState>::make(detail::dispatchThreads(), priorityOf(target))) {}
 
 DispatchQueue::DispatchQueue(std::string label, Executor& target, DispatchQoS qos)
     : label_(std::move(label)),

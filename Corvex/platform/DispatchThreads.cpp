@@ -1,9 +1,12 @@
 #include <Corvex/platform/DispatchThreads.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <system_error>
 #include <thread>
 
 #include <Corvex/platform/Checked.h>
+#include <Corvex/platform/LeveledWorkQueue.h>
 
 namespace corvex::inline v0 {
 namespace detail {
@@ -12,12 +15,21 @@ namespace {
 constexpr unsigned highestThreadCount = 64;
 constexpr std::chrono::seconds idleTime(5);
 
-}  // namespace
+class DispatchThreads final : public Executor {
+public:
+    void post(WorkNode& node) noexcept override;
 
-DispatchThreads& DispatchThreads::shared() {
-    static auto& threads = *new DispatchThreads;  // never destroyed: work may go on while the process ends
-    return threads;
-}
+private:
+    void work() noexcept;
+    /// Has another thread look at the queue, unless one is about to. Releases the lock.
+    void wakeOne(std::unique_lock<std::mutex>& lock) noexcept;
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    LeveledWorkQueue queue_;
+    unsigned threadCount_ = 0, sleepingCount_ = 0;
+    bool isWaking_ = false;  ///< A thread has been woken or started and has not looked at the queue yet.
+};
 
 void DispatchThreads::post(WorkNode& node) noexcept {
     std::unique_lock lock(mutex_);
@@ -69,6 +81,13 @@ void DispatchThreads::work() noexcept {
         if (isOver && queue_.isEmpty()) break;
     }
     --threadCount_;
+}
+
+}  // namespace
+
+Executor& dispatchThreads() {
+    static auto& threads = *new DispatchThreads;  // never destroyed: work may go on while the process ends
+    return threads;
 }
 
 }  // namespace detail

@@ -44,7 +44,7 @@ Timers::~Timers() = default;
 
 Executor::~Executor() = default;
 
-Timers& Executor::timers() const noexcept { return TimerThread::shared(); }
+Timers& Executor::timers() const noexcept { return detail::timerThread(); }
 
 bool Executor::runsHere() const noexcept {
     for (const ExecutorScope* scope = detail::threadState.scope; scope; scope = scope->outer())

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <chrono>
 #include <coroutine>
 #include <cstdint>
 #include <utility>
 
+#include <Corvex/platform/ChronoCore.h>
 #include <Corvex/platform/Export.h>
 #include <Corvex/platform/TaskPriority.h>
 

@@ -10,6 +10,8 @@ namespace corvex::inline v0 {
 
 /// Nodes by the level of their priority, highest first, those of one level in order of arrival. Four levels:
 /// user-initiated and above, medium, utility, below. Not synchronised; every function is O(1) and allocates nothing.
+/// A host's own executor may keep its work in one, under its own lock. It does not own the nodes, and forgets those that
+/// are left at its end.
 class LeveledWorkQueue {
 public:
     [[nodiscard]] bool isEmpty() const noexcept { return filledLevels_ == 0; }
@@ -36,7 +38,8 @@ private:
         return priority >= TaskPriority::utility ? 2 : 3;
     }
 
-    unsigned filledLevels_ = 0;  ///< Bit n: level n holds work.
+    /// Bit n: level n holds work.
+    unsigned filledLevels_ = 0;
     std::array<WorkQueue, 4> levels_;
 };
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string_view>
 
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FunctionCore.h>
 
 namespace corvex::inline v0 {
 

@@ -33,7 +33,8 @@ public:
     [[nodiscard]] bool boolValue() const noexcept { return doubleValue() != 0; }
     /// Without its fraction; saturates at 64 bits, NaN reads as 0.
     [[nodiscard]] std::int64_t int64Value() const noexcept;
-    [[nodiscard]] double doubleValue() const noexcept;  ///< Rounded to nearest where an integer has more digits.
+    /// Rounded to nearest where an integer has more digits.
+    [[nodiscard]] double doubleValue() const noexcept;
 
     /// Whether the value is 1, 2, 4 and so on; never for one with a fraction.
     [[nodiscard]] bool isPowerOfTwo() const noexcept;

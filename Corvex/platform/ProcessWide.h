@@ -1,8 +1,9 @@
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <utility>
+
+#include <Corvex/platform/ShortMutex.h>
 
 namespace corvex::inline v0 {
 
@@ -18,7 +19,7 @@ public:
 
     /// A copy, which stays as it is when the value is replaced.
     [[nodiscard]] Value get() const {
-        const std::lock_guard lock(mutex_);
+        const ShortLock lock(mutex_);
         if (!value_) value_.emplace(initial_());
         return *value_;
     }
@@ -26,12 +27,12 @@ public:
     /// Readers get the old value or the new one, whole.
     void set(Value value) {
         std::optional<Value> replacement(std::move(value));  // outlives the lock, and with it the old value
-        const std::lock_guard lock(mutex_);
+        const ShortLock lock(mutex_);
         value_.swap(replacement);
     }
 
 private:
-    mutable std::mutex mutex_;
+    mutable ShortMutex mutex_;
     mutable std::optional<Value> value_;
     Value (*initial_)();
 };

@@ -1,12 +1,15 @@
 #pragma once
 
-#include <atomic>
+#include <cstddef>
 #include <utility>
+
+#include <Corvex/platform/Atomic.h>
 
 namespace corvex::inline v0 {
 
-/// A block that lives as long as its last Shared. Derive as `class X : public SharedState`; the block is freed as X, so
-/// that X needs no virtual destructor and must be the most derived class or have one.
+/// A block that lives as long as its last Shared. Begins with one owner, which Shared::make() gives. Derive as
+/// `class X : public SharedState`; the block is freed as X, so that X needs no virtual destructor and must be the most
+/// derived class or have one.
 class SharedState {
 public:
     SharedState() noexcept = default;
@@ -20,7 +23,7 @@ private:
     template <class State>
     friend class Shared;
 
-    std::atomic<std::size_t> owners_{1};
+    Atomic<std::size_t> owners_{1};
 };
 
 /// An owner of a SharedState: a reference count without a second block, as small as a pointer. What is in the block is
@@ -39,21 +42,24 @@ public:
     }
     /// A further owner of a block that somebody owns at this moment.
     [[nodiscard]] static Shared retain(State& state) noexcept {
-        state.owners_.fetch_add(1, std::memory_order_relaxed);
+        state.owners_.fetchAdd(1, MemoryOrder::relaxed);
         Shared made;
         made.state_ = &state;
         return made;
     }
+    /// One more owner.
     Shared(const Shared& other) noexcept : state_(other.state_) {
-        if (state_) state_->owners_.fetch_add(1, std::memory_order_relaxed);
+        if (state_) state_->owners_.fetchAdd(1, MemoryOrder::relaxed);
     }
     Shared(Shared&& other) noexcept : state_(std::exchange(other.state_, nullptr)) {}
+    /// Lets go of the block that it had.
     Shared& operator=(Shared other) noexcept {
         std::swap(state_, other.state_);
         return *this;
     }
+    /// The last one destroys the block, on this thread.
     ~Shared() {
-        if (state_ && state_->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete state_;
+        if (state_ && state_->owners_.fetchSubtract(1, MemoryOrder::acquireRelease) == 1) delete state_;
     }
 
     /// nullptr where it owns nothing.

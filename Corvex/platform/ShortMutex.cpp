@@ -1,6 +1,7 @@
 #include <Corvex/platform/ShortMutex.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace corvex::inline v0 {
 namespace detail {
@@ -29,12 +30,12 @@ constexpr int firstPause = 16, longestPause = 128, spinLimit = 4 * longestPause;
 void ShortMutex::lockContended() noexcept {
     for (int pause = firstPause, sum = 0; sum < spinLimit; sum += pause, pause = std::min(2 * pause, longestPause)) {
         detail::pauseBriefly(pause);
-        if (state_.load(std::memory_order_relaxed) == isFree && tryLock()) return;
+        if (state_.load(MemoryOrder::relaxed) == isFree && tryLock()) return;
     }
-    while (state_.exchange(isAwaited, std::memory_order_acquire) != isFree)
-        state_.wait(isAwaited, std::memory_order_relaxed);
+    while (state_.exchange(isAwaited, MemoryOrder::acquire) != isFree)
+        std::atomic_ref(state_.value()).wait(isAwaited, std::memory_order_relaxed);
 }
 
-void ShortMutex::wakeOne() noexcept { state_.notify_one(); }  // needs the address only
+void ShortMutex::wakeOne() noexcept { std::atomic_ref(state_.value()).notify_one(); }  // needs the address only
 
 }  // namespace corvex::inline v0

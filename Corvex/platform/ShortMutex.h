@@ -1,7 +1,6 @@
 #pragma once
 
-#include <atomic>
-
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {
@@ -30,11 +29,11 @@ public:
     /// Takes it unless another thread holds it. Never blocks, and never fails while it is free.
     [[nodiscard]] bool tryLock() noexcept {
         int expected = isFree;
-        return state_.compare_exchange_strong(expected, isTaken, std::memory_order_acquire, std::memory_order_relaxed);
+        return state_.compareExchange(expected, isTaken, MemoryOrder::acquire, MemoryOrder::relaxed);
     }
     /// By the thread that holds it. Wakes one that sleeps.
     void unlock() noexcept {
-        if (state_.exchange(isFree, std::memory_order_release) == isAwaited) [[unlikely]]
+        if (state_.exchange(isFree, MemoryOrder::release) == isAwaited) [[unlikely]]
             wakeOne();
     }
 
@@ -43,15 +42,18 @@ private:
     static constexpr int isFree = 0, isTaken = 1, isAwaited = 2;
     /// Spins, then sleeps until an unlock wakes it.
     CORVEX_EXPORT void lockContended() noexcept;
+    /// One of those that sleep; the others stay asleep.
     CORVEX_EXPORT void wakeOne() noexcept;
 
-    std::atomic<int> state_{isFree};
+    Atomic<int> state_{isFree};
 };
 
-/// Holds a ShortMutex until the end of the scope or unlock(): what std::unique_lock would do, with less to carry.
+/// Holds a ShortMutex, or what locks like one, until the end of the scope or unlock(): what std::unique_lock would do,
+/// with less to carry.
+template <class Mutex = ShortMutex>
 class [[nodiscard]] ShortLock {
 public:
-    explicit ShortLock(ShortMutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }  ///< Waits for the mutex.
+    explicit ShortLock(Mutex& mutex) noexcept : mutex_(&mutex) { mutex.lock(); }  ///< Waits for the mutex.
     ~ShortLock() {
         if (isHeld_) mutex_->unlock();
     }
@@ -70,7 +72,7 @@ public:
     }
 
 private:
-    ShortMutex* mutex_;
+    Mutex* mutex_;
     bool isHeld_ = true;
 };
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FunctionCore.h>
 
 namespace corvex::inline v0 {
 

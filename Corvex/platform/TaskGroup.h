@@ -1,8 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/Task.h>
 #include <Corvex/platform/WorkQueue.h>
 
@@ -33,9 +33,7 @@ protected:
     /// Waits for all. False if none runs.
     bool appendForAll(Suspension& waiter) noexcept;
     /// Nobody will take what the children give.
-    [[nodiscard]] bool isEnding() const noexcept {
-        return (running_.load(std::memory_order_relaxed) & waitsForAll) != 0;
-    }
+    [[nodiscard]] bool isEnding() const noexcept { return (running_.load(MemoryOrder::relaxed) & waitsForAll) != 0; }
     /// One of the children that have ended, if any; `child` is null for one that left nothing to take.
     struct Finished {
         TaskPromiseBase* child;
@@ -63,11 +61,13 @@ private:
 
     /// How many children run, and what the body waits for. It takes the mutex to change while the body waits for the next
     /// one; so no child can still be about to wake the body when that goes on.
-    std::atomic<std::uint64_t> running_{0};
+    Atomic<std::uint64_t> running_{0};
     std::uint64_t startedCount_ = 0, unlistedTakenCount_ = 0;  ///< The body's own.
     ShortMutex mutex_;
     std::uint64_t listedCount_ = 0;  ///< Of the children that do not run any more.
+    /// Children that were kept, in the order in which they finished.
     WorkQueue finished_;
+    /// The body, while it waits for what `running_` says.
     Suspension* waiter_ = nullptr;
     CancellationState cancellation_;
     TaskContext context_;

@@ -1,5 +1,7 @@
 #include <Corvex/platform/TaskHandle.h>
 
+#include <atomic>
+
 namespace corvex::inline v0 {
 namespace detail {
 
@@ -10,6 +12,8 @@ void TaskBlockBase::start(TaskPromiseBase& promise, std::coroutine_handle<> coro
     promise.completeWith(coroutine, *this, context_);
     executor.post(promise);
 }
+
+void TaskBlockBase::waitSync() noexcept { std::atomic_ref(isFinished_.value()).wait(false, std::memory_order_acquire); }
 
 bool TaskBlockBase::append(FinishWaiter& waiter) noexcept {
     const ShortLock lock(mutex);
@@ -22,10 +26,10 @@ void TaskBlockBase::publish() noexcept {
     ReleasedWaiters released;
     {
         const ShortLock lock(mutex);
-        isFinished_.store(true, std::memory_order_release);
+        isFinished_.store(true, MemoryOrder::release);
         while (FinishWaiter* waiter = waiters_.takeFirst()) released.append(*waiter);
     }
-    isFinished_.notify_all();
+    std::atomic_ref(isFinished_.value()).notify_all();
 }
 
 }  // namespace detail

@@ -32,6 +32,7 @@ public:
     /// Waits until the task has finished. Keeps the block, so that a handle may go meanwhile.
     class FinishWaiter : public Waiter<TaskBlockBase> {
     public:
+        /// What a frame that is destroyed too late is said to wait in; see Waiter.
         static constexpr const char* operation = "result()";
 
         explicit FinishWaiter(Shared<TaskBlockBase> block) noexcept : block_(std::move(block)) {}
@@ -54,8 +55,9 @@ public:
 
     /// Posts the task, which holds the block from here on.
     void start(TaskPromiseBase& promise, std::coroutine_handle<> coroutine, Executor& executor) noexcept;
-    void waitSync() const noexcept { isFinished_.wait(false, std::memory_order_acquire); }
-    [[nodiscard]] bool isFinished() const noexcept { return isFinished_.load(std::memory_order_acquire); }
+    /// Blocks the calling thread.
+    void waitSync() noexcept;
+    [[nodiscard]] bool isFinished() const noexcept { return isFinished_.load(MemoryOrder::acquire); }
     /// What the task, and whatever it awaits, sees in its context.
     [[nodiscard]] CancellationState& cancellation() noexcept { return cancellation_; }
 
@@ -72,7 +74,7 @@ private:
 
     CancellationState cancellation_;
     const TaskContext context_;
-    std::atomic<bool> isFinished_{false};
+    Atomic<bool> isFinished_{false};
     WaiterList<FinishWaiter> waiters_;
 };
 

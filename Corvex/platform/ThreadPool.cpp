@@ -1,7 +1,10 @@
 #include <Corvex/platform/ThreadPool.h>
 
 #include <algorithm>
+#include <atomic>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <Corvex/platform/Checked.h>
 
@@ -12,14 +15,19 @@ using Clock = std::chrono::steady_clock;
 
 }  // namespace
 
+struct ThreadPool::Threads : SharedState {
+    std::vector<std::thread> all;
+};
+
 ThreadPool::ThreadPool(unsigned threadCount) {
     if (threadCount == 0) threadCount = std::max(1U, std::thread::hardware_concurrency());
-    threads_.reserve(threadCount);
-    for (unsigned i = 0; i < threadCount; ++i) {
+    threads_ = Shared<Threads>::make();
+    threads_->all.reserve(threadCount);
+    for (; threadCount_ < threadCount; ++threadCount_) {
         try {
-            threads_.emplace_back([this] { work(); });
+            threads_->all.emplace_back([this] { work(); });
         } catch (const std::system_error&) {
-            if (threads_.empty()) throw;
+            if (threadCount_ == 0) throw;
             break;  // a pool of fewer threads does the same work
         }
     }
@@ -37,20 +45,20 @@ void ThreadPool::post(WorkNode& node) noexcept {
     }
     const bool isWaker = claimWake();
     lock.unlock();
-    if (isWaker) wakeCount_.notify_one();
+    if (isWaker) std::atomic_ref(wakeCount_.value()).notify_one();
 }
 
 void ThreadPool::join() noexcept {
-    if (threads_.empty()) return;
+    if (threadCount_ == 0) return;
     require(!runsHere(), "a thread pool cannot be joined from its own threads");
     {
         const ShortLock lock(mutex_);
         isJoining_ = true;
-        wakeCount_.fetch_add(1, std::memory_order_relaxed);
+        wakeCount_.fetchAdd(1, MemoryOrder::relaxed);
     }
-    wakeCount_.notify_all();
-    for (std::thread& thread : threads_) thread.join();
-    threads_.clear();
+    std::atomic_ref(wakeCount_.value()).notify_all();
+    for (std::thread& thread : threads_->all) thread.join();
+    threadCount_ = 0;
     const ShortLock lock(mutex_);
     hasEnded_ = true;
 }
@@ -67,7 +75,7 @@ void ThreadPool::work() noexcept {
             ++progress_;
             const bool isWaker = !queue_.isEmpty() && claimWake();
             mutex_.unlock();
-            if (isWaker) wakeCount_.notify_one();
+            if (isWaker) std::atomic_ref(wakeCount_.value()).notify_one();
             scope.run(*node);
             lockAfterWork(stint);
         } else if (isJoining_) {
@@ -92,9 +100,9 @@ void ThreadPool::beginStint(Stint& stint) const noexcept {
 
 void ThreadPool::sleep() noexcept {
     ++sleepingCount_;
-    const int seen = wakeCount_.load(std::memory_order_relaxed);
+    const int seen = wakeCount_.load(MemoryOrder::relaxed);
     mutex_.unlock();
-    wakeCount_.wait(seen, std::memory_order_relaxed);
+    std::atomic_ref(wakeCount_.value()).wait(seen, std::memory_order_relaxed);
     mutex_.lock();
     --sleepingCount_;
     isWaking_ = false;
@@ -130,7 +138,7 @@ void ThreadPool::stayAway(Stint& stint) noexcept {
 bool ThreadPool::claimWake() noexcept {
     if (sleepingCount_ == 0 || isWaking_) return false;
     isWaking_ = true;
-    wakeCount_.fetch_add(1, std::memory_order_relaxed);
+    wakeCount_.fetchAdd(1, MemoryOrder::relaxed);
     return true;
 }
 

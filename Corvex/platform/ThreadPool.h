@@ -1,11 +1,10 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
-#include <thread>
-#include <vector>
 
+#include <Corvex/platform/Atomic.h>
 #include <Corvex/platform/LeveledWorkQueue.h>
+#include <Corvex/platform/SharedState.h>
 #include <Corvex/platform/ShortMutex.h>
 
 namespace corvex::inline v0 {
@@ -26,7 +25,8 @@ public:
     /// waited for, and posting later stops the process. Not from the pool's own threads.
     void join() noexcept;
 
-    [[nodiscard]] unsigned threadCount() const noexcept { return static_cast<unsigned>(threads_.size()); }
+    /// 0 once they have been joined.
+    [[nodiscard]] unsigned threadCount() const noexcept { return threadCount_; }
 
 private:
     static constexpr int fewestPauses = 64, mostPauses = 2048;  ///< Of about 27 ns.
@@ -57,8 +57,10 @@ private:
     unsigned sleepingCount_ = 0;
     bool isWaking_ = false;  ///< A thread has been woken and has not looked at the queues yet; one at a time.
     bool isJoining_ = false, hasEnded_ = false;
-    std::atomic<int> wakeCount_{0};  ///< What the threads sleep on; changed under the mutex.
-    std::vector<std::thread> threads_;
+    Atomic<int> wakeCount_{0};  ///< What the threads sleep on; changed under the mutex.
+    struct Threads;
+    Shared<Threads> threads_;
+    unsigned threadCount_ = 0;
 };
 
 }  // namespace corvex::inline v0

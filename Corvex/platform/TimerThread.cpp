@@ -1,24 +1,33 @@
 #include <Corvex/platform/TimerThread.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
+#include <Corvex/platform/TimerHeap.h>
 #include <Corvex/platform/WorkQueue.h>
 
 namespace corvex::inline v0 {
+namespace detail {
 namespace {
 
 constexpr int batchSize = 256;  // keeps sleepers from waiting long for the lock when very many are due
 
-}  // namespace
+class TimerThread final : public Timers {
+public:
+    [[nodiscard]] TimePoint now() const noexcept override;
+    void add(TimerNode& node, TimePoint time) noexcept override;
+    bool cancel(TimerNode& node) noexcept override;
 
-TimerThread& TimerThread::shared() {
-    static TimerThread& timers = *[] {
-        auto* const made = new TimerThread;  // never destroyed: sleepers may be waiting while the process ends
-        std::thread([made] { made->work(); }).detach();
-        return made;
-    }();
-    return timers;
-}
+    /// Posts outside of the lock, many at a time and not all at once, so that sleepers do not wait long for it.
+    [[noreturn]] void work() noexcept;
+
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    TimerHeap heap_;
+    TimePoint wakeTime_ = TimePoint::min();  ///< Until when the thread sleeps; the past while it is awake.
+};
 
 TimePoint TimerThread::now() const noexcept { return std::chrono::steady_clock::now(); }
 
@@ -66,4 +75,16 @@ void TimerThread::work() noexcept {
     }
 }
 
+}  // namespace
+
+Timers& timerThread() {
+    static TimerThread& timers = *[] {
+        auto* const made = new TimerThread;  // never destroyed: sleepers may be waiting while the process ends
+        std::thread([made] { made->work(); }).detach();
+        return made;
+    }();
+    return timers;
+}
+
+}  // namespace detail
 }  // namespace corvex::inline v0

@@ -24,9 +24,12 @@ public:
     WaiterChain& operator=(const WaiterChain&) = delete;
 
     [[nodiscard]] bool isEmpty() const noexcept { return first == nullptr; }
+    /// At the end. The waiter is in no list.
     void append(WaiterLinks& waiter) noexcept;
+    /// From anywhere in it. The waiter is in this one.
     void remove(WaiterLinks& waiter) noexcept;
 
+    /// Null, or the oldest and the newest.
     WaiterLinks *first = nullptr, *last = nullptr;
     std::size_t count = 0;
 };
@@ -43,10 +46,13 @@ private:
     friend class WaiterList;
 
     [[nodiscard]] WaiterLinks* following() const noexcept { return static_cast<WaiterLinks*>(next); }
+    /// Names the operation and what its caller did wrong.
     [[noreturn]] CORVEX_EXPORT void stopForLateDestruction() const noexcept;
 
     WaiterLinks* previous_ = nullptr;
-    detail::WaiterChain* chain_ = nullptr;  ///< While linked.
+    /// While linked.
+    detail::WaiterChain* chain_ = nullptr;
+    /// For the message below; part of the program.
     const char* operation_ = "";
 };
 
@@ -178,6 +184,7 @@ private:
         state_->mutex.unlock();
     }
 
+    /// Owned only from suspension to resumption.
     Shared<State> state_;
 };
 

@@ -13,6 +13,7 @@ class CORVEX_EXPORT FrameRateError : public Error {
 public:
     /// A number that is no frame rate. For hosts, as the last case is: the library throws the second one alone.
     struct InvalidNumericFrameRate {
+        /// Frames per second.
         double value;
         friend bool operator==(const InvalidNumericFrameRate&, const InvalidNumericFrameRate&) = default;
     };
@@ -28,12 +29,14 @@ public:
     };
     using Case = std::variant<InvalidNumericFrameRate, InvalidRationalComponents, ApproximationFailure>;
 
-    explicit FrameRateError(const Case& which);  ///< The message names the numbers.
+    /// The message names the numbers.
+    explicit FrameRateError(const Case& which);
     ~FrameRateError() override;
     FrameRateError(const FrameRateError&) = default;
     FrameRateError& operator=(const FrameRateError&) = default;
 
-    [[nodiscard]] static FrameRateError invalidNumericFrameRate(double value);  ///< An error of that case.
+    /// An error of that case.
+    [[nodiscard]] static FrameRateError invalidNumericFrameRate(double value);
     /// An error of that case.
     [[nodiscard]] static FrameRateError invalidRationalComponents(std::int64_t timeValue, std::int64_t timeScale);
     /// An error of that case.

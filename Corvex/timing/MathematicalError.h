@@ -12,7 +12,8 @@ public:
     /// `divideByZero`: a ratio whose denominator is 0 was to become a number.
     enum class Case : std::uint8_t { divideByZero };
 
-    explicit MathematicalError(Case which);  ///< The message is that of the case.
+    /// The message is that of the case, in English.
+    explicit MathematicalError(Case which);
     ~MathematicalError() override;
     MathematicalError(const MathematicalError&) = default;
     MathematicalError& operator=(const MathematicalError&) = default;
@@ -20,6 +21,7 @@ public:
     /// What went wrong; so far there is one case.
     [[nodiscard]] Case which() const noexcept { return case_; }
 
+    /// Whether the cases are the same.
     friend bool operator==(const MathematicalError& a, const MathematicalError& b) noexcept {
         return a.case_ == b.case_;
     }

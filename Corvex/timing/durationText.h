@@ -1,9 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 
+#include <Corvex/platform/ChronoCore.h>
 #include <Corvex/platform/Export.h>
 
 namespace corvex::inline v0 {

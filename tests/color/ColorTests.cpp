@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <random>
 #include <set>
 #include <string>
 #include <string_view>

@@ -100,7 +100,7 @@ public:
     /// Which of them.
     [[nodiscard]] Case which() const noexcept { return case_; }
     /// The path at fault, empty where none was supplied. Valid as long as this object.
-    [[nodiscard]] const char* path() const noexcept { return path_.what(); }
+    [[nodiscard]] const char* path() const noexcept { return path_.text(); }
 
     friend bool operator==(const MediaAnalysisCLIError& a, const MediaAnalysisCLIError& b) noexcept {
         return a.case_ == b.case_ && std::string_view(a.path()) == b.path();
@@ -108,7 +108,7 @@ public:
 
 private:
     Case case_;
-    std::runtime_error path_;  // shares its text: copying an exception must not throw
+    SharedText path_;
 };
 
 /// Pictures are asked for, and a flag that they need is missing. Equal by case.

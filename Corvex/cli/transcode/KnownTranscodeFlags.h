@@ -23,11 +23,12 @@ inline constexpr std::size_t knownTranscodeFlagCount = 95;
 struct RecognizedKey {
     static constexpr std::uint8_t noFlag = 255;
 
-    std::uint8_t sortedIndex = noFlag;  ///< Which of the sorted known flags it is letter for letter.
-    bool isKnown = false;               ///< A known flag occurs in it, anywhere, without regard to case.
-    bool isInput = false;               ///< Begins with "-in".
-    bool isPreset = false;              ///< Begins with "-preset".
-    bool keepsCaseOfValue = false;      ///< Its value is a path or free text.
+    /// Which of the sorted known flags it is letter for letter.
+    std::uint8_t sortedIndex = noFlag;
+    bool isKnown = false;           ///< A known flag occurs in it, anywhere, without regard to case.
+    bool isInput = false;           ///< Begins with "-in".
+    bool isPreset = false;          ///< Begins with "-preset".
+    bool keepsCaseOfValue = false;  ///< Its value is a path or free text.
 
     /// How parsing cleans the value.
     [[nodiscard]] CLISanitizationOptions valueOptions() const noexcept {
