@@ -155,7 +155,7 @@ def with_the_obvious(text):
 
 
 def main():
-    headers = subprocess.run(["git", "ls-files", "Corvex/*.h", "proto/*.h"], cwd=ROOT, check=True, text=True,
+    headers = subprocess.run(["git", "ls-files", "Corvex/*.h", "proto/*.h", ":!*/internal/*"], cwd=ROOT, check=True, text=True,
                              capture_output=True).stdout.split()
     subprocess.run(["rm", "-rf", WORK], check=True)
     for header in headers:

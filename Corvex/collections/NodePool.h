@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace corvex::inline v0 {
 
@@ -21,6 +19,9 @@ public:
     NodePool() = default;
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
+    ~NodePool() {
+        while (blocks_) delete[] std::exchange(blocks_, blocks_->next);
+    }
 
     /// A node in memory of the pool. What it throws is only std::bad_alloc, and then nothing has changed: nodes are
     /// made without exceptions.
@@ -34,12 +35,12 @@ public:
 
     /// Keeps the memory for the next node.
     void destroy(Node* node) noexcept {
-        std::destroy_at(node);
+        node->~Node();
         free_ = ::new (static_cast<void*>(node)) Slot{free_};
     }
 
 private:
-    /// Memory for a node, or a link to the next slot that was given back.
+    /// Memory for a node, or a link: to the next slot that was given back, or to the block before.
     union Slot {
         Slot* next;
         alignas(Node) std::byte bytes[sizeof(Node)];
@@ -47,13 +48,15 @@ private:
 
     /// 8 nodes, then twice as many each time, up to 512: small trees stay small.
     void addBlock() {
-        const std::size_t count = blocks_.size() < 6 ? std::size_t{8} << blocks_.size() : 512;
-        blocks_.push_back(std::make_unique_for_overwrite<Slot[]>(count));
-        unused_ = blocks_.back().get();
-        end_ = unused_ + count;
+        Slot* const block = new Slot[blockSize_ + 1];
+        block->next = std::exchange(blocks_, block);
+        unused_ = block + 1;
+        end_ = unused_ + blockSize_;
+        if (blockSize_ < 512) blockSize_ *= 2;
     }
 
-    std::vector<std::unique_ptr<Slot[]>> blocks_;
+    Slot* blocks_ = nullptr;  // the last one; the first slot of each leads to the one before
+    std::size_t blockSize_ = 8;
     Slot* free_ = nullptr;
     Slot* unused_ = nullptr;  // the rest of the last block
     Slot* end_ = nullptr;

@@ -2,7 +2,7 @@
 
 #include <bit>
 #include <cstddef>
-#include <memory>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -24,7 +24,8 @@ public:
         Storage() noexcept = default;
         /// Room for at least `size` items, a power of two. Throws std::bad_alloc.
         explicit Storage(std::size_t size)
-            : items_(std::allocator<Item>().allocate(std::bit_ceil(size))), size_(std::bit_ceil(size)) {}
+            : items_(static_cast<Item*>(::operator new(std::bit_ceil(size) * sizeof(Item), alignment))),
+              size_(std::bit_ceil(size)) {}
         Storage(Storage&& other) noexcept
             : items_(std::exchange(other.items_, nullptr)), size_(std::exchange(other.size_, 0)) {}
         /// Exchanges the two.
@@ -33,14 +34,26 @@ public:
             std::swap(size_, other.size_);
             return *this;
         }
-        ~Storage() {
-            if (items_) std::allocator<Item>().deallocate(items_, size_);
-        }
+        ~Storage() { ::operator delete(items_, alignment); }
         /// Indexes wrap around; a slot may be empty.
         [[nodiscard]] Item* at(std::size_t index) const noexcept { return items_ + (index & (size_ - 1)); }
         [[nodiscard]] std::size_t size() const noexcept { return size_; }
 
+        /// Makes the item of a slot that is empty.
+        void fill(std::size_t index, Item&& item) const noexcept {
+            ::new (static_cast<void*>(at(index))) Item(std::move(item));
+        }
+        /// Leaves the slot empty.
+        Item take(std::size_t index) const noexcept {
+            Item* const item = at(index);
+            Item taken(std::move(*item));
+            item->~Item();
+            return taken;
+        }
+
     private:
+        static constexpr std::align_val_t alignment{alignof(Item)};
+
         Item* items_ = nullptr;
         std::size_t size_ = 0;  ///< A power of two.
     };
@@ -64,31 +77,23 @@ public:
     void makeRoom(Storage& storage) noexcept {
         if (storage.size() <= storage_.size()) return;
         for (std::size_t i = 0; i < count_; ++i) {
-            Item* const item = storage_.at(first_ + i);
-            std::construct_at(storage.at(i), std::move(*item));
-            std::destroy_at(item);
+            storage.fill(i, storage_.take(first_ + i));
         }
         first_ = 0;
         std::swap(storage_, storage);
     }
 
     /// Needs a free slot. O(1), as the next two are.
-    void append(Item&& item) noexcept { std::construct_at(storage_.at(first_ + count_++), std::move(item)); }
+    void append(Item&& item) noexcept { storage_.fill(first_ + count_++, std::move(item)); }
     /// The oldest. Needs an item.
     Item takeFirst() noexcept {
         --count_;
-        return take(storage_.at(first_++));
+        return storage_.take(first_++);
     }
     /// The newest. Needs an item.
-    Item takeLast() noexcept { return take(storage_.at(first_ + --count_)); }
+    Item takeLast() noexcept { return storage_.take(first_ + --count_); }
 
 private:
-    static Item take(Item* item) noexcept {
-        Item taken(std::move(*item));
-        std::destroy_at(item);
-        return taken;
-    }
-
     Storage storage_;
     std::size_t first_ = 0, count_ = 0;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <type_traits>
 #include <utility>
 
@@ -36,13 +35,14 @@ public:
         struct Posted final : WorkNode {
             explicit Posted(Operation&& own) noexcept(std::is_nothrow_move_constructible_v<Operation>)
                 : WorkNode([](WorkNode& node) noexcept {
-                      const std::unique_ptr<Posted> posted(static_cast<Posted*>(&node));
+                      auto* const posted = static_cast<Posted*>(&node);
                       posted->call();
+                      delete posted;
                   }),
                   call(std::move(own)) {}
             Operation call;
         };
-        executor().post(*std::make_unique<Posted>(std::move(operation)).release());
+        executor().post(*new Posted(std::move(operation)));
     }
 };
 

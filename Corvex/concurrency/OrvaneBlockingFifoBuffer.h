@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <utility>
 
 #include <Corvex/concurrency/DataCoordinationError.h>
@@ -46,7 +45,8 @@ public:
     /// Nobody refers to the buffer any more, so nobody adds or takes.
     ~FifoState() {
         { const ShortLock lock(mutex); }  // who added what was taken last may still be releasing the one
-        for (std::size_t i = taken_.load(MemoryOrder::acquire); i != added_.load(MemoryOrder::acquire); ++i) std::destroy_at(ring_.at(i));
+        for (std::size_t i = taken_.load(MemoryOrder::acquire); i != added_.load(MemoryOrder::acquire); ++i)
+            ring_.at(i)->~Item();
     }
 
     /// With the mutex of the adding side alone: true if the item is in the ring.
@@ -137,7 +137,7 @@ private:
     /// Under the mutex of the adding side.
     void append(Item&& item) noexcept {
         const std::size_t added = added_.load(MemoryOrder::relaxed);
-        std::construct_at(ring_.at(added), std::move(item));
+        ring_.fill(added, std::move(item));
         added_.store(added + 1, MemoryOrder::release);
     }
     /// Under the mutex of the taking side.
@@ -145,7 +145,7 @@ private:
         const std::size_t taken = taken_.load(MemoryOrder::relaxed);
         Item* const item = ring_.at(taken);
         consumer.payload.emplace(std::move(*item));
-        std::destroy_at(item);
+        item->~Item();
         taken_.store(taken + 1, MemoryOrder::release);
     }
 
@@ -153,8 +153,7 @@ private:
     void makeRoom(Ring& spare) noexcept {
         if (spare.size() <= ring_.size()) return;
         for (std::size_t i = taken_.load(MemoryOrder::relaxed); i != added_.load(MemoryOrder::relaxed); ++i) {
-            std::construct_at(spare.at(i), std::move(*ring_.at(i)));
-            std::destroy_at(ring_.at(i));
+            spare.fill(i, ring_.take(i));
         }
         std::swap(ring_, spare);
     }

@@ -4,7 +4,7 @@
 #include <array>
 #include <bit>
 
-#include <Corvex/lut/scanDecimal.h>
+#include <Corvex/lut/internal/scanDecimal.h>
 #include <Corvex/platform/Number.h>
 #include <Corvex/platform/Text.h>
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <filesystem>
 
-#include <Corvex/lut/LutPlan.h>
 #include <Corvex/lut/ParsedLutFile.h>
-#include <Corvex/lut/PlainLutKernel.h>
-#include <Corvex/lut/VectorLutKernel.h>
+#include <Corvex/lut/internal/LutPlan.h>
+#include <Corvex/lut/internal/PlainLutKernel.h>
+#include <Corvex/lut/internal/VectorLutKernel.h>
 #include <Corvex/platform/Checked.h>
 
 namespace corvex::inline v0 {

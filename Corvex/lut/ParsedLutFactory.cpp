@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include <Corvex/lut/LutTextReader.h>
 #include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/lut/internal/LutTextReader.h>
 #include <Corvex/platform/InputFile.h>
 #include <Corvex/platform/Log.h>
 #include <Corvex/platform/Number.h>

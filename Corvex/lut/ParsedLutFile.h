@@ -2,9 +2,9 @@
 
 #include <concepts>
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <span>
+#include <string>
 #include <utility>
 
 #include <Corvex/lut/LutDimensions.h>
@@ -12,6 +12,7 @@
 #include <Corvex/lut/OneDimensionConverter.h>
 #include <Corvex/lut/ThreeDimensionalSampleConverter.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
 
@@ -23,7 +24,7 @@ public:
     LutFile& operator=(const LutFile&) = delete;
 
     /// As it was given to the reader, or the name that stood for it.
-    [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+    [[nodiscard]] std::filesystem::path file() const;
     /// What was found, whether or not the file declares it.
     [[nodiscard]] LutDimensions dimensions() const noexcept { return dimensions_; }
     /// So far there is one.
@@ -33,12 +34,11 @@ public:
 
 protected:
     /// Only readers make files; a host that has a table of its own derives from ParsedLutFile.
-    LutFile(std::filesystem::path file, LutDimensions dimensions, LutMarkupType fileMarkup,
-            const LutDomain& domain) noexcept
-        : file_(std::move(file)), domain_(domain), dimensions_(dimensions), fileMarkup_(fileMarkup) {}
+    LutFile(const std::filesystem::path& file, LutDimensions dimensions, LutMarkupType fileMarkup,
+            const LutDomain& domain);
 
 private:
-    std::filesystem::path file_;
+    std::string file_;
     LutDomain domain_;
     LutDimensions dimensions_;
     LutMarkupType fileMarkup_;
@@ -63,9 +63,8 @@ protected:
 class CORVEX_EXPORT ParsedOneDimensionLutFile final : public ParsedLutFile {
 public:
     /// `converter` must not be null; it is owned from now on.
-    ParsedOneDimensionLutFile(std::filesystem::path file, LutMarkupType fileMarkup,
-                              std::unique_ptr<const OneDimensionConverter> converter,
-                              const LutDomain& domain = {}) noexcept;
+    ParsedOneDimensionLutFile(const std::filesystem::path& file, LutMarkupType fileMarkup,
+                              std::unique_ptr<const OneDimensionConverter> converter, const LutDomain& domain = {});
     ~ParsedOneDimensionLutFile() override;
 
     /// For code values OneDimensionsUnsignedIntegerConverter, else OneDimensionFloatingPointConverter.
@@ -83,9 +82,9 @@ private:
 class CORVEX_EXPORT ParsedThreeDimensionalFloatingPointFile final : public ParsedLutFile {
 public:
     /// `file` need not lie there; nothing is read.
-    ParsedThreeDimensionalFloatingPointFile(std::filesystem::path file, LutMarkupType fileMarkup,
+    ParsedThreeDimensionalFloatingPointFile(const std::filesystem::path& file, LutMarkupType fileMarkup,
                                             NormalizedFloatingPoint3DSampleConverter converter,
-                                            const LutDomain& domain = {}) noexcept;
+                                            const LutDomain& domain = {});
     ~ParsedThreeDimensionalFloatingPointFile() override;
 
     /// Its cube() is the table.
@@ -104,8 +103,8 @@ private:
 class CORVEX_EXPORT ParsedThreeDimensionalIntegerFile final : public ParsedLutFile {
 public:
     /// `file` need not lie there; nothing is read.
-    ParsedThreeDimensionalIntegerFile(std::filesystem::path file, LutMarkupType fileMarkup,
-                                      Integer3DSampleConverter converter, const LutDomain& domain = {}) noexcept;
+    ParsedThreeDimensionalIntegerFile(const std::filesystem::path& file, LutMarkupType fileMarkup,
+                                      Integer3DSampleConverter converter, const LutDomain& domain = {});
     ~ParsedThreeDimensionalIntegerFile() override;
 
     /// Bits of the values.

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include <Corvex/platform/Checked.h>
-#include <Corvex/platform/DispatchThreads.h>
+#include <Corvex/platform/internal/DispatchThreads.h>
 
 namespace corvex::inline v0 {
 namespace detail {

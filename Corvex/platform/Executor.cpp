@@ -3,7 +3,7 @@
 #include <atomic>
 
 #include <Corvex/platform/ThreadPool.h>
-#include <Corvex/platform/TimerThread.h>
+#include <Corvex/platform/internal/TimerThread.h>
 
 namespace corvex::inline v0 {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <utility>
 
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 #if !defined(__GLIBC__)
 #include <system_error>

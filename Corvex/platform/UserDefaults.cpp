@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <system_error>
@@ -57,11 +58,11 @@ class Connection {
 public:
     enum class Mode : std::uint8_t { read, write };
 
-    Connection(const std::filesystem::path& file, Mode mode) : file_(file), mode_(mode) {
+    Connection(std::filesystem::path file, Mode mode) : file_(std::move(file)), mode_(mode) {
         const int flags = mode == Mode::write ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READWRITE;
         sqlite3* database = nullptr;
         // A path of "file:…" or ":memory:" must not mean something else than a file.
-        const int result = sqlite3_open_v2(std::filesystem::absolute(file).c_str(), &database, flags, nullptr);
+        const int result = sqlite3_open_v2(std::filesystem::absolute(file_).c_str(), &database, flags, nullptr);
         database_.reset(database);
         check(result);
         sqlite3_extended_result_codes(database, 1);
@@ -178,7 +179,7 @@ private:
         }
     }
 
-    const std::filesystem::path& file_;
+    std::filesystem::path file_;
     Mode mode_;
     int waited_ = 0;
     bool isEmpty_ = false;
@@ -224,12 +225,16 @@ std::filesystem::path homeFolder() {
 
 }  // namespace
 
-UserDefaultsError::UserDefaultsError(Case which, std::filesystem::path file, const std::string& problem)
-    : Error("settings '" + file.string() + "': " + problem), case_(which), file_(std::move(file)) {}
+UserDefaultsError::UserDefaultsError(Case which, const std::filesystem::path& file, std::string_view problem)
+    : Error("settings '" + file.string() + "': " + std::string(problem)), case_(which), file_(file.native()) {}
 
 UserDefaultsError::~UserDefaultsError() = default;
 
-UserDefaults::UserDefaults(std::filesystem::path file) : file_(std::move(file)) {}
+std::filesystem::path UserDefaultsError::file() const { return file_.text(); }
+
+UserDefaults::UserDefaults(const std::filesystem::path& file) : file_(file.native()) {}
+
+std::filesystem::path UserDefaults::file() const { return file_; }
 
 UserDefaults UserDefaults::standard() {
     if (auto named = environmentPath("CORVEX_SETTINGS_FILE"); !named.empty()) return UserDefaults(std::move(named));
@@ -246,7 +251,7 @@ UserDefaults UserDefaults::standard() {
 }
 
 std::optional<Value> UserDefaults::value(std::string_view key) const {
-    const auto connection = openForReading(file_);
+    const auto connection = openForReading(file());
     if (!connection) return std::nullopt;
     Connection::Statement query(*connection, "SELECT kind, value FROM setting WHERE key = ?1");
     return query.bind(1, key).step() ? std::optional(query.value(0)) : std::nullopt;
@@ -254,7 +259,7 @@ std::optional<Value> UserDefaults::value(std::string_view key) const {
 
 UserDefaults::Values UserDefaults::values() const {
     Values all;
-    if (const auto connection = openForReading(file_)) {
+    if (const auto connection = openForReading(file())) {
         Connection::Statement query(*connection, "SELECT key, kind, value FROM setting");
         while (query.step()) all.emplace(query.text(0), query.value(1));
     }
@@ -278,8 +283,8 @@ std::optional<std::int64_t> UserDefaults::integer(std::string_view key) const {
 
 void UserDefaults::set(std::string_view key, const Value& value) {
     require(!std::holds_alternative<double>(value) || !std::isnan(std::get<double>(value)), "NaN is no setting");
-    makeFolder(file_);
-    Connection connection(file_, Connection::Mode::write);
+    makeFolder(file());
+    Connection connection(file(), Connection::Mode::write);
     if (connection.isEmpty()) connection.makeTable();
     {
         Connection::Statement write(connection,
@@ -294,7 +299,7 @@ void UserDefaults::set(std::string_view key, const Value& value) {
 bool UserDefaults::remove(std::string_view key) {
     struct stat status {};
     if (::stat(file_.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR)) return false;
-    Connection connection(file_, Connection::Mode::write);
+    Connection connection(file(), Connection::Mode::write);
     if (connection.isEmpty()) return false;
     Connection::Statement(connection, "DELETE FROM setting WHERE key = ?1").bind(1, key).step();
     const bool isRemoved = connection.changes() > 0;

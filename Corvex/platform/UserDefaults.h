@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -10,6 +9,7 @@
 
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Export.h>
+#include <Corvex/platform/FilesystemForward.h>
 
 namespace corvex::inline v0 {
 
@@ -25,21 +25,21 @@ public:
     };
 
     /// `problem` follows the name of the file in the message.
-    UserDefaultsError(Case which, std::filesystem::path file, const std::string& problem);
+    UserDefaultsError(Case which, const std::filesystem::path& file, std::string_view problem);
     ~UserDefaultsError() override;
     UserDefaultsError(const UserDefaultsError&) = default;
     UserDefaultsError& operator=(const UserDefaultsError&) = default;
 
     [[nodiscard]] Case which() const noexcept { return case_; }
-    [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+    [[nodiscard]] std::filesystem::path file() const;
 
     friend bool operator==(const UserDefaultsError& a, const UserDefaultsError& b) noexcept {
-        return a.case_ == b.case_ && a.file_ == b.file_;
+        return a.case_ == b.case_ && std::string_view(a.file_.text()) == b.file_.text();
     }
 
 private:
     Case case_;
-    std::filesystem::path file_;
+    SharedText file_;
 };
 
 /// What one user has set, by key, for all processes of that user: one file that several of them read and write at once.
@@ -53,14 +53,14 @@ public:
     using Value = std::variant<bool, std::int64_t, double, std::string>;
     using Values = std::map<std::string, Value, std::less<>>;
 
-    explicit UserDefaults(std::filesystem::path file);  ///< Neither reads nor makes the file.
+    explicit UserDefaults(const std::filesystem::path& file);  ///< Neither reads nor makes the file.
 
     /// The user's own store: the file that CORVEX_SETTINGS_FILE names if it is set and not empty, else
     /// corvex/settings.sqlite in $XDG_CONFIG_HOME, or in ~/.config where that is not set or no absolute path
     /// (XDG Base Directory Specification). Throws UserDefaultsError (unreadable) when the user has no home.
     [[nodiscard]] static UserDefaults standard();
 
-    [[nodiscard]] const std::filesystem::path& file() const noexcept { return file_; }
+    [[nodiscard]] std::filesystem::path file() const;
 
     /// What is stored under the key, or none.
     [[nodiscard]] std::optional<Value> value(std::string_view key) const;
@@ -76,7 +76,7 @@ public:
     bool remove(std::string_view key);
 
 private:
-    std::filesystem::path file_;
+    std::string file_;
 };
 
 }  // namespace corvex::inline v0

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <thread>
 
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 namespace corvex::inline v0 {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 namespace corvex::inline v0 {
 namespace {

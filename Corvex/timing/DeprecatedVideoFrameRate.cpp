@@ -7,8 +7,8 @@
 
 #include <Corvex/platform/CaseTable.h>
 #include <Corvex/platform/Object.h>
-#include <Corvex/timing/decodeMember.h>
-#include <Corvex/timing/rateText.h>
+#include <Corvex/timing/internal/decodeMember.h>
+#include <Corvex/timing/internal/rateText.h>
 
 namespace corvex::inline v0 {
 

@@ -6,7 +6,7 @@
 #include <Corvex/platform/DoubleText.h>
 #include <Corvex/platform/Localization.h>
 #include <Corvex/platform/Log.h>
-#include <Corvex/timing/rateText.h>
+#include <Corvex/timing/internal/rateText.h>
 
 namespace corvex::inline v0 {
 namespace {

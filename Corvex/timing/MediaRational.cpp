@@ -5,7 +5,7 @@
 #include <Corvex/platform/DoubleText.h>
 #include <Corvex/platform/Error.h>
 #include <Corvex/timing/CommonVideoFrameRate.h>
-#include <Corvex/timing/decodeMember.h>
+#include <Corvex/timing/internal/decodeMember.h>
 
 namespace corvex::inline v0 {
 

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/timing/MathematicalError.h>
-#include <Corvex/timing/decodeMember.h>
+#include <Corvex/timing/internal/decodeMember.h>
 
 namespace corvex::inline v0 {
 

@@ -6,7 +6,7 @@
 #include <charconv>
 
 #include <Corvex/timing/SmpteTime.h>
-#include <Corvex/timing/decodeMember.h>
+#include <Corvex/timing/internal/decodeMember.h>
 
 namespace corvex::inline v0 {
 namespace {

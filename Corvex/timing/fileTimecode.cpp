@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include <Corvex/platform/FileDates.h>
+#include <Corvex/platform/internal/FileDates.h>
 
 namespace corvex::inline v0 {
 namespace {

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include <Corvex/lut/LutTextReader.h>
 #include <Corvex/lut/ParsedLutFactory.h>
 #include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/lut/internal/LutTextReader.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex {

@@ -1,4 +1,4 @@
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 #include <atomic>
 #include <latch>

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 namespace corvex::inline v0 {
 namespace {

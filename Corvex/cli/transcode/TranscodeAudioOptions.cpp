@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/cli/transcode/internal/TranscodeOptionAccess.h>
 #include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
 #include <Corvex/media/AudioChannelLabel.h>
 

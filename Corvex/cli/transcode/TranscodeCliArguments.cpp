@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/cli/transcode/KnownTranscodeFlags.h>
-#include <Corvex/cli/transcode/TranscodeArgumentParser.h>
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
+#include <Corvex/cli/transcode/internal/TranscodeArgumentParser.h>
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>

@@ -2,7 +2,7 @@
 
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/cli/transcode/internal/TranscodeOptionAccess.h>
 #include <Corvex/exported/OrvaneUTType.h>
 
 namespace corvex::inline v0 {

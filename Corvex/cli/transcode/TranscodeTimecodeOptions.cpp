@@ -3,7 +3,7 @@
 #include <array>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/cli/transcode/internal/TranscodeOptionAccess.h>
 #include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
 #include <Corvex/platform/Log.h>
 #include <Corvex/platform/Number.h>

@@ -10,12 +10,12 @@
 #include <Corvex/cli/transcode/GpuDevice.h>
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/cli/transcode/TranscodeOptionAccess.h>
+#include <Corvex/cli/transcode/internal/TranscodeOptionAccess.h>
 #include <Corvex/cli/transcode/optionDictionary.h>
 #include <Corvex/color/OrvanePixelTransferFunction.h>
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
 #include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
-#include <Corvex/platform/ProcessWide.h>
+#include <Corvex/platform/internal/ProcessWide.h>
 
 namespace corvex::inline v0 {
 

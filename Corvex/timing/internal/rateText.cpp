@@ -1,4 +1,4 @@
-#include <Corvex/timing/rateText.h>
+#include <Corvex/timing/internal/rateText.h>
 
 #include <Corvex/platform/DoubleText.h>
 

@@ -1,4 +1,4 @@
-#include <Corvex/lut/VectorLutKernel.h>
+#include <Corvex/lut/internal/VectorLutKernel.h>
 
 #include <algorithm>
 #include <array>
@@ -11,11 +11,11 @@
 // The text of the kernels is compiled once for each kind of vector that is wanted here, and once for the compiler's own
 // baseline, which is never called: without 256-bit vectors and fused multiply-add the portable code is as fast.
 #define HWY_DISABLED_TARGETS (HWY_SSSE3 | HWY_SSE4 | HWY_AVX3 | HWY_AVX3_DL)
-#define HWY_TARGET_INCLUDE "Corvex/lut/VectorLutKernel.ipp"
+#define HWY_TARGET_INCLUDE "Corvex/lut/internal/VectorLutKernel.ipp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
-#include <Corvex/lut/VectorLutKernel.ipp>
+#include <Corvex/lut/internal/VectorLutKernel.ipp>
 
 namespace corvex::inline v0::VectorLutKernel {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 
-#include <Corvex/lut/LutPlan.h>
+#include <Corvex/lut/internal/LutPlan.h>
 
 namespace corvex::inline v0 {
 

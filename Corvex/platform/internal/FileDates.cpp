@@ -1,4 +1,4 @@
-#include <Corvex/platform/FileDates.h>
+#include <Corvex/platform/internal/FileDates.h>
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include <Corvex/timing/decodeMember.h>
+#include <Corvex/timing/internal/decodeMember.h>
 
 #include <nlohmann/json.hpp>
 

@@ -1,4 +1,4 @@
-#include <Corvex/lut/LutPlan.h>
+#include <Corvex/lut/internal/LutPlan.h>
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 
 #include <Corvex/lut/BitDepth.h>
 #include <Corvex/lut/ParsedLutFile.h>
-#include <Corvex/lut/VectorLutKernel.h>
+#include <Corvex/lut/internal/VectorLutKernel.h>
 #include <Corvex/platform/DoubleText.h>
 
 namespace corvex::inline v0 {

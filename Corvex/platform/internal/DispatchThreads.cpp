@@ -1,4 +1,4 @@
-#include <Corvex/platform/DispatchThreads.h>
+#include <Corvex/platform/internal/DispatchThreads.h>
 
 #include <condition_variable>
 #include <mutex>

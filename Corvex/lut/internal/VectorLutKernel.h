@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include <Corvex/lut/LutPlan.h>
-#include <Corvex/lut/PlainLutKernel.h>
+#include <Corvex/lut/internal/LutPlan.h>
+#include <Corvex/lut/internal/PlainLutKernel.h>
 
 namespace corvex::inline v0 {
 

@@ -1,4 +1,4 @@
-#include <Corvex/cli/transcode/TranscodeArgumentParser.h>
+#include <Corvex/cli/transcode/internal/TranscodeArgumentParser.h>
 
 #include <algorithm>
 #include <utility>

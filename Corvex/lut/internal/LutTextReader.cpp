@@ -1,4 +1,4 @@
-#include <Corvex/lut/LutTextReader.h>
+#include <Corvex/lut/internal/LutTextReader.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include <Corvex/lut/PlainLutKernel.h>
+#include <Corvex/lut/internal/PlainLutKernel.h>
 
 #include <algorithm>
 #include <cmath>

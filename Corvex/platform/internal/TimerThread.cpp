@@ -1,4 +1,4 @@
-#include <Corvex/platform/TimerThread.h>
+#include <Corvex/platform/internal/TimerThread.h>
 
 #include <condition_variable>
 #include <mutex>
