@@ -42,9 +42,11 @@ public:
         std::optional<Payload> payload;
     };
 
+    /// Allocates nothing.
     AVLTree() = default;
     AVLTree(const AVLTree&) = delete;
     AVLTree& operator=(const AVLTree&) = delete;
+    /// Linear in the entries that have something to destroy, else in the blocks; without recursion.
     ~AVLTree() {
         if constexpr (!std::is_trivially_destructible_v<Node>) destroyBelow(root_);
     }
@@ -188,6 +190,7 @@ private:
         return node && node->key_ == key ? node : nullptr;
     }
 
+    /// Null for no node and for a node without a payload.
     static Payload* payloadOf(Node* node) noexcept { return node && node->payload_ ? &*node->payload_ : nullptr; }
 
     /// Both or nothing.
@@ -289,6 +292,7 @@ private:
         rebalanceShrunk(parent, side);
     }
 
+    /// What a child that is higher by one adds to the lean of its parent.
     static std::int32_t leanTowards(unsigned side) noexcept { return side == right ? 1 : -1; }
 
     /// Refreshes heights and restores the balance above a node that is higher by one. One restructuring is always enough.
@@ -333,6 +337,7 @@ private:
         Node* const child = top->children_[side];
         Node* middle = child;
         if (child->lean_ == -outwards) {
+            // Its higher child lies inside: that one rises by two levels.
             middle = child->children_[!side];
             link(child, !side, middle->children_[side]);
             top->height_ = --child->height_;
@@ -379,8 +384,9 @@ private:
 
     NodePool<Node> pool_;
     Node* root_ = nullptr;
-    Node* first_ = nullptr;  // the entries with the smallest and the largest key
-    Node* last_ = nullptr;
+    /// The entries with the smallest and the largest key.
+    Node *first_ = nullptr, *last_ = nullptr;
+    /// What size() says, which need not be the number of nodes.
     std::int64_t size_ = 0;
 };
 

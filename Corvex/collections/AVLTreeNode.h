@@ -38,10 +38,12 @@ public:
     /// A leaf of height 1, in no tree.
     AVLTreeNode(Key key, std::optional<Payload> payload) noexcept
         : AVLTreeNode(std::move(key), std::move(payload), nullptr, nullptr, nullptr, 1) {}
+    /// The same, without a payload.
     explicit AVLTreeNode(Key key) noexcept : AVLTreeNode(std::move(key), std::nullopt) {}
     AVLTreeNode(const AVLTreeNode&) = delete;
     AVLTreeNode& operator=(const AVLTreeNode&) = delete;
 
+    /// Never changed from outside: the place in the tree follows from it.
     [[nodiscard]] const Key& key() const noexcept { return key_; }
     /// None for a key that was inserted alone.
     [[nodiscard]] const std::optional<Payload>& payload() const noexcept { return payload_; }
@@ -87,6 +89,7 @@ public:
 
 private:
     friend class AVLTree<Key, Payload>;
+    /// Sides by number, so that a comparison chooses one without a branch.
     static constexpr unsigned left = 0, right = 1;
 
     static constexpr auto leftOf = [](auto& node) { return node.leftChild(); };

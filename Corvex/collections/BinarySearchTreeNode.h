@@ -19,6 +19,7 @@ namespace corvex::inline v0 {
 template <std::totally_ordered Value>
 class BinarySearchTreeNode {
 public:
+    /// Owns a subtree, or nothing.
     using Pointer = std::unique_ptr<BinarySearchTreeNode>;
 
     /// A tree of one value, without children.
@@ -31,6 +32,7 @@ public:
         flatten(std::move(right_));
     }
 
+    /// Valid until another value moves into the node.
     [[nodiscard]] const Value& value() const noexcept { return value_; }
     /// Null where there is no child.
     [[nodiscard]] const BinarySearchTreeNode* left() const noexcept { return left_.get(); }
@@ -114,12 +116,14 @@ private:
     static constexpr auto leftOf = [](const auto& node) { return node.left(); };
     static constexpr auto rightOf = [](const auto& node) { return node.right(); };
 
+    /// The first node on the search path that holds the value; null for none.
     const BinarySearchTreeNode* find(const Value& value) const {
         const BinarySearchTreeNode* node = this;
         while (node && !(value == node->value_)) node = value < node->value_ ? node->left() : node->right();
         return node;
     }
 
+    /// Copies, in order; empty for null.
     static std::vector<Value> valuesBelow(const BinarySearchTreeNode* node) {
         std::vector<Value> values;
         if (node) node->inOrderTraversal([&](const Value& value) { values.push_back(value); });
@@ -153,6 +157,7 @@ private:
     }
 
     Value value_;
+    /// Smaller values on the left, others on the right.
     Pointer left_, right_;
 };
 

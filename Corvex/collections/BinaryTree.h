@@ -25,6 +25,7 @@ void walkBinaryTree(Node* node, LeftOf&& leftOf, RightOf&& rightOf, Before&& bef
         Node* node;
         bool isRightDone;
     };
+    // The nodes above, of which something is still to be visited.
     std::vector<Step> path;
     path.reserve(node ? 64 : 0);
     for (;;) {
@@ -44,7 +45,8 @@ void walkBinaryTree(Node* node, LeftOf&& leftOf, RightOf&& rightOf, Before&& bef
     }
 }
 
-/// For a tree whose links contradict each other.
+/// For a tree whose links contradict each other, as after somebody else wrote to its memory: going on would do more
+/// damage.
 [[noreturn]] inline void stopForInvalidTree() noexcept { fatalError("Error: tree is invalid."); }
 
 /// A key or value as text: texts as they are, Booleans as true and false, numbers in decimal (2.0 for a double that is
@@ -68,7 +70,7 @@ template <class Value>
 }
 
 /// A subtree in order, each child's text in brackets: "[1] 2 [3]". `textOf(node)` is a node's own. Empty for null.
-/// Takes no stack, however deep the tree.
+/// Linear in the text, and takes no stack, however deep the tree. `leftOf` and `rightOf` are those of walkBinaryTree().
 template <class Node, class LeftOf, class RightOf, class TextOf>
 [[nodiscard]] std::string bracketedText(Node* node, LeftOf&& leftOf, RightOf&& rightOf, TextOf&& textOf) {
     std::string text;

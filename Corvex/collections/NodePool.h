@@ -19,6 +19,7 @@ public:
     NodePool() = default;
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
+    /// Linear in the blocks.
     ~NodePool() {
         while (blocks_) delete[] std::exchange(blocks_, blocks_->next);
     }
@@ -55,11 +56,12 @@ private:
         if (blockSize_ < 512) blockSize_ *= 2;
     }
 
-    Slot* blocks_ = nullptr;  // the last one; the first slot of each leads to the one before
+    /// The last one; the first slot of each leads to the one before.
+    Slot* blocks_ = nullptr;
     std::size_t blockSize_ = 8;
     Slot* free_ = nullptr;
-    Slot* unused_ = nullptr;  // the rest of the last block
-    Slot* end_ = nullptr;
+    /// The rest of the last block.
+    Slot *unused_ = nullptr, *end_ = nullptr;
 };
 
 }  // namespace corvex::inline v0

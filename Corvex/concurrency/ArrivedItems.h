@@ -19,13 +19,19 @@ namespace detail {
 /// one word; everything else is for one thread at a time. What is new is put in order by who takes: into a list, where keys
 /// come nearly in order, else into a tree, whose keys are all below those of the list.
 template <class Key, class Item>
+///
+/// What has come lies in a list that grows at its head, the newest first; its word also carries whether it is closed and
+/// whether somebody waits. What has been collected lies in two places: a doubly linked list for the keys that come nearly in
+/// order, which take no search and no further memory, and a tree for all others. An item is in one of the three.
 class ArrivedItems {
 public:
     /// One item, and the memory that it came in.
     struct Arrival {
         explicit Arrival(KeyedItem<Key, Item>&& ownEntry) noexcept : entry(std::move(ownEntry)) {}
+        /// From the thread's own cache of small blocks, as one comes and goes with every item.
         static void* operator new(std::size_t size) { return FrameCache::allocate(size); }
         static void operator delete(void* memory, std::size_t size) noexcept { FrameCache::release(memory, size); }
+        /// The cache knows no larger alignment than usual.
         static void* operator new(std::size_t size, std::align_val_t alignment) {
             return ::operator new(size, alignment);
         }
@@ -34,12 +40,14 @@ public:
         }
 
         KeyedItem<Key, Item> entry;
+        /// Neighbours in the list that it is in; `previous` only once it has been collected.
         Arrival *next = nullptr, *previous = nullptr;
     };
     /// Items to be destroyed when no lock is held any more: declare it before the lock.
     class Discarded {
     public:
         Discarded() noexcept = default;
+        /// Destroys them, on this thread.
         ~Discarded() { freeAll(first_); }
         Discarded(const Discarded&) = delete;
         Discarded& operator=(const Discarded&) = delete;
@@ -50,11 +58,13 @@ public:
     private:
         Arrival* first_ = nullptr;
     };
+    /// What became of an item, and whether its producer has more to do.
     enum class Addition : std::uint8_t { refused, kept, awaited };
 
     ArrivedItems() = default;
     ArrivedItems(const ArrivedItems&) = delete;
     ArrivedItems& operator=(const ArrivedItems&) = delete;
+    /// Nobody adds or takes any more.
     ~ArrivedItems() {
         freeAll(pointerOf(arrived_.load(MemoryOrder::acquire)));
         freeAll(first_);
@@ -80,20 +90,20 @@ public:
                 addition = Addition::awaited;
             }
             arrival->next = pointerOf(seen);
-        } while (!arrived_.compareExchange(seen, reinterpret_cast<std::uintptr_t>(arrival),
-                                                 MemoryOrder::acquireRelease, MemoryOrder::relaxed));
+        } while (!arrived_.compareExchange(seen, reinterpret_cast<std::uintptr_t>(arrival), MemoryOrder::acquireRelease,
+                                           MemoryOrder::relaxed));
         return addition;
     }
-    /// Refuses what comes from now on.
+    /// Refuses what comes from now on. What has come before can still be collected.
     void close() noexcept { arrived_.fetchOr(isClosed, MemoryOrder::acquireRelease); }
     /// Asks to be told of what comes. False if something has come.
     [[nodiscard]] bool await() noexcept {
         std::uintptr_t nothing = 0;
-        return arrived_.compareExchange(nothing, isAwaited, MemoryOrder::acquireRelease,
-                                                MemoryOrder::relaxed);
+        return arrived_.compareExchange(nothing, isAwaited, MemoryOrder::acquireRelease, MemoryOrder::relaxed);
     }
 
-    /// Puts in order what has come, in which an item replaces one of the same key.
+    /// Puts in order what has come, in which an item replaces one of the same key. Time for each item is constant while
+    /// keys come nearly in order, else logarithmic. Takes the whole list in one exchange, so that producers never wait.
     void collect(Discarded& discarded) {
         std::uintptr_t seen = arrived_.load(MemoryOrder::relaxed);
         if ((seen & ~isClosed) == 0) return;
@@ -111,6 +121,7 @@ public:
         }
     }
 
+    /// Nothing where the key is not there.
     using Taken = std::optional<KeyedItem<Key, Item>>;
 
     /// Of what has been collected: the item of that key, or nothing.
@@ -139,15 +150,18 @@ private:
     static constexpr int reach = 16;        ///< How many places of the list are looked at from either end.
     using Tree = AVLTree<Key, Item>;
 
+    /// The newest item of a word, without its flags; null for none.
     static Arrival* pointerOf(std::uintptr_t word) noexcept {
         // NOLINTNEXTLINE(performance-no-int-to-ptr): two flags share the word
         return reinterpret_cast<Arrival*>(word & ~(isClosed | isAwaited));
     }
+    /// Follows `next` to the end.
     static void freeAll(Arrival* first) noexcept {
         while (first) delete std::exchange(first, first->next);
     }
 
-    /// False if its place is not near either end of the list.
+    /// Puts an item into the list; false if its place is not near either end of that. Then the whole list has moved to the
+    /// tree, or the tree holds larger keys: the item belongs there, too.
     bool enlist(Arrival* arrival, Discarded& discarded) {
         const Key& key = arrival->entry.key;
         Arrival* before = last_;
@@ -174,6 +188,7 @@ private:
         moveToTree(discarded);
         return false;
     }
+    /// Keys do not come in order: the tree takes over all that is in the list.
     void moveToTree(Discarded& discarded) {
         while (Arrival* const arrival = first_) {
             first_ = arrival->next;
@@ -181,6 +196,7 @@ private:
         }
         last_ = nullptr;
     }
+    /// Into the tree. An item of the same key is replaced.
     void insert(Arrival* arrival, Discarded& discarded) {
         if (Item* const waiting = tree_.search(arrival->entry.key)) {
             std::swap(*waiting, arrival->entry.item);
@@ -189,15 +205,18 @@ private:
         }
         discarded.add(arrival);
     }
+    /// An entry of the tree, if there is one, as what is handed out.
     static void give(std::optional<typename Tree::Entry> entry, Taken& taken) noexcept {
         if (entry) taken.emplace(std::move(entry->key), std::move(*entry->payload));
     }
+    /// Between two neighbours in the list, either of which may be null: an end.
     void link(Arrival* before, Arrival* arrival, Arrival* after) noexcept {
         arrival->previous = before;
         arrival->next = after;
         (before ? before->next : first_) = arrival;
         (after ? after->previous : last_) = arrival;
     }
+    /// Out of the list, into what is handed out.
     void unlink(Arrival* arrival, Taken& taken, Discarded& discarded) noexcept {
         (arrival->previous ? arrival->previous->next : first_) = arrival->next;
         (arrival->next ? arrival->next->previous : last_) = arrival->previous;
@@ -207,8 +226,10 @@ private:
 
     alignas(64) Atomic<std::uintptr_t> arrived_{0};  ///< The newest, which leads to those before, and two flags.
     Atomic<unsigned> uncollected_{0};                ///< About so many have come; no more is needed.
+    /// The list of those that came in order, smallest key first. On another cache line than what producers write.
     alignas(64) Arrival* first_ = nullptr;
     Arrival* last_ = nullptr;
+    /// All others. Its keys are below those of the list.
     Tree tree_;
 };
 

@@ -66,6 +66,7 @@ public:
 
     /// Guards all that follows.
     ShortMutex mutex;
+    /// Until close().
     bool isOpen = true;
     /// Of the item that was handed out last.
     std::optional<Key> nextKeyInSequnce;
@@ -78,6 +79,7 @@ private:
         consumer.payload.emplace(std::move(entry->key), std::move(*entry->payload));
     }
 
+    /// What nobody has asked for yet.
     AVLTree<Key, Item> searchTree_;
     WaiterList<Consumer> consumers_;
 };
@@ -99,6 +101,7 @@ public:
     using SuppliedType = KeyedItem<Key, Item>;
     using ConsumableType = std::map<Key, Item>;
 
+    /// Open and empty. Allocates the state that copies share.
     GroupedItemsSequencer() : state_(Shared<State>::make()) {}
 
     /// `co_await sequencer.add(items)` never suspends. A key that is still there keeps its first item, and the new one

@@ -25,7 +25,7 @@ public:
     GuidedState(Key initialKey, KeyUpdateBlock keyUpdateBlock) noexcept
         : keyToSupply_(std::move(initialKey)), keyUpdateBlock_(std::move(keyUpdateBlock)) {}
 
-    /// False if closed.
+    /// False if closed. Takes the lock only where somebody waits for an item, or much has come.
     bool add(Supplied& entry) {
         HandOut handOut;
         const auto keep = [&] { handOut.keeper = Shared<GuidedState>::retain(*this); };
@@ -73,11 +73,13 @@ public:
         if (!isSupplying_) supply(lock, handOut);
     }
 
+    /// Of this moment; a copy.
     [[nodiscard]] Key keyToSupply() {
         const ShortLock lock(mutex);
         return keyToSupply_;
     }
 
+    /// Guards all but the items that have just come.
     ShortMutex mutex;
     bool isOpen = true;
 
@@ -136,6 +138,7 @@ private:
         executor.post(rest_);
     }
 
+    /// What the posted work does: goes on where supply() stopped.
     void supplyRest() noexcept {
         HandOut handOut;
         ShortLock lock(mutex);
@@ -151,6 +154,7 @@ private:
         if (following) std::swap(keyToSupply_, *following);
     }
 
+    /// After closing: each waiter gets an item, smallest key first, and nothing when there are no more.
     void drain(HandOut& handOut) noexcept {
         items_.collect(handOut.discarded);
         for (auto* const list : {&consumers_, &lateConsumers_}) {
@@ -161,8 +165,10 @@ private:
         }
     }
 
+    /// Those that wait for their key, and those that have just come.
     Items items_;
     WaiterList<Consumer> consumers_, lateConsumers_;  ///< The latter came after the closing that is under way.
+    /// The key that is due.
     Key keyToSupply_;
     /// Somebody hands items out, with the lock released now and then.
     bool isSupplying_ = false;

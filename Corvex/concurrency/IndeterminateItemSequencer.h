@@ -55,6 +55,7 @@ public:
         return isOpen;
     }
 
+    /// Gives what is pending to those who wait, in ascending order; nothing to those who are left.
     void close() noexcept {
         ReleasedWaiters released;
         Aside aside;
@@ -66,7 +67,9 @@ public:
         }
     }
 
+    /// Guards all that follows.
     ShortMutex mutex;
+    /// In items.
     const std::uint64_t flushWindow;
     bool isOpen = true;
     /// Items handed out so far.
@@ -138,6 +141,7 @@ private:
         }
     }
 
+    /// By key. A key may be in both: what is ready came first.
     Tree pending_, ready_;
     WaiterList<Consumer> consumers_;
 };
@@ -182,6 +186,7 @@ public:
     /// nothing.
     void close() const noexcept { state_->close(); }
 
+    /// In items, as given.
     [[nodiscard]] std::uint64_t flushWindow() const noexcept { return state_->flushWindow; }
     /// How many items have been handed out.
     [[nodiscard]] std::int64_t supplied() const noexcept {

@@ -30,6 +30,7 @@ public:
         dispatch_.async([this] { std::deque<Item>().swap(queue_); });
     }
 
+    /// In items, at least 1.
     [[nodiscard]] std::uint64_t capacity() const noexcept { return capacity_; }
     /// Copies of all items, oldest first.
     [[nodiscard]] std::vector<Item> getQueue() const {

@@ -12,8 +12,10 @@ namespace corvex::inline v0 {
 /// once, before anything else here is called; without one that stops the process. Every function from any thread.
 class CORVEX_EXPORT MainActor {
 public:
-    static void setExecutor(Executor& executor) noexcept;  ///< Which must outlive all work that is posted to it.
-    [[nodiscard]] static Executor& executor() noexcept;    ///< Stops the process when none was set.
+    /// The executor must outlive all work that is posted to it.
+    static void setExecutor(Executor& executor) noexcept;
+    /// Stops the process when none was set.
+    [[nodiscard]] static Executor& executor() noexcept;
     /// Whether the calling thread runs work of the main executor.
     [[nodiscard]] static bool runsHere() noexcept { return executor().runsHere(); }
 

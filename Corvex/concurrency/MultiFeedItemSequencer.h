@@ -81,7 +81,9 @@ public:
             while (Requester* const requester = requests.takeFirst()) released.append(*requester);
     }
 
+    /// Guards all that changes.
     ShortMutex mutex;
+    /// In items that nobody has asked for.
     const std::uint64_t capacityPerFeed;
     bool isOpen = true;
 
@@ -120,8 +122,8 @@ private:
     std::unordered_map<FeedId, TaskSemaphore> throttles_;
     /// By index.
     AVLTree<std::int64_t, Stored> items_;
-    std::array<WaiterList<Requester>, 128>
-        requests_;  ///< By remainder of the index, so that waiting allocates nothing.
+    /// By remainder of the index, so that waiting allocates nothing.
+    std::array<WaiterList<Requester>, 128> requests_;
 };
 
 /// What requestItemsAtIndex() gives. Cancellation does not end its wait.

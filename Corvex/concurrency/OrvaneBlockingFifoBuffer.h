@@ -21,6 +21,7 @@ public:
         taking.lock();
         adding.lock();
     }
+    /// The other way round.
     void unlock() noexcept {
         adding.unlock();
         taking.unlock();
@@ -166,7 +167,8 @@ private:
     alignas(64) Atomic<std::size_t> added_{0};
     /// The adding side's memory of taken_.
     std::size_t takenSeen_ = 0;
-    alignas(64) Ring ring_;  // from here on what changes with both mutexes alone
+    /// From here on what changes with both mutexes alone.
+    alignas(64) Ring ring_;
     WaiterList<Producer> producers_;
     WaiterList<Consumer> consumers_;
     bool isOpen_ = true;
@@ -195,6 +197,7 @@ public:
 private:
     friend FifoState;
     FifoState& buffer_;
+    /// The buffer was closed before the item was in it.
     bool isRefused_ = false;
 };
 

@@ -77,6 +77,7 @@ public:
     ShortMutex mutex;
     /// On hand, oldest first.
     ItemRing<Item> available;
+    /// While there are any, nothing is on hand.
     WaiterList<Borrower> waiters;
     /// How many are kept on hand at most; may be negative, as a host may set it.
     std::int64_t capacity = 0;
@@ -86,9 +87,11 @@ public:
 template <class Item>
 class PoolState<Item>::Borrower final : public Waiter<PoolState, std::optional<Item>> {
 public:
+    /// What a frame that is destroyed too late is said to wait in; see Waiter.
     static constexpr const char* operation = "checkOut()";
 
     explicit Borrower(PoolState& pool) noexcept : pool_(pool) {}
+    /// Items are looked for under the lock alone.
     [[nodiscard]] bool await_ready() const noexcept { return false; }
     template <class Promise>
     bool await_suspend(std::coroutine_handle<Promise> coroutine) noexcept {

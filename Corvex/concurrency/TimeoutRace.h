@@ -41,6 +41,7 @@ public:
             coroutine_ = operation_.release();
             race_.start(coroutine_.promise(), coroutine_, coroutine, contextOf(coroutine));
         }
+        /// What the operation gives or throws, if it won.
         T await_resume() {
             const Task<T> frame(coroutine_);
             race_.finish();
@@ -67,9 +68,11 @@ private:
     enum class Winner : std::uint8_t { none, operation, timer, cancellation };
     /// The limit, as a piece of work of its own.
     struct Timer : TimerNode {
+        /// Not armed yet.
         explicit Timer(TimeoutRace& owner) noexcept;
         TimeoutRace& race;
     };
+    /// What a cancellation calls, and for which race.
     struct Callback : CancellationCallback {
         Callback(TimeoutRace& owner, Run function) noexcept : CancellationCallback(function), race(owner) {}
         TimeoutRace& race;
@@ -93,6 +96,7 @@ private:
     const std::optional<TaskTimeoutLog>& log_;
     Suspension waiter_;
     std::coroutine_handle<> parent_;
+    /// Where the awaiting coroutine goes on.
     Executor* home_ = nullptr;
     Atomic<Winner> winner_{Winner::none};
     Atomic<int> unfinishedCount_{2};

@@ -27,6 +27,7 @@ class NormalizedFloatingPoint3DSampleConverter;
 /// Cost     Linear in the file, read in chunks; the table takes 24 bytes an entry, at most 384 MiB.
 /// Threads  Any; calls are independent.
 class ParsedLutFactory {
+    /// Extensions that look-up tables of the field have, in lower case. They do not tell the grammar.
     static constexpr std::array permittedExtensions = {
         FileExtension::alut,   FileExtension::cms, FileExtension::cube, FileExtension::dat,   FileExtension::ilut,
         FileExtension::lut,    FileExtension::mga, FileExtension::olut, FileExtension::lut1d, FileExtension::lut3dl,
@@ -34,6 +35,7 @@ class ParsedLutFactory {
     };
 
 public:
+    // The types of which a table is made, under the name of their factory.
     using LutValueTriplet = corvex::LutValueTriplet;
     using GenericTextLutInterpreter = corvex::GenericTextLutInterpreter;
     using ParsedOneDimensionLutFile = corvex::ParsedOneDimensionLutFile;
@@ -47,7 +49,8 @@ public:
     /// Which files are read, by their extension.
     static constexpr ExtensionFilter extensionFilter{permittedExtensions};
 
-    /// The table in a file; null for every failure, which is only logged.
+    /// The table in a file; null for every failure, which is only logged: at level info, with the file and the reason.
+    /// Throws std::bad_alloc alone.
     [[nodiscard]] CORVEX_EXPORT static std::shared_ptr<const ParsedLutFile> parsedLut(
         const std::filesystem::path& lutFilePath);
 
