@@ -1,6 +1,7 @@
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 
 #include <array>
+#include <memory>
 
 #include <Corvex/color/GammaColorSpaceSignal.h>
 #include <Corvex/color/StandardColorSpaceSignal.h>

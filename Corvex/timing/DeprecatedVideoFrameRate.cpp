@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 
 #include <Corvex/platform/CaseTable.h>
 #include <Corvex/platform/Object.h>

@@ -1,3 +1,5 @@
+#include <pthread.h>
+
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -39,6 +41,7 @@ ExitStatus run(std::vector<std::string> words) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    pthread_setname_np(pthread_self(), "corvex");  // a worker would be called "exe", after the link that it starts from
     corvex::followUserLanguage();
     corvex::setMinimumLogLevel(corvex::LogLevel::error);  // standard error is for what the user must know
     // A reader that left and a file that may not grow are write errors like any other.

@@ -1,6 +1,7 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include <nlohmann/json.hpp>

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <memory>
 #include <thread>
 
 #include <Corvex/cli/transcode/GpuDevice.h>

@@ -1,5 +1,6 @@
 #include <tools/corvex/worker/LookUpTable.h>
 
+#include <filesystem>
 #include <utility>
 
 #include <Corvex/lut/LutApplier.h>

@@ -16,7 +16,7 @@ namespace {
 
 constexpr auto reportInterval = std::chrono::milliseconds(200);
 
-/// A reader that has gone must not end the job, so a failed write is no error here.
+/// A reader that has gone or does not read must not end the job or stop it, so a failed write is no error here.
 void writeLine(int descriptor, std::string_view line) {
     while (!line.empty()) {
         const ssize_t count = ::write(descriptor, line.data(), line.size());
@@ -29,8 +29,10 @@ void writeLine(int descriptor, std::string_view line) {
 
 ProgressReporter::ProgressReporter(const std::string& file, std::string prefix) : prefix_(std::move(prefix)) {
     if (file.empty()) return;
-    file_ = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file_ < 0) throw JobError("-progress_file '" + file + "': " + std::strerror(errno));
+    file_ = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (file_ >= 0) return;
+    throw JobError("-progress_file '" + file +
+                   "': " + (errno == ENXIO ? "a pipe that nobody reads" : std::strerror(errno)));
 }
 
 ProgressReporter::~ProgressReporter() {
