@@ -36,6 +36,8 @@ echo '#include <Corvex/cli/CliArgumentStore.h>' >>Corvex/platform/Text.h
 expect 1 'an include against the direction' ./scripts/check-includes.py
 echo '#include <algorithm>' >>Corvex/platform/Text.h
 expect 1 'a heavy include in a public header' ./scripts/check-includes.py
+echo '#include <Corvex/platform/internal/FileDates.h>' >>Corvex/platform/Text.h
+expect 1 'an internal include in a public header' ./scripts/check-includes.py
 
 printf '#pragma once\nstd::string stray();\n' >Corvex/platform/Stray.h && git add Corvex/platform/Stray.h
 expect 1 'a header that does not compile alone' ./scripts/check-headers.sh
