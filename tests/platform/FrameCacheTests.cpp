@@ -7,7 +7,7 @@
 
 #include <Corvex/platform/FrameCache.h>
 
-#include "OnThreads.h"
+#include <tests/OnThreads.h>
 
 namespace corvex::frameCacheTests {
 namespace {
