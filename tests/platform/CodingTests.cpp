@@ -53,20 +53,16 @@ std::string whatDecodingSays(const Json& json) {
 }
 
 TEST(CaseTable, codingTakesRawValuesOnly) {
-    const std::string none = "key 'rawValue': no case has ";
-    const std::tuple<Json, std::string, std::string> rows[] = {{"hi", "decoded as \"hi\"", none + "\"hi\""},
-                                                               {"Hi", none + "\"Hi\"", none + "\"Hi\""},
-                                                               {2, none + "2", "decoded as 2"},
-                                                               {258, none + "258", none + "258"},
-                                                               {-254, none + "-254", none + "-254"},
-                                                               {2.5, none + "2.5", none + "2.5"},
-                                                               {true, none + "true", none + "true"},
-                                                               {nullptr, none + "null", none + "null"},
-                                                               {"\xFF", none + "\"\uFFFD\"", none + "\"\uFFFD\""}};
-    for (const auto& [coded, beam, gear] : rows) {
-        EXPECT_EQ(whatDecodingSays<Beam>(coded), beam);
-        EXPECT_EQ(whatDecodingSays<Gear>(coded), gear);
+    // What is coded, and whether it is a text of the one and a number of the other.
+    const std::tuple<Json, bool, bool> rows[] = {{"hi", true, false},  {"Hi", false, false},   {2, false, true},
+                                                 {258, false, false},  {-254, false, false},   {2.5, false, false},
+                                                 {true, false, false}, {nullptr, false, false}};
+    for (const auto& [coded, isBeam, isGear] : rows) {
+        const std::string text = jsonText(coded), none = "key 'rawValue': no case has ";
+        EXPECT_EQ(whatDecodingSays<Beam>(coded), (isBeam ? "decoded as " : none) + text);
+        EXPECT_EQ(whatDecodingSays<Gear>(coded), (isGear ? "decoded as " : none) + text);
     }
+    EXPECT_EQ(whatDecodingSays<Beam>("\xFF"), "key 'rawValue': no case has \"\uFFFD\"");
 }
 
 TEST(TypedString, ownsWhatIsNoLiteral) {

@@ -127,7 +127,9 @@ TEST(SerialQueueDeathTest, workThatWaitsForItsOwnQueueStopsTheProcess) {
 TEST(QualityOfService, equivalences) {
     constexpr std::tuple<std::int64_t, std::optional<TaskPriority>, DispatchQoS> rows[] = {
         {33, TaskPriority::high, DispatchQoS::userInteractive},
+        {25, TaskPriority::userInitiated, DispatchQoS::userInitiated},
         {17, TaskPriority::utility, DispatchQoS::utility},
+        {9, TaskPriority::background, DispatchQoS::background},
         {-1, TaskPriority{21}, DispatchQoS::defaultQoS},
         {34, std::nullopt, DispatchQoS::unspecified},
     };

@@ -1,8 +1,6 @@
 #include <algorithm>
 #include <atomic>
-#include <memory>
 #include <random>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,10 +21,16 @@ namespace {
 using std::chrono::milliseconds;
 
 /// Appends its name when it runs.
-template <class Node = WorkNode>
-struct Mark : Node {
-    Mark(std::string& ownTrace, char ownName)
-        : Node([](WorkNode& node) noexcept { static_cast<Mark&>(node).trace += static_cast<Mark&>(node).name; }),
+Task<> note(std::string& trace, char name) {
+    trace += name;
+    co_return;
+}
+struct TimedNote : TimerNode {
+    TimedNote(std::string& ownTrace, char ownName)
+        : TimerNode([](WorkNode& node) noexcept {
+              const auto& timed = static_cast<TimedNote&>(node);
+              timed.trace += timed.name;
+          }),
           trace(ownTrace),
           name(ownName) {}
     std::string& trace;
@@ -36,7 +40,7 @@ struct Mark : Node {
 TEST(ManualExecutor, advanceRunsTimersByDeadlineThenByArrival) {
     ManualExecutor executor;
     std::string trace;
-    Mark<TimerNode> late(trace, 'l'), firstEqual(trace, '1'), secondEqual(trace, '2'), cancelled(trace, 'x'),
+    TimedNote late(trace, 'l'), firstEqual(trace, '1'), secondEqual(trace, '2'), cancelled(trace, 'x'),
         never(trace, 'n'), past(trace, 'p'), refused(trace, 'r');
     executor.postAt(late, executor.now() + milliseconds(3));
     executor.postAt(firstEqual, executor.now() + milliseconds(2));
@@ -88,10 +92,9 @@ TEST(SerialExecutor, keepsTheOrderOfAllItsWorkAndIsSeenByIt) {
     ManualExecutor base;
     SerialExecutor serial(base);
     std::string trace;
-    Mark<> a(trace, 'a'), b(trace, 'b'), between(trace, '.');
-    serial.post(a);
-    serial.post(b);
-    base.post(between);
+    spawn(note(trace, 'a'), serial);
+    spawn(note(trace, 'b'), serial);
+    spawn(note(trace, '.'), base);
     EXPECT_EQ(base.runAll(), 2U) << "one turn runs all that waits";
     EXPECT_EQ(trace, "ab.");
 
@@ -105,22 +108,15 @@ TEST(SerialExecutor, keepsTheOrderOfAllItsWorkAndIsSeenByIt) {
 }
 
 TEST(ThreadPool, runsEverythingOnceBeforeItIsJoined) {
-    struct Count : WorkNode {
-        Count() : WorkNode([](WorkNode& node) noexcept { ++*static_cast<Count&>(node).count; }) {}
-        std::atomic<int>* count = nullptr;
-    };
-    constexpr std::size_t posterCount = 3, nodeCount = 20000;
+    constexpr int posterCount = 3, taskCount = 20'000;
     std::atomic<int> count{0};
-    std::vector<Count> nodes(posterCount * nodeCount);
-    for (auto& node : nodes) node.count = &count;
+    auto add = [](std::atomic<int>& sum) -> Task<> { co_return void(++sum); };
     ThreadPool pool(2);
-    test::onThreads(posterCount, [&](int poster) {
-        for (auto& node : std::span(nodes).subspan(static_cast<std::size_t>(poster) * nodeCount, nodeCount)) {
-            pool.post(node);
-        }
+    test::onThreads(posterCount, [&](int) {
+        for (int i = 0; i < taskCount; ++i) spawn(add(count), pool);
     });
     pool.join();
-    EXPECT_EQ(count.load(), static_cast<int>(nodes.size()));
+    EXPECT_EQ(count.load(), posterCount * taskCount);
 }
 
 TEST(ThreadPool, higherPrioritiesGoFirst) {
@@ -131,12 +127,10 @@ TEST(ThreadPool, higherPrioritiesGoFirst) {
         std::atomic<bool> isOpen{false};
     } gate;
     pool.post(gate);
-    std::vector<std::unique_ptr<Mark<>>> marks;
+    char name = 'a';
     for (const auto priority : {TaskPriority::background, TaskPriority::medium, TaskPriority::utility,
                                 TaskPriority::high, TaskPriority::medium}) {
-        auto& mark = *marks.emplace_back(std::make_unique<Mark<>>(trace, static_cast<char>('a' + marks.size())));
-        mark.priority = priority;
-        pool.post(mark);
+        spawn(note(trace, name++), SpawnOptions(pool, priority));
     }
     gate.isOpen = true;
     gate.isOpen.notify_all();

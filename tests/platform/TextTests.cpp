@@ -50,6 +50,7 @@ TEST(Text, trimmedRemovesWhiteSpaceAndNewlinesOnly) {
 
 /// Whether a text equals another, begins with it and has it within.
 constexpr std::tuple<const char*, std::string_view, std::string_view, bool, bool, bool> compareRows[] = {
+    {"bothEmpty", "", "", true, true, true},
     {"emptyPart", "x", "", false, true, true},
     {"partIsLonger", "-i", "-in", false, false, false},
     {"ascii", "-VN", "-vn", true, true, true},
