@@ -1,6 +1,8 @@
 #pragma once
 
+#include <exception>
 #include <optional>
+#include <string>
 
 namespace corvex::test {
 
@@ -13,6 +15,16 @@ std::optional<Error> thrownBy(const Run& run) {
         return error;
     }
     return std::nullopt;
+}
+
+/// What the error of a task that has ended says; empty without one.
+std::string errorOf(const auto& handle) {
+    try {
+        static_cast<void>(handle.waitSync()->value());
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
 }
 
 }  // namespace corvex::test

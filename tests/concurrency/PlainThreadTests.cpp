@@ -1,6 +1,10 @@
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
-#include <thread>
+#include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -11,6 +15,8 @@
 #include <Corvex/concurrency/QueueBasedAtomicSwitch.h>
 #include <Corvex/concurrency/UnfairLockBasedAtomicSwitch.h>
 #include <Corvex/platform/StatusMessages.h>
+
+#include <tests/OnThreads.h>
 
 namespace corvex::plainThreadTests {
 namespace {
@@ -40,111 +46,70 @@ TEST(AtomicSwitch, modifyingIsTwoStepsAndAWriteBetweenThemIsLost) {
     }
 }
 
-TEST(AtomicSwitch, stress) {
-    for (const auto& flag : switchesOfEveryKind(false)) {
-        {
-            std::vector<std::jthread> threads;
-            for (int thread = 0; thread < 3; ++thread)
-                threads.emplace_back([&flag] {
-                    for (int i = 0; i < 500; ++i) flag->modifyIsOn([](bool& value) { value = !value; });
-                });
-        }
-        flag->setIsOn(true);
-        EXPECT_TRUE(flag->isOn());
-    }
-}
-
-struct LimitedRow {
-    const char* name;
-    std::uint64_t capacity;
-    const char *steps, *contents;  ///< Letters are pushed, "|" clears.
-};
-
 TEST(LimitedSizeQueue, keepsTheNewest) {
-    constexpr LimitedRow rows[] = {
-        {"nothing", 3, "", ""},
-        {"below capacity", 3, "ab", "ab"},
-        {"beyond it", 3, "abcde", "cde"},
-        {"0 counts as 1", 0, "ab", "b"},
-        {"cleared", 3, "ab|", ""},
-        {"filled again", 2, "abc|de", "de"},
-        {"largest", ~std::uint64_t{0}, "abc", "abc"},
-    };
-    for (const auto& row : rows) {
-        LimitedSizeQueue<std::string> queue(row.capacity);
-        const std::string expected = row.contents;
-        for (const char* step = row.steps; *step; ++step) {
-            if (*step == '|') {
-                queue.clear();
-            } else {
-                queue.push(std::string(1, *step));
-            }
-        }
-        std::string contents;
-        for (const std::string& item : queue.getQueue()) contents += item;
-        EXPECT_EQ(contents, expected) << row.name;
-        EXPECT_EQ(queue.getCount(), static_cast<std::int64_t>(expected.size())) << row.name;
-        EXPECT_EQ(queue.getFirst().value_or(""), expected.substr(0, 1)) << row.name;
-        EXPECT_EQ(queue.getLast().value_or(""), expected.empty() ? "" : expected.substr(expected.size() - 1))
-            << row.name;
+    // Letters are pushed, "|" clears.
+    constexpr std::tuple<std::uint64_t, std::string_view, std::string_view> rows[] = {
+        {3, "", ""},
+        {3, "ab", "ab"},
+        {3, "abcde", "cde"},
+        {0, "ab", "b"},
+        {3, "ab|", ""},
+        {2, "abc|de", "de"},
+        {~std::uint64_t{0}, "abc", "abc"}};
+    for (const auto& [capacity, steps, expected] : rows) {
+        LimitedSizeQueue<char> queue(capacity);
+        for (const char step : steps) step == '|' ? queue.clear() : queue.push(step);
+        const std::vector<char> items = queue.getQueue();
+        EXPECT_EQ(std::string_view(items.data(), items.size()), expected) << steps;
+        EXPECT_EQ(queue.getCount(), static_cast<std::int64_t>(expected.size())) << steps;
+        EXPECT_EQ(queue.getFirst().value_or('.'), (std::string(expected) + '.').front()) << steps;
+        EXPECT_EQ(queue.getLast().value_or('.'), ('.' + std::string(expected)).back()) << steps;
+        EXPECT_EQ(queue.capacity(), capacity == 0 ? 1 : capacity);
     }
-    EXPECT_EQ(LimitedSizeQueue<int>(0).capacity(), 1U);
 }
 
-TEST(LimitedSizeQueue, stress) {
+/// Shows under ThreadSanitizer.
+TEST(PlainThreads, stress) {
     constexpr int threadCount = 3, count = 1000;
+    const auto switches = switchesOfEveryKind(false);
     LimitedSizeQueue<int> queue(100);
-    {
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < threadCount; ++thread)
-            threads.emplace_back([&queue, thread] {
-                for (int i = 0; i < count; ++i) {
-                    queue.push(thread * count + i);
-                    if (i % 100 == 0 && thread == 0) queue.clear();
-                    if (i % 50 == 0) static_cast<void>(queue.getFirst());
-                }
-            });
-    }
+    test::onThreads(threadCount, [&](int thread) {
+        for (int i = 0; i < count; ++i) {
+            for (const auto& flag : switches) flag->modifyIsOn([](bool& value) { value = !value; });
+            queue.push(thread * count + i);
+            if (i % 100 == 0 && thread == 0) queue.clear();
+            if (i % 50 == 0) static_cast<void>(queue.getFirst());
+        }
+    });
     EXPECT_GE(queue.getCount(), 99) << "pushed by one thread since it cleared last";
     std::vector<int> last(threadCount, -1);
     for (const int item : queue.getQueue()) {
         int& before = last[static_cast<std::size_t>(item / count)];
-        EXPECT_LT(before, item) << "each thread's items are in its order";
-        before = item;
+        EXPECT_LT(std::exchange(before, item), item) << "each thread's items are in its order";
     }
-    EXPECT_EQ(queue.getLast().value() % count, count - 1) << "the last is some thread's last";
 }
 
-struct StatusRow {
-    const char* name;
-    OSStatusError error;
-    std::optional<std::string> description;
-};
-
 TEST(OSStatusError, descriptions) {
-    const StatusRow rows[] = {
-        {"success", OSStatusError(0), std::nullopt},
-        {"the platform's", OSStatusError(2), "No such file or directory"},
-        {"the last", OSStatusError(133), "Memory page has hardware error"},
-        {"none", OSStatusError(134), "unknown error"},
-        {"a gap", OSStatusError(41), "unknown error"},
-        {"negative", OSStatusError(-50), "unknown error"},
-        {"text alone", OSStatusError(2, "opening", false), "opening"},
-        {"text and the platform's", OSStatusError(2, "opening", true), "opening - No such file or directory"},
-        {"text and none", OSStatusError(-50, "opening", true), "opening - unknown error"},
-        {"text and success", OSStatusError(0, "opening", true), "opening"},
-        {"empty text", OSStatusError(0, "", true), ""},
+    const std::pair<OSStatusError, std::optional<std::string>> rows[] = {
+        {OSStatusError(0), std::nullopt},
+        {OSStatusError(2), "No such file or directory"},
+        {OSStatusError(133), "Memory page has hardware error"},  // the last
+        {OSStatusError(134), "unknown error"},
+        {OSStatusError(41), "unknown error"},  // a gap
+        {OSStatusError(-50), "unknown error"},
+        {OSStatusError(2, "opening", false), "opening"},
+        {OSStatusError(2, "opening", true), "opening - No such file or directory"},
+        {OSStatusError(0, "opening", true), "opening"},
+        {OSStatusError(0, "", true), ""},
     };
-    for (const auto& row : rows) EXPECT_EQ(row.error.errorDescription(), row.description) << row.name;
+    for (const auto& [error, description] : rows) EXPECT_EQ(error.errorDescription(), description) << error.status();
     EXPECT_EQ(OSStatusError(2), OSStatusError(2));
     EXPECT_FALSE(OSStatusError(0) == OSStatusError(0, "", false));
 }
 
 TEST(StatusMessages, aHostsTableReplacesThePlatforms) {
-    setStatusMessages([](std::int32_t status) -> std::optional<std::string> {
-        if (status == -50) return "bad parameter";
-        return std::nullopt;
-    });
+    setStatusMessages(
+        [](std::int32_t status) { return status == -50 ? std::optional<std::string>("bad parameter") : std::nullopt; });
     const OSStatusError own(-50, "reading", true);
     const auto unknown = errorMessage(2), success = errorMessage(0);
     setStatusMessages({});

@@ -4,6 +4,8 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -13,11 +15,13 @@
 #include <Corvex/concurrency/GuidedItemSequencer.h>
 #include <Corvex/concurrency/IndeterminateItemSequencer.h>
 #include <Corvex/concurrency/MultiFeedItemSequencer.h>
-#include <Corvex/platform/Log.h>
+#include <Corvex/concurrency/OrvaneBlockingFifoBuffer.h>
 #include <Corvex/platform/Sleep.h>
 #include <Corvex/platform/Task.h>
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
+
+#include <tests/LoggedBy.h>
 
 namespace corvex::sequencerStressTests {
 namespace {
@@ -25,14 +29,15 @@ namespace {
 using Keys = std::vector<int>;
 constexpr int keyCount = 4000;
 
-/// The keys of one of several producers, at most 15 of its own places out of order.
-Keys keysOf(int producer, int producerCount, unsigned seed) {
+/// The keys of one of several producers, at most `reach` of its own places out of order.
+Keys keysOf(int producer, int producerCount, std::ptrdiff_t reach, unsigned seed) {
     Keys keys;
     for (int key = producer; key < keyCount; key += producerCount) keys.push_back(key);
     std::mt19937 random(seed);
-    for (std::size_t i = 0; i < keys.size(); i += 16) {
-        const auto first = keys.begin() + static_cast<std::ptrdiff_t>(i);
-        std::shuffle(first, std::min(first + 16, keys.end()), random);
+    for (auto first = keys.begin(); first != keys.end();) {
+        const auto end = first + std::min(reach, keys.end() - first);
+        std::shuffle(first, end, random);
+        first = end;
     }
     return keys;
 }
@@ -47,8 +52,7 @@ Task<Keys> produce(Sequencer sequencer, Keys keys, Add add) {
             accepted.push_back(key);
             if (key % 512 == 0) co_await sleepFor(std::chrono::microseconds(5));
         }
-    } catch (const DataCoordinationError&) {
-        EXPECT_FALSE(sequencer.isOpen());
+    } catch (const DataCoordinationError&) {  // closed meanwhile
     }
     co_return accepted;
 }
@@ -68,16 +72,12 @@ Task<Keys> consume(Sequencer sequencer) {
     co_return keys;
 }
 
+/// Never where the delay is negative.
 template <class Sequencer>
-Task<> closeAfter(Sequencer sequencer, std::chrono::microseconds delay) {
-    co_await sleepFor(delay);
+Task<> closeAfter(Sequencer sequencer, int microseconds) {
+    if (microseconds < 0) co_return;
+    co_await sleepFor(std::chrono::microseconds(microseconds));
     sequencer.close();
-}
-
-/// Refers to no task where the delay is negative.
-template <class Sequencer>
-TaskHandle<> startClosing(Sequencer sequencer, int delay, ThreadPool& pool) {
-    return delay < 0 ? TaskHandle<>() : spawn(closeAfter(sequencer, std::chrono::microseconds(delay)), pool);
 }
 
 Keys sorted(const std::vector<Keys>& lists) {
@@ -101,26 +101,41 @@ struct StressRow {
 constexpr StressRow rows[] = {{1, 1, -1}, {4, 1, -1},  {4, 3, -1},  {200, 100, -1},
                               {4, 3, 0},  {4, 1, 300}, {4, 3, 900}, {100, 50, 2000}};
 
+/// Whether keys of the same remainder come in their order.
+bool isOrdered(const Keys& keys, int divisor) {
+    std::map<int, int> last;
+    return std::all_of(keys.begin(), keys.end(), [&](int key) {
+        const auto [before, isFirst] = last.try_emplace(key % divisor, key);
+        return isFirst || std::exchange(before->second, key) < key;
+    });
+}
+
+enum class Order : std::uint8_t { none, ofAll, ofEachProducer };
+
 /// What was taken in comes out once, also around closing; to each consumer in order where order is promised.
 template <class Make, class Add>
-void stress(Make make, Add add, bool isOrdered) {
+void stress(Make make, Add add, Order order) {
     unsigned seed = 1;
     for (const StressRow& row : rows) {
+        const std::string name = testing::PrintToString(std::tuple(row.producers, row.consumers, row.closingAfter));
         ThreadPool pool(4);
         const auto sequencer = make();
         std::vector<TaskHandle<Keys>> producers, consumers;
         for (int i = 0; i < row.consumers; ++i) consumers.push_back(spawn(consume(sequencer), pool));
-        for (int i = 0; i < row.producers; ++i)
-            producers.push_back(spawn(produce(sequencer, keysOf(i, row.producers, seed++), add), pool));
-        const TaskHandle<> closer = startClosing(sequencer, row.closingAfter, pool);
+        for (int i = 0; i < row.producers; ++i) {
+            const Keys keys = keysOf(i, row.producers, order == Order::ofEachProducer ? 1 : 16, seed++);
+            producers.push_back(spawn(produce(sequencer, keys, add), pool));
+        }
+        const auto closer = spawn(closeAfter(sequencer, row.closingAfter), pool);
         const std::vector<Keys> accepted = results(producers);
         if (row.closingAfter < 0) sequencer.close();
         const std::vector<Keys> delivered = results(consumers);
-        EXPECT_EQ(sorted(delivered), sorted(accepted))
-            << row.producers << " " << row.consumers << " " << row.closingAfter;
-        const bool isInOrder = std::all_of(delivered.begin(), delivered.end(),
-                                           [](const Keys& keys) { return std::is_sorted(keys.begin(), keys.end()); });
-        EXPECT_TRUE(isInOrder || !isOrdered);
+        EXPECT_EQ(sorted(delivered), sorted(accepted)) << name;
+        EXPECT_TRUE(row.closingAfter >= 0 || sorted(accepted).size() == keyCount) << name;
+        for (const Keys& keys : delivered) {
+            if (order == Order::none) break;
+            EXPECT_TRUE(isOrdered(keys, order == Order::ofAll ? 1 : row.producers)) << name;
+        }
         (void)closer.waitSync();  // a pool must outlive what sleeps on it
     }
 }
@@ -129,21 +144,23 @@ constexpr auto addOne = [](const auto& sequencer, int key) { return sequencer.ad
 
 TEST(SequencerStress, guided) {
     stress([] { return GuidedItemSequencer<int, int>(0, [](const int& key) { return std::optional(key + 1); }); },
-           addOne, true);
+           addOne, Order::ofAll);
 }
 
 TEST(SequencerStress, grouped) {
-    stress([] { return GroupedItemsSequencer<int, int>(); },
-           [](const auto& sequencer, int key) {
-               return sequencer.add(std::map<int, int>{{key, -key}});
-           },
-           false);
+    const auto addGroup = [](const auto& sequencer, int key) { return sequencer.add({{key, -key}}); };
+    stress([] { return GroupedItemsSequencer<int, int>(); }, addGroup, Order::none);
+}
+
+TEST(SequencerStress, fifo) {
+    const auto add = [](const auto& sequencer, int key) { return sequencer.add(-key); };
+    unsigned capacity = 0;
+    stress([&] { return OrvaneBlockingFifoBuffer<int>(std::exchange(capacity, 2 * capacity + 3)); }, add,
+           Order::ofEachProducer);
 }
 
 TEST(SequencerStress, indeterminate) {
-    setLogSink([](LogLevel, std::string_view) {});
-    stress([] { return IndeterminateItemSequencer<int, int>(16); }, addOne, false);
-    setLogSink({});
+    (void)test::loggedBy([] { stress([] { return IndeterminateItemSequencer<int, int>(16); }, addOne, Order::none); });
 }
 
 using MultiFeed = MultiFeedItemSequencer<int, int>;
@@ -169,12 +186,11 @@ TEST(SequencerStress, multiFeed) {
         std::vector<TaskHandle<Keys>> producers, consumers;
         for (int i = 0; i < 3; ++i) consumers.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
         for (int feed = 0; feed < feeds; ++feed) {
-            Keys keys;
-            for (int key = feed; key < keyCount; key += feeds) keys.push_back(key);
+            const Keys keys = keysOf(feed, feeds, 1, 0);
             auto add = [feed](const MultiFeed& target, int key) { return target.enqueueItems(-key, key, feed); };
             producers.push_back(spawn(produce(sequencer, keys, add), pool));
         }
-        const TaskHandle<> closer = startClosing(sequencer, closingAfter, pool);
+        const auto closer = spawn(closeAfter(sequencer, closingAfter), pool);
         std::vector<Keys> delivered = results(consumers);
         sequencer.close();
         // Closing frees no producer that waits: what has been stored is asked for until all of them have ended.

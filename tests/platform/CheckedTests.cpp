@@ -30,11 +30,9 @@ TEST(Checked, resultsThatFitAreExact) {
 
 TEST(CheckedDeathTest, resultsThatDoNotFitStopTheProcessWithTheirPlace) {
     const std::pair<const char*, void (*)()> rows[] = {
-        {"addition overflowed", [] { static_cast<void>(checkedAdd(highest, std::int64_t{1})); }},
         {"addition overflowed", [] { static_cast<void>(checkedAdd(std::uint8_t{255}, std::uint8_t{1})); }},
         {"subtraction overflowed", [] { static_cast<void>(checkedSubtract(0U, 1U)); }},
         {"multiplication overflowed", [] { static_cast<void>(checkedMultiply(lowest, std::int64_t{-1})); }},
-        {"overflowed", [] { static_cast<void>(checkedNegate(lowest)); }},
         {"overflowed", [] { static_cast<void>(checkedMagnitude(lowest)); }},
         {"overflowed", [] { static_cast<void>(checkedDivide(lowest, std::int64_t{-1})); }},
         {"division by zero", [] { static_cast<void>(checkedDivide(1U, 0U)); }},
@@ -42,9 +40,8 @@ TEST(CheckedDeathTest, resultsThatDoNotFitStopTheProcessWithTheirPlace) {
         {"lost the value", [] { static_cast<void>(checkedCast<std::uint32_t>(-1)); }},
         {"a promise", [] { require(false, "a promise"); }},
     };
-    for (const auto& [message, stop] : rows) {
+    for (const auto& [message, stop] : rows)
         EXPECT_DEATH(stop(), "CVX_PLF_FATAL-.*CheckedTests.cpp:[0-9]+: .*" + std::string(message));
-    }
 }
 
 TEST(CheckedDeathTest, faultsAreHeardWhateverTheirLengthAndFromWithinASink) {

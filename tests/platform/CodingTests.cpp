@@ -53,20 +53,16 @@ std::string whatDecodingSays(const Json& json) {
 }
 
 TEST(CaseTable, codingTakesRawValuesOnly) {
-    const std::string none = "key 'rawValue': no case has ";
-    const std::tuple<Json, std::string, std::string> rows[] = {{"hi", "decoded as \"hi\"", none + "\"hi\""},
-                                                               {"Hi", none + "\"Hi\"", none + "\"Hi\""},
-                                                               {2, none + "2", "decoded as 2"},
-                                                               {258, none + "258", none + "258"},
-                                                               {-254, none + "-254", none + "-254"},
-                                                               {2.5, none + "2.5", none + "2.5"},
-                                                               {true, none + "true", none + "true"},
-                                                               {nullptr, none + "null", none + "null"},
-                                                               {"\xFF", none + "\"\uFFFD\"", none + "\"\uFFFD\""}};
-    for (const auto& [coded, beam, gear] : rows) {
-        EXPECT_EQ(whatDecodingSays<Beam>(coded), beam);
-        EXPECT_EQ(whatDecodingSays<Gear>(coded), gear);
+    // What is coded, and whether it is a text of the one and a number of the other.
+    const std::tuple<Json, bool, bool> rows[] = {{"hi", true, false},  {"Hi", false, false},   {2, false, true},
+                                                 {258, false, false},  {-254, false, false},   {2.5, false, false},
+                                                 {true, false, false}, {nullptr, false, false}};
+    for (const auto& [coded, isBeam, isGear] : rows) {
+        const std::string text = jsonText(coded), none = "key 'rawValue': no case has ";
+        EXPECT_EQ(whatDecodingSays<Beam>(coded), (isBeam ? "decoded as " : none) + text);
+        EXPECT_EQ(whatDecodingSays<Gear>(coded), (isGear ? "decoded as " : none) + text);
     }
+    EXPECT_EQ(whatDecodingSays<Beam>("\xFF"), "key 'rawValue': no case has \"\uFFFD\"");
 }
 
 TEST(TypedString, ownsWhatIsNoLiteral) {
@@ -79,20 +75,14 @@ TEST(TypedString, ownsWhatIsNoLiteral) {
     const Word moved = std::move(copy);
     copy = moved;
     copy = *&copy;
-    EXPECT_EQ(moved, expected);
     EXPECT_EQ(copy, expected);
     EXPECT_EQ(word, Word(std::string("other")));
-    EXPECT_EQ(Word(std::string()).rawValue(), "");
 }
 
-TEST(TypedString, comparesAndHashesByBytes) {
-    static_assert(Word("a") < Word("b") && Word("A") < Word("a") && Word("") == Word());
+TEST(TypedString, comparesHashesAndCodesAsItsBytes) {
+    static_assert(Word("A") < Word("a") && Word("") == Word());
     const std::unordered_set<Word> words{Word("a"), Word(std::string("a")), Word("A")};
     EXPECT_EQ(words.size(), 2U);
-}
-
-TEST(TypedString, codesAsOneText) {
-    EXPECT_EQ(Json(Word("sRGB")), Json("sRGB"));
     EXPECT_EQ(whatDecodingSays<Word>("any"), "decoded as \"any\"");
     EXPECT_EQ(whatDecodingSays<Word>(Json{{"a", 1}}), "key 'rawValue': expected a text, not {\"a\":1}");
 }
@@ -100,7 +90,6 @@ TEST(TypedString, codesAsOneText) {
 TEST(Json, theKindThatSortsItsMembersIsCodedAlike) {
     const nlohmann::json coded = {Beam::high, Gear::second, Word("any")};
     EXPECT_EQ(coded.dump(), R"(["hi",2,"any"])");
-    EXPECT_EQ(coded[0].get<Beam>(), Beam::high);
     EXPECT_EQ(coded[1].get<Gear>(), Gear::second);
     EXPECT_EQ(coded[2].get<Word>(), Word("any"));
     EXPECT_THROW(static_cast<void>(coded[1].get<Beam>()), DecodingError);
@@ -109,7 +98,6 @@ TEST(Json, theKindThatSortsItsMembersIsCodedAlike) {
 TEST(Json, membersAreFoundOrNamed) {
     const Json object = {{"a", 1}};
     EXPECT_EQ(requireMember(object, "a"), 1);
-    EXPECT_EQ(findMember(object, "b"), nullptr);
     const auto error = test::thrownBy<DecodingError>([&] { return requireMember(object, "b"); });
     EXPECT_EQ(error, DecodingError("b", "is missing"));
     EXPECT_STREQ(error->key(), "b");

@@ -1,16 +1,19 @@
+#include <algorithm>
 #include <atomic>
-#include <span>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include <Corvex/platform/ManualExecutor.h>
 #include <Corvex/platform/SerialExecutor.h>
+#include <Corvex/platform/Sleep.h>
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
 
-#include "OnThreads.h"
+#include <tests/OnThreads.h>
 
 namespace corvex::executorTests {
 namespace {
@@ -18,35 +21,26 @@ namespace {
 using std::chrono::milliseconds;
 
 /// Appends its name when it runs.
-template <class Node = WorkNode>
-struct Mark : Node {
-    Mark(std::string& ownTrace, char ownName)
-        : Node([](WorkNode& node) noexcept { static_cast<Mark&>(node).trace += static_cast<Mark&>(node).name; }),
+Task<> note(std::string& trace, char name) {
+    trace += name;
+    co_return;
+}
+struct TimedNote : TimerNode {
+    TimedNote(std::string& ownTrace, char ownName)
+        : TimerNode([](WorkNode& node) noexcept {
+              const auto& timed = static_cast<TimedNote&>(node);
+              timed.trace += timed.name;
+          }),
           trace(ownTrace),
           name(ownName) {}
     std::string& trace;
     char name;
 };
 
-TEST(ManualExecutor, runsInOrderAndOnlyWhenTold) {
-    ManualExecutor executor;
-    std::string trace;
-    Mark<> a(trace, 'a'), b(trace, 'b'), c(trace, 'c');
-    executor.post(a);
-    executor.post(b);
-    EXPECT_EQ(trace, "");
-    EXPECT_TRUE(executor.runOne());
-    EXPECT_EQ(trace, "a");
-    executor.post(c);
-    EXPECT_EQ(executor.runAll(), 2U);
-    EXPECT_EQ(trace, "abc");
-    EXPECT_FALSE(executor.runOne());
-}
-
 TEST(ManualExecutor, advanceRunsTimersByDeadlineThenByArrival) {
     ManualExecutor executor;
     std::string trace;
-    Mark<TimerNode> late(trace, 'l'), firstEqual(trace, '1'), secondEqual(trace, '2'), cancelled(trace, 'x'),
+    TimedNote late(trace, 'l'), firstEqual(trace, '1'), secondEqual(trace, '2'), cancelled(trace, 'x'),
         never(trace, 'n'), past(trace, 'p'), refused(trace, 'r');
     executor.postAt(late, executor.now() + milliseconds(3));
     executor.postAt(firstEqual, executor.now() + milliseconds(2));
@@ -70,51 +64,39 @@ TEST(ManualExecutor, advanceRunsTimersByDeadlineThenByArrival) {
 }
 
 /// Against a plain sort, with cancellations in between.
-TEST(ManualExecutor, manyTimersRunInOrderOfTheirDeadlines) {
-    struct Timer : TimerNode {
-        Timer()
-            : TimerNode([](WorkNode& node) noexcept {
-                  auto& timer = static_cast<Timer&>(node);
-                  timer.ran->push_back(timer.number);
-              }) {}
-        std::vector<std::size_t>* ran = nullptr;
-        std::size_t number = 0;
-    };
+TEST(ManualExecutor, manySleepersWakeInOrderOfTheirDeadlines) {
+    using Sleepers = std::vector<std::pair<milliseconds, int>>;
     ManualExecutor executor;
-    std::vector<Timer> timers(5000);
-    std::vector<std::size_t> ran;
-    std::vector<std::pair<std::uint32_t, std::size_t>> expected;
-    std::uint32_t random = 2463534242U;
-    for (std::size_t i = 0; i < timers.size(); ++i) {
-        random ^= random << 13U;
-        random ^= random >> 17U;
-        random ^= random << 5U;
-        timers[i].ran = &ran;
-        timers[i].number = i;
-        executor.postAt(timers[i], executor.now() + milliseconds(1 + random % 997));
+    Sleepers woken, expected;
+    auto sleep = [](Sleepers& list, milliseconds time, int number) -> Task<> {
+        co_await sleepFor(time);
+        list.emplace_back(time, number);
+    };
+    std::minstd_rand random(1);
+    for (int i = 0; i < 5000; ++i) {
+        const milliseconds time(1 + random() % 997);
+        const auto handle = spawn(sleep(woken, time, i), executor);
+        executor.runAll();
         if (i % 3 == 2) {
-            EXPECT_TRUE(executor.cancel(timers[i]));
+            handle.cancel();
         } else {
-            expected.emplace_back(random % 997, i);
+            expected.emplace_back(time, i);
         }
     }
     std::sort(expected.begin(), expected.end());
     executor.advance(milliseconds(1000));
-    ASSERT_EQ(ran.size(), expected.size());
-    for (std::size_t i = 0; i < ran.size(); ++i) ASSERT_EQ(ran[i], expected[i].second) << i;
+    EXPECT_EQ(woken, expected);
 }
 
 TEST(SerialExecutor, keepsTheOrderOfAllItsWorkAndIsSeenByIt) {
     ManualExecutor base;
     SerialExecutor serial(base);
     std::string trace;
-    Mark<> between(trace, '.');
-    std::vector<std::unique_ptr<Mark<>>> marks;
-    for (char name = 'a'; name < 'a' + 3; ++name)
-        serial.post(*marks.emplace_back(std::make_unique<Mark<>>(trace, name)));
-    base.post(between);
+    spawn(note(trace, 'a'), serial);
+    spawn(note(trace, 'b'), serial);
+    spawn(note(trace, '.'), base);
     EXPECT_EQ(base.runAll(), 2U) << "one turn runs all that waits";
-    EXPECT_EQ(trace, "abc.");
+    EXPECT_EQ(trace, "ab.");
 
     auto look = [](SerialExecutor& queue, ManualExecutor& below) -> Task<bool> {
         co_return &Executor::current() == &queue&& queue.runsHere() && below.runsHere();
@@ -126,22 +108,15 @@ TEST(SerialExecutor, keepsTheOrderOfAllItsWorkAndIsSeenByIt) {
 }
 
 TEST(ThreadPool, runsEverythingOnceBeforeItIsJoined) {
-    struct Count : WorkNode {
-        Count() : WorkNode([](WorkNode& node) noexcept { ++*static_cast<Count&>(node).count; }) {}
-        std::atomic<int>* count = nullptr;
-    };
-    constexpr std::size_t posterCount = 3, nodeCount = 20000;
+    constexpr int posterCount = 3, taskCount = 20'000;
     std::atomic<int> count{0};
-    std::vector<Count> nodes(posterCount * nodeCount);
-    for (auto& node : nodes) node.count = &count;
+    auto add = [](std::atomic<int>& sum) -> Task<> { co_return void(++sum); };
     ThreadPool pool(2);
-    test::onThreads(posterCount, [&](int poster) {
-        for (auto& node : std::span(nodes).subspan(static_cast<std::size_t>(poster) * nodeCount, nodeCount)) {
-            pool.post(node);
-        }
+    test::onThreads(posterCount, [&](int) {
+        for (int i = 0; i < taskCount; ++i) spawn(add(count), pool);
     });
     pool.join();
-    EXPECT_EQ(count.load(), static_cast<int>(nodes.size()));
+    EXPECT_EQ(count.load(), posterCount * taskCount);
 }
 
 TEST(ThreadPool, higherPrioritiesGoFirst) {
@@ -152,13 +127,10 @@ TEST(ThreadPool, higherPrioritiesGoFirst) {
         std::atomic<bool> isOpen{false};
     } gate;
     pool.post(gate);
-    const TaskPriority priorities[] = {TaskPriority::background, TaskPriority::medium, TaskPriority::utility,
-                                       TaskPriority::high, TaskPriority::medium};
-    std::vector<std::unique_ptr<Mark<>>> marks;
-    for (const TaskPriority priority : priorities) {
-        auto& mark = *marks.emplace_back(std::make_unique<Mark<>>(trace, static_cast<char>('a' + marks.size())));
-        mark.priority = priority;
-        pool.post(mark);
+    char name = 'a';
+    for (const auto priority : {TaskPriority::background, TaskPriority::medium, TaskPriority::utility,
+                                TaskPriority::high, TaskPriority::medium}) {
+        spawn(note(trace, name++), SpawnOptions(pool, priority));
     }
     gate.isOpen = true;
     gate.isOpen.notify_all();

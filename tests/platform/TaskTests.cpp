@@ -1,6 +1,8 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +12,8 @@
 #include <Corvex/platform/TaskGroup.h>
 #include <Corvex/platform/TaskHandle.h>
 #include <Corvex/platform/ThreadPool.h>
+
+#include <tests/Thrown.h>
 
 namespace corvex::taskTests {
 namespace {
@@ -28,38 +32,6 @@ Task<int> sleepThen(int value, milliseconds duration) {
     co_return value;
 }
 
-template <class Result>
-std::string errorOf(const Result& result) {
-    try {
-        if (result.error()) std::rethrow_exception(result.error());
-    } catch (const std::exception& error) {
-        return error.what();
-    }
-    return "";
-}
-
-TEST(Task, startsWhenAwaitedAndRunsOnItsAwaitersThread) {
-    ManualExecutor executor;
-    std::string trace;
-    auto child = [](std::string& text) -> Task<int> {
-        text += "child ";
-        co_return 7;
-    };
-    auto parent = [&child](std::string& text) -> Task<int> {
-        auto task = child(text);
-        text += "parent ";
-        const int value = co_await std::move(task);
-        text += "end";
-        co_return value;
-    };
-    auto handle = spawn(parent(trace), executor);
-    EXPECT_EQ(trace, "") << "spawn only posts";
-    EXPECT_FALSE(handle.isFinished());
-    EXPECT_EQ(executor.runAll(), 1U);
-    EXPECT_EQ(trace, "parent child end");
-    EXPECT_EQ(handle.waitSync()->value(), 7);
-}
-
 TEST(Task, errorsReachTheAwaiterAndMoveOnlyValuesPass) {
     ManualExecutor executor;
     auto parent = []() -> Task<std::unique_ptr<std::string>> {
@@ -74,7 +46,7 @@ TEST(Task, errorsReachTheAwaiterAndMoveOnlyValuesPass) {
     auto failed = spawn(failWith("second"), executor);
     executor.runAll();
     EXPECT_EQ(*std::move(handle).waitSync()->value(), "first");
-    EXPECT_EQ(errorOf(*failed.waitSync()), "second");
+    EXPECT_EQ(test::errorOf(failed), "second");
     EXPECT_FALSE(TaskHandle<int>().waitSync().has_value());
 }
 
@@ -155,28 +127,22 @@ TEST(Task, callerGoesOnWhereItWasWhenItsTaskEndsElsewhere) {
 
 TEST(Sleep, wakesAtItsTimeAndThrowsWhenCancelled) {
     ManualExecutor executor;
-    auto inTime = spawn(sleepThen(1, milliseconds(10)), executor);
-    auto cancelled = spawn(sleepThen(2, milliseconds(10)), executor);
-    auto cancelledBefore = spawn(sleepThen(3, milliseconds(10)), executor);
-    auto cancelledYield = spawn(sleepThen(4, milliseconds(0)), executor);
-    auto unbounded = spawn(sleepThen(5, milliseconds::max()), executor);
-    cancelledBefore.cancel();
-    cancelledYield.cancel();
+    const auto sleep = [&executor](milliseconds time) { return spawn(sleepThen(1, time), executor); };
+    const auto inTime = sleep(milliseconds(10)), during = sleep(milliseconds(10)), before = sleep(milliseconds(10)),
+               yielding = sleep(milliseconds(0)), unbounded = sleep(milliseconds::max());
+    before.cancel();
+    yielding.cancel();
     executor.advance(milliseconds(9));
     EXPECT_FALSE(inTime.isFinished());
-    EXPECT_TRUE(cancelledBefore.isFinished());
-    cancelled.cancel();
-    EXPECT_FALSE(cancelled.isFinished()) << "the cancelling thread resumes nobody";
-    executor.runAll();
-    const std::string expected = CancellationError().what();
-    EXPECT_EQ(errorOf(*cancelled.waitSync()), expected);
-    EXPECT_EQ(errorOf(*cancelledBefore.waitSync()), expected);
-    EXPECT_EQ(errorOf(*cancelledYield.waitSync()), expected);
+    EXPECT_TRUE(before.isFinished());
+    during.cancel();
+    unbounded.cancel();
+    EXPECT_FALSE(during.isFinished()) << "the cancelling thread resumes nobody";
     executor.advance(milliseconds(1));
     EXPECT_EQ(inTime.waitSync()->value(), 1);
-    unbounded.cancel();
-    executor.runAll();
-    EXPECT_EQ(errorOf(*unbounded.waitSync()), expected);
+    for (const auto& cancelled : {during, before, yielding, unbounded}) {
+        EXPECT_EQ(test::errorOf(cancelled), CancellationError().what());
+    }
 }
 
 TEST(Task, cancellationAndPriorityReachAwaitedTasks) {
@@ -228,49 +194,37 @@ TEST(TaskGroup, nextGivesResultsInTheOrderOfFinishing) {
     EXPECT_EQ(handle.waitSync()->value(), "123");
 }
 
-/// Notes its end, whatever ends it.
+/// Notes its end, unless it was cancelled.
 Task<> noteEnd(std::string& trace, char name, milliseconds duration) {
-    bool wasCancelled = false;
-    try {
-        co_await sleepFor(duration);
-    } catch (const CancellationError&) {
-        wasCancelled = true;
-    }
-    co_await sleepFor(milliseconds(0));  // in a cancelled task even this throws; the frame still ends
-    trace += wasCancelled ? '!' : name;
+    co_await sleepFor(duration);
+    trace += name;
 }
 
-struct GroupRow {
-    const char* name;
-    bool bodyThrows, childThrows, isCancelled;
-    const char *trace, *error;
-};
-
 TEST(TaskGroup, childrenAreAwaitedOnEveryExitAndErrorsCancelTheRest) {
-    constexpr GroupRow rows[] = {
-        {"plain", false, false, false, "ab", ""},
-        {"body throws", true, false, false, "", "body"},
-        {"child throws", false, true, false, "", "child"},
-        {"both throw", true, true, false, "", "body"},
-        {"cancelled from outside", false, false, true, "", "the task was cancelled"},
+    constexpr std::tuple<bool, bool, bool, const char*, const char*> rows[] = {
+        {false, false, false, "ab", ""},
+        {true, false, false, "", "body"},
+        {false, true, false, "", "child"},
+        {true, true, false, "", "body"},
+        {false, false, true, "", "the task was cancelled"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [bodyThrows, childThrows, isCancelled, expected, error] : rows) {
         ManualExecutor executor;
         std::string trace;
-        auto body = [&row, &trace](TaskGroup<>& group) -> Task<> {
+        auto body = [&trace, bodyThrows = bodyThrows, childThrows = childThrows](TaskGroup<>& group) -> Task<> {
             group.add(noteEnd(trace, 'a', milliseconds(1)));
             group.add(noteEnd(trace, 'b', milliseconds(2)));
-            if (row.childThrows) group.add(failWith("child"));
-            if (row.bodyThrows) throw std::runtime_error("body");
+            if (childThrows) group.add(failWith("child"));
+            if (bodyThrows) throw std::runtime_error("body");
             co_return;
         };
         auto handle = spawn(withTaskGroup(body), executor);
         executor.runAll();
-        if (row.isCancelled) handle.cancel();
+        if (isCancelled) handle.cancel();
         executor.advance(milliseconds(2));
-        ASSERT_TRUE(handle.isFinished()) << row.name;
-        EXPECT_EQ(trace, row.trace) << row.name;
-        EXPECT_EQ(errorOf(*handle.waitSync()), row.error) << row.name;
+        ASSERT_TRUE(handle.isFinished()) << error;
+        EXPECT_EQ(trace, expected) << error;
+        EXPECT_EQ(test::errorOf(handle), error) << bodyThrows << childThrows << isCancelled;
     }
 }
 
@@ -302,7 +256,7 @@ TEST(Task, stress) {
         if (round % 2 == 1) cancelled[static_cast<std::size_t>(round / 2)].cancel();
     }
     for (auto& handle : cancelled) handle.cancel();
-    for (auto& handle : finished) EXPECT_EQ(errorOf(*handle.waitSync()), "seventh");
+    for (auto& handle : finished) EXPECT_EQ(test::errorOf(handle), "seventh");
     for (auto& handle : cancelled) EXPECT_FALSE(handle.waitSync()->hasValue());
     pool.join();
     EXPECT_EQ(onSerial, rounds * (childCount + 1));
