@@ -56,9 +56,8 @@ void expectDropFrameDay(std::int64_t perSecond, std::int64_t dropped, std::int64
         const auto label = TimecodeComponents::timecodeComponents(frame, perSecond, true);
         ASSERT_EQ(label, expected) << frame << ": " << label.timecodeString();
         ASSERT_EQ(TimecodeFrame(label, rate).frameNumber(), frame);
-        if (withText) {
-            ASSERT_EQ(TimecodeComponents::fromTimecode(label.timecodeString()), label) << frame;
-        }
+        const bool isRead = !withText || TimecodeComponents::fromTimecode(label.timecodeString()) == label;
+        ASSERT_TRUE(isRead) << frame;
         advance(expected, perSecond, dropped);
     }
     EXPECT_EQ(expected.hours, hours);
@@ -72,11 +71,11 @@ TEST(DropFrame, everyFrameHasItsLabelAtARateWithoutConstants) { expectDropFrameD
 
 TEST(DropFrame, framesBecomeLabels) {
     constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
-        {0, 30, "00:00:00;00"},      {1799, 30, "00:00:59;29"},
-        {1800, 30, "00:01:00;02"},   {17982, 30, "00:10:00;00"},
-        {3600, 60, "00:01:00;04"},   {1440, 24, "00:01:00;02"},        // the factor gives 2 at 24
-        {-1, 30, "24:01:26;13"},     {30 * 86400, 30, "00:00:00;00"},  // the nominal day, not the shorter one
-        {lowest, 60, "15:45:26;36"}, {highest, 30, "16:31:59;21"}};
+        {1440, 24, "00:01:00;02"},        // the factor gives 2 at 24
+        {30 * 86400, 30, "00:00:00;00"},  // the nominal day, not the shorter one
+        {-1, 30, "24:01:26;13"},
+        {lowest, 60, "15:45:26;36"},
+        {highest, 30, "16:31:59;21"}};
     for (const auto& [frame, quanta, expected] : rows) {
         EXPECT_EQ(TimecodeComponents::dropFrameComponents(frame, quanta).timecodeString(), expected)
             << frame << " at " << quanta;
@@ -85,9 +84,9 @@ TEST(DropFrame, framesBecomeLabels) {
 
 TEST(NonDropFrame, framesBecomeLabelsWithoutADay) {
     constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
-        {90000, 25, "01:00:00:00"},  {-10, 25, "00:00:00:00"},        {86400 * 24, 24, "24:00:00:00"},
-        {59, 1, "00:00:59:00"},      {1234567, 1000, "00:20:34:567"}, {highest, 30, "85401592933840:31:00:07"},
-        {107999, 30, "00:59:59:29"}, {100, -30, "00:00:0-3:10"}};
+        {-10, 25, "00:00:00:00"},        {86400 * 24, 24, "24:00:00:00"},
+        {1234567, 1000, "00:20:34:567"}, {highest, 30, "85401592933840:31:00:07"},
+        {107999, 30, "00:59:59:29"},     {100, -30, "00:00:0-3:10"}};
     for (const auto& [frame, fps, expected] : rows) {
         EXPECT_EQ(TimecodeComponents::timecodeComponents(frame, fps, false).timecodeString(), expected)
             << frame << " at " << fps;
@@ -96,11 +95,14 @@ TEST(NonDropFrame, framesBecomeLabelsWithoutADay) {
 
 TEST(TimecodeFrame, numbersLabels) {
     const std::tuple<TimecodeComponents, MediaRational, std::int64_t, std::int64_t> rows[] = {
-        {{0, 1, 0, 2, drop}, ntsc30, 1800, 1802},       {{0, 1, 0, 2, nonDrop}, ntsc30, 1802, 1802},
-        {{0, 1, 0, 2, unknown}, ntsc30, 1802, 1802},    {{0, 1, 0, 0, drop}, ntsc30, 1798, 1800},
-        {{0, 1, 0, 0, drop}, {30, 1}, 1800, 1800},      {{1, 0, 0, 0, drop}, {60000, 1001}, 215784, 216000},
-        {{0, -10, 0, 0, drop}, ntsc30, -17982, -18000}, {{24, 0, 0, 0, nonDrop}, {24000, 1001}, 2073600, 2073600},
-        {{0, 1, 0, 0, drop}, {59, 2}, 1798, 1800},      {{0, 1, 0, 3, drop}, {-1, 2}, 3, 3}};
+        {{0, 1, 0, 2, drop}, ntsc30, 1800, 1802},
+        {{0, 1, 0, 2, nonDrop}, ntsc30, 1802, 1802},
+        {{0, 1, 0, 2, unknown}, ntsc30, 1802, 1802},
+        {{0, 1, 0, 0, drop}, ntsc30, 1798, 1800},
+        {{0, 1, 0, 0, drop}, {30, 1}, 1800, 1800},
+        {{0, -10, 0, 0, drop}, ntsc30, -17982, -18000},
+        {{24, 0, 0, 0, nonDrop}, {24000, 1001}, 2073600, 2073600},
+        {{0, 1, 0, 3, drop}, {-1, 2}, 3, 3}};
     for (const auto& [label, rate, number, actual] : rows) {
         const TimecodeFrame frame(label, rate);
         EXPECT_EQ(frame.frameNumber(), number) << label.timecodeString();
@@ -139,8 +141,7 @@ TEST(TimecodeFrame, addsFramesAndResetsItsOptions) {
 
 TEST(TimecodeFrame, knowsItsMediaTimes) {
     const TimecodeFrame frame({0, 1, 0, 2, drop}, ntsc30);
-    EXPECT_EQ(frame.frameDuration().value(), 1001);
-    EXPECT_EQ(frame.frameDuration().timeScale(), 30000);
+    EXPECT_EQ(std::pair(frame.frameDuration().value(), frame.frameDuration().timeScale()), std::pair(1001L, 30000L));
     EXPECT_EQ(frame.presentationTimeStamp().value(), 1800 * 1001);
     EXPECT_FALSE(frame.sampleTimingInfo().decodeTimeStamp.isValid());
     EXPECT_EQ(frame.sampleTimingInfo().presentationTimeStamp, MediaTime(6006, 100));
@@ -165,41 +166,23 @@ TEST(Timecode, isPrintedWithALeadingZero) {
 }
 
 TEST(Timecode, isParsedStrictlyOrLeniently) {
-    constexpr TimecodeComponents zero(0, 0, 0, 0, nonDrop);
-    const std::tuple<const char*, bool, TimecodeComponents> rows[] = {
-        {"01:02:03:04", true, {1, 2, 3, 4, nonDrop}},
-        {"01:02:03;04", true, {1, 2, 3, 4, drop}},
-        {"01;02:03:04", true, {1, 2, 3, 4, drop}},
-        {"99:60:60:99", true, {99, 60, 60, 99, nonDrop}},
-        {"00:61:00:00", false, {0, 61, 0, 0, nonDrop}},
-        {"00:00:61:00", false, {0, 0, 61, 0, nonDrop}},
-        {"123:00:00;0123", true, {123, 0, 0, 123, drop}},
-        {"00:00:060:00", true, {0, 0, 60, 0, nonDrop}},
-        {"1:2:3;4", false, {1, 2, 3, 4, drop}},
-        {"", false, zero},
-        {"abc", false, zero},
-        {"00:00:00", false, zero},
-        {":::", false, zero},
-        {"01:02:03:04:05", false, {1, 2, 3, 4, nonDrop}},
-        {"01:02:03:04;", false, {1, 2, 3, 4, drop}},
-        {"-1:+2:03:04", false, {-1, 2, 3, 4, nonDrop}},
-        {"+1:02:03:04", false, {1, 2, 3, 4, nonDrop}},
-        {"01:02:03.04", false, {1, 2, 0, 0, nonDrop}},
-        {" 1:02:03:04", false, {0, 2, 3, 4, nonDrop}},
-        {"01:02:03:0/", false, {1, 2, 3, 0, nonDrop}},
-        {"01<02:03:04", false, {0, 3, 4, 0, nonDrop}},
-        {"01902:03:04", false, {1902, 3, 4, 0, nonDrop}},
-        {"99999999999999999999:00:00:00", false, zero},
-        {"0\xC2\xB2:00:00:0", false, zero},
-        {"9223372036854775807:00:00:00", true, {highest, 0, 0, 0, nonDrop}}};
-    for (const auto& [text, isStrict, lenient] : rows) {
-        const auto strict = TimecodeComponents::fromTimecode(text);
-        EXPECT_EQ(strict.has_value(), isStrict) << text;
-        if (strict) {
-            EXPECT_EQ(*strict, lenient) << text;
-        }
-        EXPECT_EQ(TimecodeComponents::sanitizedTimecode(text), lenient) << text;
+    const std::tuple<const char*, bool, const char*> rows[] = {{"01:02:03:04", true, "01:02:03:04"},
+                                                               {"01;02:03:04", true, "01:02:03;04"},
+                                                               {"00:61:00:00", false, "00:61:00:00"},
+                                                               {"123:00:00;0123", true, "123:00:00;123"},
+                                                               {"1:2:3;4", false, "01:02:03;04"},
+                                                               {":::", false, "00:00:00:00"},
+                                                               {"01:02:03:04:05", false, "01:02:03:04"},
+                                                               {"-1:+2:03:04", false, "0-1:02:03:04"},
+                                                               {"01:02:03.04", false, "01:02:00:00"},
+                                                               {"9223372036854775808:00:00:00", false, "00:00:00:00"},
+                                                               {"0\xC2\xB2:00:00:0", false, "00:00:00:00"}};
+    for (const auto& [text, isStrict, expected] : rows) {
+        const auto lenient = TimecodeComponents::sanitizedTimecode(text);
+        EXPECT_EQ(lenient.timecodeString(), expected) << text;
+        EXPECT_EQ(TimecodeComponents::fromTimecode(text), isStrict ? std::optional(lenient) : std::nullopt) << text;
     }
+    EXPECT_EQ(TimecodeComponents::fromTimecode("9223372036854775807:00:00:00").value().hours, highest);
 }
 
 TEST(Timecode, formChecksAreAskedForOneByOne) {
@@ -269,21 +252,18 @@ TEST(Timecode, readsTheTimeOfDayOfAFile) {
 
 TEST(TimecodeDeathTest, overflowAndZeroRatesStopTheProcess) {
     using Components = TimecodeComponents;
-    constexpr Components last(highest, 0, 0, 0, drop), one(0, 0, 0, 1, nonDrop), oneDrop(0, 0, 0, 1, drop);
+    constexpr Components last(highest, 0, 0, 0, drop), one(0, 0, 0, 1, nonDrop);
     const auto frame = [](const Components& label, std::int64_t value, std::int64_t scale) {
         return TimecodeFrame(label, MediaRational(value, scale));
     };
     EXPECT_DEATH((void)Components::timecodeComponents(1, 0, false), "not 0");
     EXPECT_DEATH((void)Components::dropFrameComponents(1, 0), "division by zero");
     EXPECT_DEATH((void)Components::dropFrameComponents(1, highest / 86400 + 1), "overflowed");
-    EXPECT_DEATH((void)Components::timecodeComponents(1, highest / 3600 + 1, false), "overflowed");
     EXPECT_DEATH((void)frame(last, 30000, 1001).frameNumber(), "overflowed");
     EXPECT_DEATH((void)frame(one, 25, 1).addingFrames(highest), "overflowed");
     EXPECT_DEATH((void)frame(one, 0, 1).addingFrames(1), "division by zero");
-    EXPECT_DEATH((void)frame(oneDrop, -1, 2).addingFrames(1), "division by zero");
     EXPECT_DEATH((void)frame({}, 4294967296, 1), "conversion lost");
     EXPECT_DEATH((void)frame({}, 0, 1).frameDuration(), "must not be 0");
-    EXPECT_DEATH((void)frame({}, 0, 1).presentationTimeStamp(), "must not be 0");
 }
 
 }  // namespace
