@@ -85,36 +85,23 @@ TEST(ColorVocabulary, casesKeepTheirNumbersNamesAndTexts) {
     EXPECT_EQ(casesOf<Range>(), "0 full f, 1 video v");
 }
 
-TEST(ColorVocabulary, otherNumbersAndNamesAreNoCase) {
+TEST(ColorVocabulary, othersAreNoCase) {
     EXPECT_EQ(fromRawValue<Primaries>(std::int64_t{9}), std::nullopt);
-    EXPECT_EQ(fromRawValue<Primaries>(std::int64_t{0}), std::nullopt);
-    EXPECT_EQ(fromRawValue<Transfer>(std::int64_t{10}), std::nullopt);
-    EXPECT_EQ(fromRawValue<Matrix>(std::int64_t{-1}), std::nullopt);
-    EXPECT_EQ(fromRawValue<Space>(std::int64_t{14}), std::nullopt);
     EXPECT_EQ(fromRawValue<Range>(std::int64_t{2}), std::nullopt);
     EXPECT_EQ(fromCaseName<Space>("SRGB"), std::nullopt);
     EXPECT_THROW(static_cast<void>(Json(9).get<Primaries>()), DecodingError);
     EXPECT_THROW(static_cast<void>(Json("rec709").get<Space>()), DecodingError);
-}
-
-TEST(ColorVocabularyDeathTest, aValueOutsideOfTheEnumerationStopsTheProcess) {
+    EXPECT_EQ(fromCliEquivalent<Transfer>(OAV_T_UseGamma.rawValue()), std::nullopt);  // deliberately without a case
+    EXPECT_EQ(fromCliEquivalent<Matrix>("cm_rec_601_4"), std::nullopt);               // 604 is what is accepted
     EXPECT_DEATH(static_cast<void>(rawValue(static_cast<Transfer>(9))), "unexpected enumeration case");
     EXPECT_DEATH(static_cast<void>(definedSignals(static_cast<Space>(13))), "unexpected enumeration case");
 }
 
-TEST(ColorVocabulary, commandLineValuesAreNoOthers) {
-    EXPECT_EQ(fromCliEquivalent<Transfer>(""), std::nullopt);
-    EXPECT_EQ(fromCliEquivalent<Transfer>(OAV_T_UseGamma.rawValue()), std::nullopt);  // deliberately without a case
-    EXPECT_EQ(fromCliEquivalent<Matrix>("cm_rec_601_4"), std::nullopt);               // 604 is what is accepted
-}
-
 TEST(ColorVocabulary, rangeIsOneLetter) {
     const std::pair<std::string_view, std::optional<Range>> rows[] = {
-        {"f", Range::full},      {"F", Range::full}, {"v", Range::video},  {"V", Range::video},  {"full", std::nullopt},
-        {"video", std::nullopt}, {"", std::nullopt}, {" f", std::nullopt}, {"ff", std::nullopt}, {"0", std::nullopt},
-    };
+        {"f", Range::full},     {"F", Range::full}, {"v", Range::video}, {"V", Range::video},
+        {"full", std::nullopt}, {"", std::nullopt}, {"0", std::nullopt}};
     for (const auto& [text, expected] : rows) EXPECT_EQ(colorRangeFromCliFlag(text), expected) << text;
-    EXPECT_EQ(wrappedValue(Range::full).int64Value(), 0);
     EXPECT_EQ(wrappedValue(Range::video).int64Value(), 1);
     EXPECT_EQ(wrappedValue(Matrix::custom6).int64Value(), 6);
 }
