@@ -7,13 +7,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include <Corvex/lut/ObjcLutDetail.h>
+#include <Corvex/lut/ParsedLutFactory.h>
 #include <Corvex/lut/ParsedLutFile.h>
 #include <Corvex/platform/InputFile.h>
 #include <Corvex/platform/Log.h>
 #include <tests/Places.h>
-
-#include "LutFiles.h"
 
 namespace corvex::lutFieldFileTests {
 namespace {

@@ -12,16 +12,28 @@
 #include <sys/stat.h>
 
 #include <Corvex/lut/GenericTextLutInterpreter.h>
+#include <Corvex/lut/LutTextReader.h>
+#include <Corvex/lut/ObjcLutDetail.h>
+#include <Corvex/lut/ParsedLutFactory.h>
 #include <Corvex/lut/ParsedLutFile.h>
+#include <Corvex/platform/Text.h>
 #include <tests/LoggedBy.h>
 #include <tests/TemporaryDirectory.h>
-
-#include "LutFiles.h"
 
 namespace corvex::lutReadingTests {
 namespace {
 
 using Triplets = std::vector<LutValueTriplet>;
+
+/// `count` lines of three equal numbers: `last` in the last line and 0 in the others.
+std::string entryLines(std::size_t count, std::string_view last) {
+    std::string text;
+    for (std::size_t i = 1; i < count; ++i) text += "0 0 0\n";
+    for (int column = 0; column < 3; ++column) text.append(last).append(column < 2 ? " " : "\n");
+    return text;
+}
+
+LutReading readLut(std::string_view text) { return ParsedLutFactory::readText(text, "look.cube"); }
 
 Triplets entriesOf(std::string_view text) {
     const auto reading = readLut("3D\n" + std::string(text));
@@ -132,8 +144,7 @@ TEST(LutReading, kindSizeAndDepthComeFromTheEntries) {
 
 TEST(LutReading, interpreterInfersSizes) {
     const std::tuple<std::size_t, const char*, std::optional<std::uint64_t>> rows[] = {
-        {0, "1", {}},      {4913, "1", 17}, {35937, "1", 33}, {274625, "1", 65},
-        {1024, "1", 1024}, {3, "5.9", 8},   {3, "0.9", {}}};
+        {0, "1", {}}, {4913, "1", 17}, {274625, "1", 65}, {1024, "1", 1024}, {3, "5.9", 8}, {3, "0.9", {}}};
     for (const auto& [count, largest, size] : rows) {
         GenericTextLutInterpreter interpreter;
         for (std::size_t i = 0; i < count; ++i) interpreter.interpret(std::string("0 0 ") + largest);
@@ -261,6 +272,44 @@ TEST(LutFile, extensionsDecideWhatIsReadInAnyCase) {
     for (const char* name : {"cube", ".cube", "a.cub", "a.cube~", "a.cube.bak", "a.", "a.\u212aube"}) {
         EXPECT_FALSE(ParsedLutFactory::extensionFilter.permitsExtension(name)) << name;
     }
+}
+
+std::optional<ObjcLutDetail> built(std::string_view text) {
+    const test::TemporaryDirectory directory;
+    std::ofstream(directory.path() / "look.cube", std::ios::binary) << text;
+    return ObjcLutConversionFactory::buildParsedLut(directory.path() / "look.cube");
+}
+
+TEST(ObjcLut, eachKindHasItsDescriptors) {
+    const std::tuple<const char*, std::string, std::string> rows[] = {
+        {"integerTable", entryLines(1024, "4095"), "1D table, 1024 entries, 10 bits, 0 to 1023"},
+        {"floatTable", entryLines(256, "-0.5"), "1D table, 256 entries, -0.5 to 0.0"},
+        {"floatCube", entryLines(35937, "0.75"), "cube of 33 points, 0.0 to 0.75, 35937 entries, 0.0 to 0.75"},
+        {"integerCube", "3D\n" + entryLines(9, "900"), "cube of 2 points, 0.0 to 900.0, 9 entries, 10 bits, 0 to 900"},
+    };
+    for (const auto& [name, text, expected] : rows) {
+        const auto detail = built(text);
+        ASSERT_TRUE(detail) << name;
+        EXPECT_EQ(detail->description(), expected) << name;
+        EXPECT_NE(detail->integerDescriptor().has_value(), detail->floatingPointDescriptor().has_value()) << name;
+    }
+    EXPECT_FALSE(built("3D\n"));
+}
+
+TEST(ObjcLut, equalFilesAreEqualObjects) {
+    const auto a = built("3D\n0 0 0\n1 2 3"), b = built("3d\n0 0 0\n1\t2\t3"), c = built("3D\n0 0 0\n2 1 3");
+    EXPECT_TRUE(a->isEqual(*b));
+    EXPECT_EQ(a->hash(), b->hash());
+    EXPECT_FALSE(a->isEqual(*c));
+    EXPECT_FALSE(a->isEqual(a->dimensionDescriptor()));
+    ObjcLutRGBNumericTriplet entry = a->orderedLutValues()[1];
+    entry.setR(Number(2));
+    entry.setG(Number(1));
+    EXPECT_TRUE(entry.isEqual(c->orderedLutValues()[1]));
+}
+
+TEST(ObjcLutDeathTest, negativeCodeValuesStopTheProcess) {
+    EXPECT_DEATH((void)built("3D\n-5 0 0\n0 0 9"), "does not fit into an unsigned integer");
 }
 
 }  // namespace

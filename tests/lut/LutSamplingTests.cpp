@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/lut/BitDepth.h>
-
-#include "LutFiles.h"
+#include <Corvex/lut/ParsedLutFile.h>
 
 namespace corvex::lutSamplingTests {
 namespace {
