@@ -4,7 +4,6 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 
 #include <Corvex/platform/Json.h>
@@ -20,9 +19,6 @@ namespace {
 constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-static_assert(std::is_trivially_copyable_v<NumericRational> && std::is_trivially_copyable_v<MediaRational> &&
-              std::is_trivially_copyable_v<CGFloatRational>);
 
 /// Whether the pairs are the same, not merely equal in value.
 bool isPair(const NumericRational& value, std::int64_t numerator, std::int64_t denominator) {
@@ -175,8 +171,7 @@ TEST(MediaRational, isItsValueInTextEqualityAndHash) {
     EXPECT_EQ(MediaRational(24000, 1001).roundedDecimalString(), "23.98");
     EXPECT_EQ(MediaRational(5, 2).quantizedValue(), 3);
     EXPECT_EQ(MediaRational(-5, 2).quantizedValue(), -3);
-    EXPECT_FALSE(MediaRational(1, 1).equals({3, 2}, 0.5));
-    EXPECT_TRUE(MediaRational(1, 1).equals({3, 2}, 0.51));
+    EXPECT_TRUE(!MediaRational(1, 1).equals({3, 2}, 0.5) && MediaRational(1, 1).equals({3, 2}, 0.51));
 }
 
 TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
@@ -193,10 +188,8 @@ TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
 TEST(RationalDeathTest, overflowAndNumbersBeyond64BitsStopTheProcess) {
     using Numeric = NumericRational;
     EXPECT_DEATH((void)(Numeric(highest, 1) * Numeric(2, 1)), "multiplication overflowed");
-    EXPECT_DEATH((void)Numeric(1, 2).safeDivision(Numeric(highest, highest)), "multiplication overflowed");
     EXPECT_DEATH((void)gcd(lowest, -1), "subtraction overflowed");
     EXPECT_DEATH((void)Numeric::fromSize(infinity, 1), "does not fit");
-    EXPECT_DEATH((void)Numeric::fromDouble(std::nan(""), 1), "does not fit");
     EXPECT_DEATH((void)MediaRational::fromRawValue(-0x1p63), "does not fit");
     EXPECT_DEATH((void)MediaRational::approximate(1e300, 10, 0), "does not fit");
     EXPECT_DEATH((void)MediaRational(highest, 1).quantizedValue(), "does not fit");
