@@ -29,7 +29,8 @@ TEST(Color, hexadecimalTextIsReadOrRefused) {
         EXPECT_EQ(hexTo8BitRGBA(text), expected) << text;
         EXPECT_TRUE(Color::fromHex(text).has_value()) << text;
     }
-    for (const char* text : {"", "#", "12", "12345", "123456789", "##12345", "12345G", "12345/", "12345:", "１２３"}) {
+    for (const char* text :
+         {"", "#", "12", "12345", "123456789", "##12345", "12345g", "12345G", "12345/", "12345:", "１２３"}) {
         EXPECT_EQ(hexTo8BitRGBA(text), std::nullopt) << text;
         EXPECT_EQ(Color::fromHex(text), std::nullopt) << text;
     }

@@ -1,7 +1,6 @@
 #include <Corvex/filesystem/ApplicationIOTrackingDelegate.h>
 
 #include <latch>
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -58,30 +57,6 @@ TEST(ApplicationIOTrackingDelegate, theFirstBehaviourStays) {
     setMinimumLogLevel(LogLevel::info);
     EXPECT_EQ(std::pair(first, second), std::pair(1, 0));
     EXPECT_THAT(lines, ElementsAre("AIOTS-Failed to update tracking behavior. Already SET!"));
-}
-
-TEST(ApplicationIOTrackingDelegate, reportsOfManyThreadsAllArriveEachThreadsInOrder) {
-    constexpr int threadCount = 4, reports = 500;
-    ApplicationIOTrackingDelegate delegate;
-    std::map<std::string, std::int64_t> last;  // not guarded: the delegate's promise is what guards it
-    int disorder = 0;
-    delegate.setupIOTrackingBehavior([&](const IOActivityUpdate& update) {
-        std::int64_t& before = last[update.activityPerformerIdentifier().value_or("")];
-        if (update.bytesRead() != before + 1) ++disorder;
-        before = update.bytesRead();
-    });
-    {
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < threadCount; ++thread) {
-            threads.emplace_back([&, name = std::to_string(thread)] {
-                for (int i = 1; i <= reports; ++i) delegate.handleSpeedUpdate("/clip.mov", i, 0, {}, name);
-            });
-        }
-    }
-    settle(delegate);
-    EXPECT_EQ(disorder, 0);
-    EXPECT_EQ(last.size(), threadCount);
-    for (const auto& [thread, count] : last) EXPECT_EQ(count, reports) << thread;
 }
 
 }  // namespace
