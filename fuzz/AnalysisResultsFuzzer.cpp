@@ -1,21 +1,14 @@
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
-
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Error.h>
 #include <tools/corvex/analysis/AnalysisResults.h>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+#include "support/Fuzzer.h"
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using corvex::tool::AnalysisResults;
+void corvex::fuzz(std::string_view input) {
+    using tool::AnalysisResults;
     try {
-        const auto results = AnalysisResults::parse({reinterpret_cast<const char*>(data), size});
-        const std::string text = results.text();
-        corvex::require(AnalysisResults::parse(text).text() == text, "what was written is read as something else");
-    } catch (const corvex::DecodingError&) {  // no results file
+        const std::string text = AnalysisResults::parse(input).text();
+        require(AnalysisResults::parse(text).text() == text, "what was written is read as something else");
+    } catch (const DecodingError&) {  // no results file
     }
-    return 0;
 }

@@ -1,30 +1,16 @@
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <set>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include <nlohmann/json.hpp>
 
-#include <Corvex/cli/CLIArgumentSanitizer.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
 
+#include "support/Fuzzer.h"
+
 namespace {
 
 using namespace corvex;
 using Words = std::vector<std::string>;
-
-/// The words of the input, which a newline or NUL ends.
-Words wordsOf(std::string_view bytes) {
-    Words words;
-    forEachPiece(bytes, std::string_view("\n\0", 2), [&](std::string_view word) { words.emplace_back(word); });
-    return words;
-}
 
 void checkRoundTrips(const TranscodeCliArguments& parsed) {
     const Words rendered = parsed.commandLineArguments();
@@ -55,44 +41,12 @@ void checkReadyLookup(const Words& words) {
     require(rewritten.inputFiles() == normalised.inputFiles(), "input files are not read back as they were stored");
 }
 
-void checkSanitizer(const Words& words) {
-    const CLIArgumentSanitizer sanitizer({"-in", "-vcodec"}, CLISanitizationOptions::trimWhiteSpace);
-    std::set<std::string, std::less<>> asked;
-    std::string_view current;
-    const auto report = [&](bool isValid) {
-        return [&, isValid](std::string_view flag, std::string_view value) {
-            require(flag == current, "a value was reported for a flag that was not asked for");
-            require(value == trimmed(value), "a value was not cleaned");
-            const bool holdsFlag = containsIgnoringCase(flag, "-in") || containsIgnoringCase(flag, "-vcodec");
-            require(isValid == holdsFlag, "a flag was sorted wrongly");
-        };
-    };
-    sanitizer.enumerateSanitizedCLIEntries(
-        words,
-        [&](std::string_view flag) {
-            const auto [entry, isNew] = asked.emplace(flag);
-            require(isNew, "a flag was asked for twice");
-            current = *entry;
-            return CLISanitizationOptions::trimWhiteSpace;
-        },
-        report(true), report(false));
-    std::set<std::string_view> flags;
-    for (const std::string& word : words) {
-        if (trimmed(word).starts_with('-')) flags.insert(trimmed(word));
-    }
-    require(asked.size() == flags.size(), "a flag was left out");
-}
-
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const Words words = wordsOf({reinterpret_cast<const char*>(data), size});
+void corvex::fuzz(std::string_view input) {
+    const Words words = wordsOf(input, std::string_view("\n\0", 2));
     const TranscodeCliArguments ordered(words, true);
     checkRoundTrips(ordered);
     require(TranscodeCliArguments(words).flagValueLookup() == ordered.flagValueLookup(), "order changed the lookup");
     checkReadyLookup(words);
-    checkSanitizer(words);
-    return 0;
 }

@@ -1,7 +1,4 @@
-#include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <string_view>
 
 #include <nlohmann/json.hpp>
 
@@ -17,6 +14,8 @@
 #include <Corvex/timing/MediaRational.h>
 #include <Corvex/timing/NumericRational.h>
 #include <Corvex/timing/TimecodeComponents.h>
+
+#include "support/Fuzzer.h"
 
 namespace {
 
@@ -40,13 +39,9 @@ void check(const Json& json, Coding coding = Coding::exact) {
 }  // namespace
 
 /// Values that other programs have coded, in JSON of any kind.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
-    if (json.is_discarded()) return 0;
+void corvex::fuzz(std::string_view input) {
+    const Json json = Json::parse(input, nullptr, /*allow_exceptions=*/false);
+    if (json.is_discarded()) return;
     check<NumericRational>(json);
     check<MediaRational>(json, Coding::rounded);
     check<TimecodeComponents>(json);
@@ -57,5 +52,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     check<TranscodeVideoOptionsTemplate>(json);
     check<ORVMediaFileContainer>(json);
     check<TranscodeCliArguments>(json);
-    return 0;
 }

@@ -1,23 +1,16 @@
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <filesystem>
-#include <string_view>
-#include <vector>
 
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/ParsedLutFactory.h>
 #include <Corvex/lut/ParsedLutFile.h>
-#include <Corvex/platform/Text.h>
+#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Utf8.h>
 
-using namespace corvex;
+#include "support/Fuzzer.h"
 
 namespace {
 
-void check(bool holds) {
-    if (!holds) std::abort();
-}
+using namespace corvex;
 
 /// The lines of a text one by one, by the careful way alone.
 void interpretLines(GenericTextLutInterpreter& interpreter, std::string_view text) {
@@ -36,23 +29,21 @@ void interpretLines(GenericTextLutInterpreter& interpreter, std::string_view tex
 
 /// Reading files against the interpreter fed by hand, whatever the bytes; what is read can be sampled where no value can
 /// stop the process.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const LutReading reading = ParsedLutFactory::readText(text, "fuzz.cube");
-    check((reading.file != nullptr) != reading.problem.has_value());
-    check(reading.isValidText == (utf8Extent(text).end == Utf8End::complete));
+void corvex::fuzz(std::string_view input) {
+    const LutReading reading = ParsedLutFactory::readText(input, "fuzz.cube");
+    require((reading.file != nullptr) != reading.problem.has_value(), "neither a file nor a problem");
+    require(reading.isValidText == (utf8Extent(input).end == Utf8End::complete), "text that is no UTF-8");
     if (reading.isValidText) {
         GenericTextLutInterpreter interpreter;
-        interpretLines(interpreter, text);
-        check(interpreter.report().dataLineCount == reading.lines.dataLineCount);
-        check(interpreter.explicitDimensions() == reading.lines.declaredDimensions);
+        interpretLines(interpreter, input);
+        require(interpreter.report().dataLineCount == reading.lines.dataLineCount, "entries were lost");
+        require(interpreter.explicitDimensions() == reading.lines.declaredDimensions, "another declaration");
         if (reading.file) {
             const auto entries = reading.file->orderedEntries();
-            check(std::vector(entries.begin(), entries.end()) == interpreter.triplets());
+            require(std::vector(entries.begin(), entries.end()) == interpreter.triplets(), "other entries");
         }
     }
-    if (!reading.file) return 0;
+    if (!reading.file) return;
     const auto* cube = dynamic_cast<const ThreeDimensionalSampleConverter*>(&reading.file->converter());
     double low = 0;
     for (const auto& entry : reading.file->orderedEntries()) low = entry.smallest() < low ? entry.smallest() : low;
@@ -60,5 +51,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (canBeSampled && (cube == nullptr || cube->cube().highValue() < 1e9)) {
         (void)reading.file->converter().sample({0, 100, 1023}, 10, 8, AnswerDepth::output);
     }
-    return 0;
 }

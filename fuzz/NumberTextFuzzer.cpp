@@ -1,15 +1,13 @@
-#include <cerrno>
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
-#include <string>
-#include <string_view>
+#include <optional>
 
 #include <Corvex/color/Color.h>
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Decimal.h>
 #include <Corvex/platform/NumberText.h>
+
+#include "support/Fuzzer.h"
 
 namespace {
 
@@ -42,11 +40,8 @@ void checkColor(std::string_view text) {
 }  // namespace
 
 /// Number texts of options and colours: what is read prints to itself, and agrees with the C library.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    const std::string text(reinterpret_cast<const char*>(data), size);
+void corvex::fuzz(std::string_view input) {
+    const std::string text(input);
     const auto number = parseFloat<double>(text);
     require(number == byStandard(text), "a number is read otherwise than by the C library");
     if (number) require(parseFloat<double>(shortestText(*number)) == number, "a number does not print as it is read");
@@ -61,5 +56,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(decimal->int64Value() >= 0 || decimal->uint64Value() == 0, "the integer readings disagree");
     }
     checkColor(text);
-    return 0;
 }

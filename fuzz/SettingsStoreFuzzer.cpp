@@ -1,25 +1,21 @@
 #include <fcntl.h>
 #include <unistd.h>
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/UserDefaults.h>
 
-using namespace corvex;
+#include "support/Fuzzer.h"
 
 /// A file where the store of settings is expected, whatever its bytes: it is read as values or refused as a whole.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void corvex::fuzz(std::string_view input) {
     static const std::string file = "/dev/shm/corvex-settings-fuzzer-" + std::to_string(getpid());
     static const int atEnd = std::atexit([] { unlink(file.c_str()); });
     require(atEnd == 0, "no place for what is to be done at the end");
     const int descriptor = open(file.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0600);
-    require(descriptor >= 0 && write(descriptor, data, size) == static_cast<ssize_t>(size), "no place for a file");
+    require(descriptor >= 0 && write(descriptor, input.data(), input.size()) == static_cast<ssize_t>(input.size()),
+            "no place for a file");
     close(descriptor);
 
     const UserDefaults store{std::filesystem::path(file)};
@@ -31,5 +27,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     } catch (const UserDefaultsError& error) {
         require(error.file() == store.file(), "another file is blamed");
     }
-    return 0;
 }

@@ -1,15 +1,11 @@
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include <Corvex/cli/transcode/optionDictionary.h>
 #include <Corvex/media/PathEnumeration.h>
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/FourCharacterCode.h>
 #include <Corvex/platform/Text.h>
 #include <Corvex/platform/Utf8.h>
+
+#include "support/Fuzzer.h"
 
 namespace {
 
@@ -59,17 +55,12 @@ void checkDictionary(std::string_view text) {
 }  // namespace
 
 /// Texts from outside, whatever their bytes: characters, case, paths, dictionaries. A NUL byte parts a text from another.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
-    checkText(text);
-    const std::size_t mark = text.find('\0');
-    if (mark != std::string_view::npos) checkPair(text.substr(0, mark), text.substr(mark + 1));
-    checkDictionary(text);
-    if (const auto code = FourCharacterCode::make(text)) {
-        require(code->description() == text || code->description().starts_with("0x"), "a code has another's name");
+void corvex::fuzz(std::string_view input) {
+    checkText(input);
+    const std::size_t mark = input.find('\0');
+    if (mark != std::string_view::npos) checkPair(input.substr(0, mark), input.substr(mark + 1));
+    checkDictionary(input);
+    if (const auto code = FourCharacterCode::make(input)) {
+        require(code->description() == input || code->description().starts_with("0x"), "a code has another's name");
     }
-    return 0;
 }

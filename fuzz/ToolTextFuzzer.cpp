@@ -1,9 +1,5 @@
 #include <fcntl.h>
 #include <unistd.h>
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
 
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Text.h>
@@ -12,6 +8,8 @@
 #include <tools/corvex/host/ProgressDisplay.h>
 #include <tools/corvex/image/StillImage.h>
 #include <tools/corvex/worker/QuickTimeLanguage.h>
+
+#include "support/Fuzzer.h"
 
 namespace {
 
@@ -29,13 +27,10 @@ void checkRate(const std::string& text) {
 }  // namespace
 
 /// What the tool reads beside jobs: rates, the lines of a worker's progress, the first bytes of pictures, languages.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void corvex::fuzz(std::string_view input) {
     static const bool isSilent = dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO) >= 0;
     require(isSilent, "nowhere to print to");
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string text(input);
     checkRate(text);
     tool::ProgressDisplay display("progress:", "job");
     forEachPiece(text, "\n", [&](std::string_view line) { display.takeLine(line); });
@@ -43,5 +38,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static_cast<void>(tool::stillFileKindOfBytes(text));
     const auto language = tool::quickTimeLanguage(text);
     require(!language || !language->empty(), "a language without a name");
-    return 0;
 }

@@ -1,9 +1,3 @@
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Json.h>
@@ -13,16 +7,12 @@
 #include <tools/corvex/TypedOptions.h>
 #include <tools/corvex/worker/TranscodeJob.h>
 
-using namespace corvex;
+#include "support/Fuzzer.h"
 
 /// The words of a job, which a newline ends, through every typed option, and made into what the worker would do.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void corvex::fuzz(std::string_view input) {
     std::vector<std::string> words{"-in", "in.mov", "-out", "out.mov"};
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes as characters
-    forEachPiece({reinterpret_cast<const char*>(data), size}, std::string_view("\n\0", 2),
-                 [&](std::string_view word) { words.emplace_back(word); });
+    for (std::string& word : wordsOf(input, std::string_view("\n\0", 2))) words.push_back(std::move(word));
     const TranscodeCliArguments arguments(words);
     const auto options = tool::typedOptions(arguments);
     for (const auto& option : options.readable) {
@@ -38,5 +28,4 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     } catch (const tool::JobError& error) {
         require(*error.what() != '\0', "no reason is given");
     }
-    return 0;
 }

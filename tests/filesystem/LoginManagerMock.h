@@ -2,18 +2,11 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
-#include <vector>
-
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <tests/TemporaryDirectory.h>
 
@@ -25,22 +18,18 @@ class LoginManagerMock {
 public:
     LoginManagerMock() {
         std::ofstream(folder_.path() / "bus.conf")
-            << "<busconfig><listen>unix:path=" << socket().string()
-            << "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
-               "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-               "</policy></busconfig>";
-        bus_ = start(
-            {"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + (folder_.path() / "bus.conf").string()});
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + socket().string()).c_str(), 1);
-        isReady_ = eventually([this] { return std::filesystem::exists(socket()); });
-        manager_ = start({"/usr/bin/python3", "-m", "dbusmock", "--template", "logind"});
-        isReady_ = isReady_ && eventually([this] { return inhibitors().find("array") != std::string::npos; });
+            << "<busconfig><listen>" << address_ << "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
+            << "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
+            << "</policy></busconfig>";
+        bus_ = outputOf("dbus-daemon --fork --print-pid --config-file=" + (folder_.path() / "bus.conf").string());
+        setenv("DBUS_SYSTEM_BUS_ADDRESS", address_.c_str(), 1);
+        manager_ = outputOf("/usr/bin/python3 -m dbusmock --template logind >/dev/null 2>&1 & echo $!");
+        isReady_ = eventually([this] { return inhibitors().find("array") != std::string::npos; });
     }
     ~LoginManagerMock() {
         unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
-        for (const pid_t process : {manager_, bus_}) {
-            kill(process, SIGKILL);
-            waitpid(process, nullptr, 0);
+        for (const std::string& process : {manager_, bus_}) {
+            if (!process.empty()) kill(std::stoi(process), SIGKILL);
         }
     }
     LoginManagerMock(const LoginManagerMock&) = delete;
@@ -50,16 +39,9 @@ public:
 
     /// The inhibitors that are held, as dbus-send prints them: what, who, why, mode, user, process. Empty without answer.
     [[nodiscard]] std::string inhibitors() const {
-        const auto output = folder_.path() / "inhibitors";
-        const pid_t asked = start(
-            {"dbus-send", "--bus=unix:path=" + socket().string(), "--print-reply", "--dest=org.freedesktop.login1",
-             "/org/freedesktop/login1", "org.freedesktop.login1.Manager.ListInhibitors"},
-            output.string());
-        int status = -1;
-        waitpid(asked, &status, 0);
-        std::ostringstream text;
-        text << std::ifstream(output).rdbuf();
-        return status == 0 ? text.str() : std::string();
+        return outputOf("dbus-send --bus=" + address_ +
+                        " --print-reply --dest=org.freedesktop.login1 /org/freedesktop/login1"
+                        " org.freedesktop.login1.Manager.ListInhibitors");
     }
     [[nodiscard]] bool isInhibited() const { return inhibitors().find("idle:sleep") != std::string::npos; }
 
@@ -75,24 +57,17 @@ public:
     }
 
 private:
-    [[nodiscard]] std::filesystem::path socket() const { return folder_.path() / "bus"; }
-
-    static pid_t start(std::vector<std::string> words, const std::string& output = "/dev/null") {
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        pid_t process = -1;
-        posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        return process;
+    /// What a command of the shell prints; empty where it fails.
+    static std::string outputOf(const std::string& command) {
+        std::string text;
+        FILE* const output = popen(("exec 2>/dev/null; " + command).c_str(), "re");
+        for (int byte = std::fgetc(output); byte != EOF; byte = std::fgetc(output)) text += static_cast<char>(byte);
+        return pclose(output) == 0 ? text : std::string();
     }
 
     const TemporaryDirectory folder_;
-    pid_t bus_ = -1, manager_ = -1;
+    const std::string address_ = "unix:path=" + (folder_.path() / "bus").string();
+    std::string bus_, manager_;  ///< The processes.
     bool isReady_ = false;
 };
 

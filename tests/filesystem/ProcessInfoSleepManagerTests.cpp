@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include <Corvex/platform/Log.h>
+#include <tests/LoggedBy.h>
 #include <tests/filesystem/LoginManagerMock.h>
 
 namespace corvex::processInfoSleepManagerTests {
@@ -18,18 +18,9 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class SleepManager : public testing::Test {
-protected:
-    SleepManager() {
-        setLogSink([this](LogLevel, std::string_view line) { lines_.emplace_back(line); });
-    }
-    ~SleepManager() override { setLogSink({}); }
-    std::vector<std::string> lines_;
-};
-
-TEST_F(SleepManager, callsDoNotCount) {
+TEST(SleepManager, callsDoNotCount) {
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/dev/null/none", 1);
-    {
+    const auto lines = test::loggedBy([] {
         ProcessInfoSleepManager manager;
         EXPECT_TRUE(manager.canSleep());
         manager.permit();
@@ -39,18 +30,19 @@ TEST_F(SleepManager, callsDoNotCount) {
         EXPECT_FALSE(manager.canSleep());
         manager.permit();
         EXPECT_TRUE(manager.canSleep());
-    }
+    });
     // Without a bus the token is kept all the same; each that is begun says so once.
-    EXPECT_THAT(lines_, ElementsAre(HasSubstr("CVX_PA_INHB-The machine is not held awake: ")));
+    EXPECT_THAT(lines, ElementsAre(HasSubstr("CVX_PA_INHB-The machine is not held awake: ")));
     unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
 }
 
-TEST_F(SleepManager, holdsAnInhibitorOfTheLoginManagerForAsLongAsItPrevents) {
+TEST(SleepManager, holdsAnInhibitorOfTheLoginManagerForAsLongAsItPrevents) {
     const test::LoginManagerMock login;
     ASSERT_TRUE(login.isReady());
-    {
+    const auto lines = test::loggedBy([&] {
+        const ProcessActivity mindless(userInitiatedActivityOptions & ~idleSystemSleepDisabled, "background work");
         ProcessInfoSleepManager manager;
-        EXPECT_FALSE(login.isInhibited());
+        EXPECT_THAT(login.inhibitors(), Not(HasSubstr("filesystem_tests"))) << "neither minds sleep";
         manager.prevent();
         manager.prevent();
         EXPECT_FALSE(manager.canSleep());
@@ -64,16 +56,9 @@ TEST_F(SleepManager, holdsAnInhibitorOfTheLoginManagerForAsLongAsItPrevents) {
         manager.prevent();
         EXPECT_FALSE(manager.canSleep());
         EXPECT_TRUE(login.isInhibited());
-    }
+    });
     EXPECT_TRUE(login.eventually([&] { return !login.isInhibited(); })) << "its end permits";
-    EXPECT_THAT(lines_, IsEmpty());
-}
-
-TEST_F(SleepManager, activitiesThatDoNotMindSleepHoldNothing) {
-    const test::LoginManagerMock login;
-    ASSERT_TRUE(login.isReady());
-    const ProcessActivity activity(userInitiatedActivityOptions & ~idleSystemSleepDisabled, "background work");
-    EXPECT_THAT(login.inhibitors(), Not(HasSubstr("background work")));
+    EXPECT_THAT(lines, IsEmpty());
 }
 
 }  // namespace

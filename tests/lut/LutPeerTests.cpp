@@ -15,7 +15,6 @@
 #include <tests/Places.h>
 #include <tests/TemporaryDirectory.h>
 
-#include "LutFiles.h"
 #include "LutPixels.h"
 
 namespace corvex::lutPeerTests {

@@ -20,8 +20,6 @@ namespace corvex::lutApplierTests {
 
 inline constexpr float infinity = std::numeric_limits<float>::infinity();
 inline constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-inline constexpr SampleFormat codeFormats[] = {SampleFormat::unsigned8, SampleFormat::unsigned10,
-                                               SampleFormat::unsigned12, SampleFormat::unsigned16};
 using Entries = std::vector<LutValueTriplet>;
 using File = std::shared_ptr<const ParsedLutFile>;
 

@@ -3,55 +3,44 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <unistd.h>
 
-#include <Corvex/platform/Log.h>
+#include <tests/LoggedBy.h>
 #include <tests/TemporaryDirectory.h>
 
 namespace corvex::pathEnumerationTests {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
 TEST(PathExtension, isFoundAtTheEndOrBeforeWhiteSpace) {
-    struct Row {
-        const char* path;
-        const char* extension;
-        bool isFound;
-    };
-    constexpr Row rows[] = {
+    constexpr std::tuple<const char*, const char*, bool> rows[] = {
         {"/card/CLIP.MOV", "mov", true},
         {"/card/clip.mov/", "mov", true},
-        {"clip.mov 2", "mov", true},
         {"A001.mov copy 2", "MOV", true},
         {"a.mov\u00A0copy", "mov", true},
-        {"a.mov\ncopy", "mov", true},
         {"x.m4a", ".m4a", true},
         {"x.targz", ".tar.gz", true},
         {".mov", "mov", true},
         {"\u00C4.M\u00D6V", "m\u00F6v", true},
         {"noextension", "", true},
-        {"movie.txt", "mov", false},
         {"a.mov.txt", "mov", false},
         {"mov", "mov", false},
         {"a.movx", "mov", false},
-        {"a.mo", "mov", false},
         {"/card.mov/clip", "mov", false},
         {"a.txt mov", "mov", false},
         {"a. mov", "mov", false},
         {"x.tar.gz", "tar.gz", false},
         {"", "mov", false},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(lastPathComponentContainsExtension(row.path, row.extension), row.isFound)
-            << row.path << " with " << row.extension;
+    for (const auto& [path, extension, isFound] : rows) {
+        EXPECT_EQ(lastPathComponentContainsExtension(path, extension), isFound) << path << " with " << extension;
     }
 }
 
@@ -66,7 +55,6 @@ protected:
         fs::create_directory_symlink(root_, root_ / "CONTENTS/circle");
         fs::create_symlink("nowhere", root_ / "CONTENTS/lost.mov");
     }
-    ~PathEnumeration() override { setLogSink({}); }
 
     [[nodiscard]] std::string name(const fs::path& path) const { return path.lexically_relative(root_).string(); }
 
@@ -97,12 +85,11 @@ TEST_F(PathEnumeration, endsWhereTheBlockStopsIt) {
 }
 
 TEST_F(PathEnumeration, whatCannotBeListedIsLoggedOnlyByTheDeepForm) {
-    std::vector<std::string> lines;
-    setLogSink([&](LogLevel, std::string_view line) { lines.emplace_back(line); });
     const auto fail = [](const fs::path& path, std::string_view) { ADD_FAILURE() << path; };
-    shallowEnumerationOfChildrenAtPath(root_ / "none", extensions_, fail);
-    EXPECT_THAT(lines, IsEmpty());
-    deepEnumerationOfChildrenAtPath(root_ / "a.MOV", extensions_, fail);
+    const auto lines = test::loggedBy([&] {
+        shallowEnumerationOfChildrenAtPath(root_ / "none", extensions_, fail);
+        deepEnumerationOfChildrenAtPath(root_ / "a.MOV", extensions_, fail);
+    });
     EXPECT_THAT(lines, ElementsAre("CVX_FMPE_DECP-Failed to locate sub paths at " + (root_ / "a.MOV").string() +
                                    " with error Not a directory"));
 }

@@ -1,6 +1,7 @@
 #include <Corvex/settings/TranscodeSettings.h>
 
-#include <filesystem>
+#include <optional>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -11,21 +12,12 @@
 namespace corvex::transcodeSettingsTests {
 namespace {
 
-using Value = UserDefaults::Value;
-
 class TranscodeSettingsStore : public testing::Test {
 protected:
     const test::TemporaryDirectory folder_;
     UserDefaults store_{folder_.path() / "settings.sqlite"};
     TranscodeSettings settings_{store_};
 };
-
-TEST_F(TranscodeSettingsStore, haveTheirDefaults) {
-    EXPECT_EQ(settings_.explicitNumberOfConcurrentTranscodes(), sysconf(_SC_NPROCESSORS_ONLN));
-    EXPECT_EQ(settings_.numberOfReattemptsPerFailedTranscode(), 1);
-    EXPECT_FALSE(settings_.useTranscodeGPUAcceleration() || settings_.permitAutoReattemptOfFailedTranscodes() ||
-                 settings_.useLegacyTranscodePipeline());
-}
 
 TEST_F(TranscodeSettingsStore, areStoredUnderTheirKeysWithTheirTypes) {
     settings_.setUseTranscodeGPUAcceleration(true);
@@ -45,12 +37,15 @@ TEST_F(TranscodeSettingsStore, areStoredUnderTheirKeysWithTheirTypes) {
     EXPECT_EQ(others.numberOfReattemptsPerFailedTranscode(), -2);
 }
 
-TEST_F(TranscodeSettingsStore, whatIsNoIntegerUnderANumericKeyIsIgnored) {
-    for (const Value& stored : {Value(std::string("4")), Value(4.0), Value(true)}) {
-        store_.set("kExplicitNumberOfConcurrentTranscodes", stored);
-        store_.set("kNumberOfReattemptsPerFailedTranscode", stored);
-        EXPECT_EQ(settings_.explicitNumberOfConcurrentTranscodes(), sysconf(_SC_NPROCESSORS_ONLN)) << stored.index();
-        EXPECT_EQ(settings_.numberOfReattemptsPerFailedTranscode(), 1) << stored.index();
+TEST_F(TranscodeSettingsStore, whatIsMissingOrNoIntegerUnderANumericKeyHasItsDefault) {
+    EXPECT_FALSE(settings_.useTranscodeGPUAcceleration() || settings_.permitAutoReattemptOfFailedTranscodes() ||
+                 settings_.useLegacyTranscodePipeline());
+    using Stored = std::optional<UserDefaults::Value>;
+    for (const auto& stored : {Stored(), Stored(std::string("4")), Stored(4.0), Stored(true)}) {
+        if (stored) store_.set("kExplicitNumberOfConcurrentTranscodes", *stored);
+        if (stored) store_.set("kNumberOfReattemptsPerFailedTranscode", *stored);
+        EXPECT_EQ(settings_.explicitNumberOfConcurrentTranscodes(), sysconf(_SC_NPROCESSORS_ONLN));
+        EXPECT_EQ(settings_.numberOfReattemptsPerFailedTranscode(), 1);
     }
 }
 
@@ -64,17 +59,15 @@ TEST_F(TranscodeSettingsStore, keysFollowTheHost) {
 }
 
 TEST(NotificationName, namesAreThoseThatTheApplicationsShare) {
-    const char* const expected[] = {
-        "fileSystemManipulatedNotification",
-        "kShowStagingView",
-        "kRemovedActiveJob",
-        "kAllActiveJobsUpdate",
-        "kNeedsUpdateForAllActiveJobs",
-        "kMainActivityUpdateBroadcast",
-        "kUINeedsUpdateForMainActivity",
-        "driveSpeedUpdate",
-        "cloudResourceUploaded",
-    };
+    const char* const expected[] = {"fileSystemManipulatedNotification",
+                                    "kShowStagingView",
+                                    "kRemovedActiveJob",
+                                    "kAllActiveJobsUpdate",
+                                    "kNeedsUpdateForAllActiveJobs",
+                                    "kMainActivityUpdateBroadcast",
+                                    "kUINeedsUpdateForMainActivity",
+                                    "driveSpeedUpdate",
+                                    "cloudResourceUploaded"};
     const auto names = NotificationName::allCases();
     ASSERT_EQ(names.size(), std::size(expected));
     for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(names[i].rawValue(), expected[i]);

@@ -7,7 +7,6 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -26,22 +25,14 @@ namespace {
 
 using Common = CommonVideoFrameRate;
 
-static_assert(std::is_trivially_copyable_v<VideoFrameRate> && std::is_trivially_copyable_v<FrameRate> &&
-              std::is_trivially_copyable_v<DeprecatedVideoFrameRate>);
-
 TEST(CommonVideoFrameRate, isFoundByItsExactValue) {
     const std::tuple<std::int64_t, std::int64_t, std::optional<Common>> rows[] = {
-        {48, 2, Common::fps24},
         {2400000, 100100, Common::fps23_976},
         {-25, -1, Common::fps25},
-        {960000, 1001, Common::fps959_04},
-        {1000, 1, Common::fps1000},
         {24001, 1001, std::nullopt},
         {1001, 1, std::nullopt},
         {1, 1, std::nullopt},
         {-24, 1, std::nullopt},
-        {0, 1, std::nullopt},
-        {3LL << 60U, 1LL << 57U, Common::fps24},
         {24 * ((1LL << 58U) + 1), (1LL << 58U) + 1, Common::fps24}  // equal only once reduced
     };
     for (const auto& [timeValue, timeScale, expected] : rows) {
@@ -52,19 +43,13 @@ TEST(CommonVideoFrameRate, isFoundByItsExactValue) {
 
 TEST(CommonVideoFrameRate, closestPrefersTheEarlierOfTwo) {
     const std::tuple<double, double, std::optional<Common>> rows[] = {
-        {29.97, 0.01, Common::fps29_97},
         {29.985, 1, Common::fps29_97},
-        {24.5, 1, Common::fps24},
         {24.5, 0.4, std::nullopt},
         {25, 0, Common::fps25},
-        {1e-3, 30, Common::fps23_976},
-        {2000, 1000, Common::fps1000},
         {1e300, 1e301, Common::fps23_976},  // all distances round to the same double
         {0, 1, std::nullopt},
         {-24, 100, std::nullopt},
-        {24, -1, std::nullopt},
         {24, std::nan(""), std::nullopt},
-        {std::nan(""), 1, std::nullopt},
         {std::numeric_limits<double>::infinity(), 1, std::nullopt}};
     for (const auto& [value, tolerance, expected] : rows)
         EXPECT_EQ(closestFrameRate(value, tolerance), expected) << value;
@@ -96,7 +81,6 @@ TEST(VideoFrameRate, remembersItsCommonRateAndItsOwnPair) {
     EXPECT_EQ(rate.rational().timeScale(), 2002);
     EXPECT_EQ(rate, VideoFrameRate(Common::fps23_976));
     EXPECT_EQ(std::hash<VideoFrameRate>{}(rate), std::hash<VideoFrameRate>{}(VideoFrameRate(24000, 1001)));
-    EXPECT_EQ(std::hash<VideoFrameRate>{}(VideoFrameRate(0, 1)), std::hash<VideoFrameRate>{}(VideoFrameRate(0, -1)));
     EXPECT_FALSE(VideoFrameRate(24001, 1001).isCommon());
     EXPECT_EQ(rate.quanta(), 24);
     EXPECT_EQ(VideoFrameRate(59, 2).nominalFrameRate(), 30);
@@ -108,82 +92,72 @@ TEST(VideoFrameRate, refusesAZeroScaleWithTheOffendingPair) {
     const auto error = test::thrownBy<FrameRateError>([] { return VideoFrameRate(24, 0); });
     EXPECT_EQ(error, FrameRateError::invalidRationalComponents(24, 0));
     EXPECT_NE(error, FrameRateError::invalidRationalComponents(25, 0));
-    EXPECT_NE(error, FrameRateError::invalidNumericFrameRate(24));
     EXPECT_STREQ(error->what(), "no frame rate: 24/0");
     EXPECT_STREQ(FrameRateError::approximationFailure(0.1, 1e-9).what(), "no ratio within 1e-09 of the frame rate 0.1");
 }
 
 TEST(FrameRate, comesFromItsRawValueOrIsLoggedAsNone) {
-    const std::pair<double, std::optional<FrameRate>> rows[] = {{0, FrameRate::match},
-                                                                {-0.0, FrameRate::match},
-                                                                {0.5, FrameRate::halfstep},
-                                                                {23.967, FrameRate::fps23_98},
-                                                                {23.976, FrameRate::custom(23.976)},
-                                                                {60, FrameRate::fps60},
-                                                                {-1, std::nullopt},
-                                                                {std::nan(""), std::nullopt}};
+    const std::pair<double, std::optional<FrameRate>> rows[] = {
+        {-0.0, FrameRate::match},      {0.5, FrameRate::halfstep},
+        {23.967, FrameRate::fps23_98}, {23.976, FrameRate::custom(23.976)},
+        {60, FrameRate::fps60},        {-1, std::nullopt},
+        {std::nan(""), std::nullopt}};
     const auto lines = test::loggedBy([&] {
         for (const auto& [value, expected] : rows) EXPECT_EQ(FrameRate::fromRawValue(value), expected) << value;
     });
     EXPECT_EQ(lines, (std::vector<std::string>{"Could not convert raw value to frame rate: -1.0",
                                                "Could not convert raw value to frame rate: nan"}));
-    EXPECT_NE(FrameRate::custom(24), FrameRate::fps24);
     EXPECT_EQ(FrameRate::fps23_98.frameRateForProto(), 23.967);
 }
 
 TEST(FrameRate, describesItselfInTheLanguageOfTheProcess) {
-    struct Row {
-        FrameRate rate;
-        const char *description, *picker, *tag, *german;
-    };
-    const Row rows[] = {{FrameRate::fps23_98, "23.97 fps", "23.97 fps", "23.97", "23.97 fps"},
-                        {FrameRate::fps24, "24 fps", "24 fps", "24", "24 fps"},
-                        {FrameRate::match, "Match Source", "Match Source", "Match Source", "Wie Quelle"},
-                        {FrameRate::halfstep, "Half Step", "Half Step", "Half Step", "Halbe Bildrate"},
-                        {FrameRate::custom(12.5), "Custom: 12.5 fps", "Custom", "Custom: 12.5", "Eigene: 12.5 fps"},
-                        {FrameRate::custom(0), "Custom", "Custom", "Custom", "Eigene"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.rate.description(), row.description);
-        EXPECT_EQ(row.rate.pickerDescription(), row.picker) << row.description;
-        EXPECT_EQ(row.rate.tag(), row.tag) << row.description;
+    const std::tuple<FrameRate, const char*, const char*, const char*, const char*> rows[] = {
+        {FrameRate::fps23_98, "23.97 fps", "23.97 fps", "23.97", "23.97 fps"},
+        {FrameRate::match, "Match Source", "Match Source", "Match Source", "Wie Quelle"},
+        {FrameRate::halfstep, "Half Step", "Half Step", "Half Step", "Halbe Bildrate"},
+        {FrameRate::custom(12.5), "Custom: 12.5 fps", "Custom", "Custom: 12.5", "Eigene: 12.5 fps"},
+        {FrameRate::custom(0), "Custom", "Custom", "Custom", "Eigene"}};
+    for (const auto& [rate, description, picker, tag, german] : rows) {
+        EXPECT_EQ(rate.description(), description);
+        EXPECT_EQ(rate.pickerDescription(), picker) << description;
+        EXPECT_EQ(rate.tag(), tag) << description;
     }
     if (!std::filesystem::exists(test::localeDirectory)) GTEST_SKIP() << "built without msgfmt";
     setLocalizationDirectory(test::localeDirectory);
     setenv("LANGUAGE", "de", 1);
     ASSERT_NE(std::setlocale(LC_MESSAGES, "C.UTF-8"), nullptr);
-    for (const auto& row : rows) EXPECT_EQ(row.rate.description(), row.german);
+    for (const auto& row : rows) EXPECT_EQ(std::get<0>(row).description(), std::get<4>(row));
     unsetenv("LANGUAGE");
     std::setlocale(LC_MESSAGES, "C");
 }
 
 TEST(DeprecatedVideoFrameRate, followsTheNtscTimeScale) {
-    using Choice = DeprecatedVideoFrameRate::Choice;
-    const DeprecatedVideoFrameRate ntsc(Choice::ntsc30p);
-    const auto custom = DeprecatedVideoFrameRate::custom({25000, 1000});
+    using Rate = DeprecatedVideoFrameRate;
+    using Choice = Rate::Choice;
+    const Rate ntsc(Choice::ntsc30p), custom = Rate::custom({25000, 1000});
     EXPECT_EQ(ntsc.rawValue(), MediaRational(30000, 1001));
     EXPECT_FALSE(custom.hasNTSCTimeBase());
-    DeprecatedVideoFrameRate::setNtscTimeScale(1000);
+    Rate::setNtscTimeScale(1000);
     EXPECT_EQ(ntsc.rawValue(), MediaRational(30, 1));
     EXPECT_TRUE(ntsc.hasNTSCTimeBase() && custom.hasNTSCTimeBase());
-    EXPECT_FALSE(DeprecatedVideoFrameRate(Choice::p24).hasNTSCTimeBase());
-    DeprecatedVideoFrameRate::setNtscTimeScale(1001);
-    EXPECT_EQ(DeprecatedVideoFrameRate::fromRawValue({60000, 1001}), DeprecatedVideoFrameRate(Choice::ntsc60p));
-    EXPECT_EQ(DeprecatedVideoFrameRate::fromRawValue({12, 1}), DeprecatedVideoFrameRate::custom({24, 2}));
-    for (const auto& rate : DeprecatedVideoFrameRate::definedNTSCRates()) EXPECT_TRUE(rate.hasNTSCTimeBase());
-    EXPECT_EQ(ntsc.formattedString() + DeprecatedVideoFrameRate(Choice::pal25p).formattedString(), "29.9725");
-    EXPECT_DEATH(DeprecatedVideoFrameRate::setNtscTimeScale(0), "must not be 0");
+    EXPECT_FALSE(Rate(Choice::p24).hasNTSCTimeBase());
+    Rate::setNtscTimeScale(1001);
+    EXPECT_EQ(Rate::fromRawValue({60000, 1001}), Rate(Choice::ntsc60p));
+    EXPECT_EQ(Rate::fromRawValue({12, 1}), Rate::custom({24, 2}));
+    for (const auto& rate : Rate::definedNTSCRates()) EXPECT_TRUE(rate.hasNTSCTimeBase());
+    EXPECT_EQ(ntsc.formattedString() + Rate(Choice::pal25p).formattedString(), "29.9725");
+    EXPECT_DEATH(Rate::setNtscTimeScale(0), "must not be 0");
 }
 
 TEST(DeprecatedVideoFrameRate, codesUnderItsOwnName) {
-    using Choice = DeprecatedVideoFrameRate::Choice;
-    EXPECT_EQ(Json(DeprecatedVideoFrameRate(Choice::ntsc24p)).dump(), R"({"ntsc24p":{}})");
-    EXPECT_EQ(Json(DeprecatedVideoFrameRate::custom({12, 1})).dump(), R"({"custom":12.0})");
-    const nlohmann::json sorted = DeprecatedVideoFrameRate::custom({12, 1});
-    EXPECT_EQ(sorted.get<DeprecatedVideoFrameRate>(), DeprecatedVideoFrameRate::custom({12, 1}));
-    EXPECT_EQ(Json::parse(R"({"p600":{}})").get<DeprecatedVideoFrameRate>(), DeprecatedVideoFrameRate(Choice::p600));
-    EXPECT_EQ(Json::parse(R"({"custom":12.5})").get<DeprecatedVideoFrameRate>().rawValue(), MediaRational(13000, 1001));
+    using Rate = DeprecatedVideoFrameRate;
+    EXPECT_EQ(Json(Rate(Rate::Choice::ntsc24p)).dump(), R"({"ntsc24p":{}})");
+    EXPECT_EQ(Json(Rate::custom({12, 1})).dump(), R"({"custom":12.0})");
+    EXPECT_EQ(nlohmann::json(Rate::custom({12, 1})).get<Rate>(), Rate::custom({12, 1}));
+    EXPECT_EQ(Json::parse(R"({"p600":{}})").get<Rate>(), Rate(Rate::Choice::p600));
+    EXPECT_EQ(Json::parse(R"({"custom":12.5})").get<Rate>().rawValue(), MediaRational(13000, 1001));
     for (const char* text : {R"({"p23":{}})", R"({"custom":0})", "{}", R"("p24")", R"({"p24":{},"p25":{}})"}) {
-        EXPECT_THROW(static_cast<void>(Json::parse(text).get<DeprecatedVideoFrameRate>()), DecodingError) << text;
+        EXPECT_THROW(static_cast<void>(Json::parse(text).get<Rate>()), DecodingError) << text;
     }
 }
 

@@ -4,7 +4,6 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 
 #include <Corvex/platform/Json.h>
@@ -21,9 +20,6 @@ constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-static_assert(std::is_trivially_copyable_v<NumericRational> && std::is_trivially_copyable_v<MediaRational> &&
-              std::is_trivially_copyable_v<CGFloatRational>);
-
 /// Whether the pairs are the same, not merely equal in value.
 bool isPair(const NumericRational& value, std::int64_t numerator, std::int64_t denominator) {
     return value.numerator() == numerator && value.denominator() == denominator;
@@ -33,41 +29,22 @@ bool isPair(const MediaRational& value, std::int64_t timeValue, std::int64_t tim
 }
 
 TEST(Gcd, carriesTheSignOfEuclidsTruncatingRemainders) {
-    constexpr std::tuple<std::int64_t, std::int64_t, std::int64_t> rows[] = {{12, 18, 6},
-                                                                             {18, 12, 6},
-                                                                             {7, 0, 7},
-                                                                             {0, 7, 7},
-                                                                             {0, 0, 0},
-                                                                             {-7, 0, -7},
-                                                                             {-4, 6, 2},
-                                                                             {4, -6, -2},
-                                                                             {-4, -6, -2},
-                                                                             {-2, 4, -2},
-                                                                             {lowest, 6, -2},
-                                                                             {highest, highest, highest},
-                                                                             {1LL << 62U, 3LL << 60U, 1LL << 60U},
-                                                                             {17, 1, 1}};
+    constexpr std::tuple<std::int64_t, std::int64_t, std::int64_t> rows[] = {
+        {12, 18, 6}, {7, 0, 7}, {0, 7, 7}, {-7, 0, -7}, {-4, 6, 2}, {4, -6, -2}, {-2, 4, -2}, {lowest, 6, -2}};
     for (const auto& [a, b, expected] : rows) EXPECT_EQ(gcd(a, b), expected) << a << ", " << b;
-}
-
-TEST(Gcd, ofMagnitudesIsAbsentWhereTheTypeCannotHoldIt) {
+    // That of magnitudes is absent where the type cannot hold it.
     EXPECT_EQ(safeBinaryIntGCD<std::int64_t>(lowest, 0), std::nullopt);
-    EXPECT_EQ(safeBinaryIntGCD<std::int64_t>(lowest, 6), 2);
     EXPECT_EQ(safeBinaryIntGCD<std::int8_t>(-128, -128), std::nullopt);
     EXPECT_EQ(safeBinaryIntGCD<std::int8_t>(-128, 96), 32);
-    EXPECT_EQ(safeBinaryIntGCD<std::uint8_t>(255, 0), 255);
     EXPECT_EQ(safeBinaryIntGCD<std::uint64_t>(1ULL << 63U, 0), 1ULL << 63U);
     EXPECT_TRUE((safeBinaryIntGCD<Int128>(Int128{6} << 90U, Int128{-4} << 90U) == Int128{2} << 90U));
-    EXPECT_FALSE((safeBinaryIntGCD<Int128>(Int128{1} << 126U, 0) == std::nullopt));
 }
 
 TEST(NumericRational, multipliesAndDividesInLowestTermsWhereTheDivisorIsPositive) {
     const std::tuple<const char*, NumericRational, std::int64_t, std::int64_t> rows[] = {
         {"reduced", NumericRational(2, 3) * NumericRational(3, 4), 1, 2},
         {"quotient", NumericRational(2, 4) / NumericRational(1, 2), 1, 1},
-        {"zero", NumericRational(0, 5) * NumericRational(3, 4), 0, 1},
         {"undefined stays unreduced", NumericRational(1, 2) / NumericRational(0, 3), 3, 0},
-        {"undefined product", NumericRational(2, 0) * NumericRational(4, 6), 8, 0},
         {"negative divisor stays unreduced", NumericRational(-2, 1) * NumericRational(1, 4), -2, 4},
         {"negative numerator over a positive divisor", NumericRational(-4, 1) * NumericRational(1, 6), -2, 3}};
     for (const auto& [name, result, numerator, denominator] : rows)
@@ -75,19 +52,13 @@ TEST(NumericRational, multipliesAndDividesInLowestTermsWhereTheDivisorIsPositive
 }
 
 TEST(NumericRational, isEqualByItsReducedValueAndHashesAlike) {
-    const std::tuple<const char*, NumericRational, NumericRational, bool> rows[] = {
-        {"reduced", {1, 2}, {2, 4}, true},
-        {"both undefined", {1, 0}, {-7, 0}, true},
-        {"one undefined", {0, 0}, {0, 1}, false},
-        {"zeros", {0, 5}, {0, -3}, true},
-        {"negative divisor", {-2, 4}, {-1, 2}, false},
-        {"sign elsewhere", {1, -2}, {-1, 2}, false},
-        {"different", {1, 2}, {1, 3}, false}};
-    for (const auto& [name, a, b, areEqual] : rows) {
-        EXPECT_EQ(a == b, areEqual) << name;
-        if (areEqual) {
-            EXPECT_EQ(std::hash<NumericRational>{}(a), std::hash<NumericRational>{}(b)) << name;
-        }
+    const std::tuple<NumericRational, NumericRational, bool> rows[] = {
+        {{1, 2}, {2, 4}, true},  {{1, 0}, {-7, 0}, true},   {{0, 0}, {0, 1}, false},
+        {{0, 5}, {0, -3}, true}, {{-2, 4}, {-1, 2}, false}, {{1, -2}, {-1, 2}, false}};
+    for (const auto& [a, b, areEqual] : rows) {
+        EXPECT_EQ(a == b, areEqual) << a.numerator() << "/" << a.denominator();
+        if (!areEqual) continue;
+        EXPECT_EQ(std::hash<NumericRational>{}(a), std::hash<NumericRational>{}(b)) << a.denominator();
     }
 }
 
@@ -95,14 +66,12 @@ TEST(NumericRational, comesFromSizesReciprocalsAndDoubles) {
     const std::tuple<const char*, NumericRational, std::int64_t, std::int64_t> rows[] = {
         {"size truncates", NumericRational::fromSize(1920.9, -1080.9), 1920, -1080},
         {"reciprocal", NumericRational::reciprocalOf(0), 1, 0},
-        {"whole", NumericRational::fromDouble(-3.0, 0), -3, 1},
         {"convergent", NumericRational::fromDouble(29.97, 0.01), 989, 33},
         {"never the first convergent", NumericRational::fromDouble(1.25, 10), 5, 4},
         {"negative", NumericRational::fromDouble(-0.75, 1e-9), -3, 4},
         {"exact fraction with epsilon 0", NumericRational::fromDouble(0.5, 0), 0, 0}};
     for (const auto& [name, value, numerator, denominator] : rows) {
-        EXPECT_TRUE(isPair(value, numerator, denominator))
-            << name << ": " << value.numerator() << "/" << value.denominator();
+        EXPECT_TRUE(isPair(value, numerator, denominator)) << name;
     }
 }
 
@@ -130,36 +99,26 @@ TEST(NumericRational, codesItsTwoFields) {
 
 TEST(CGFloatRational, multipliesAndDividesWithoutReducing) {
     const CGFloatRational product = CGFloatRational(2, 4) * CGFloatRational(2, 1);
-    EXPECT_EQ(product.numerator(), 4);
-    EXPECT_EQ(product.denominator(), 4);
+    EXPECT_EQ(std::pair(product.numerator(), product.denominator()), std::pair(4.0, 4.0));
     const CGFloatRational quotient = CGFloatRational(1, 2) / CGFloatRational(3, 5);
-    EXPECT_EQ(quotient.numerator(), 5);
-    EXPECT_EQ(quotient.denominator(), 6);
+    EXPECT_EQ(std::pair(quotient.numerator(), quotient.denominator()), std::pair(5.0, 6.0));
     EXPECT_EQ(CGFloatRational(1, 2).safeQuotient({1, 4}), 2.0);
     EXPECT_EQ(CGFloatRational(1, 2).safeQuotient({0, 4}), std::nullopt);
 }
 
 TEST(MediaRational, fromRawValueTakesWholeNumbersAndNtscRates) {
-    const std::pair<double, std::optional<MediaRational>> rows[] = {
-        {30, MediaRational(30, 1)},
-        {29.97, MediaRational(30000, 1001)},
-        {23.976, MediaRational(24000, 1001)},
-        {2.5, MediaRational(3000, 1001)},
-        {-2.5, MediaRational(-3000, 1001)},
-        {0.3, MediaRational(0, 1001)},
-        {0, std::nullopt},
-        {-0.0, std::nullopt},
-        {std::nan(""), std::nullopt},
-        {infinity, std::nullopt},
-        {-infinity, std::nullopt},
-        {0x1p63, std::nullopt},
-        {-0x1.fffffffffffffp62, MediaRational(-9223372036854774784, 1)}};
-    for (const auto& [value, expected] : rows) {
-        const auto made = MediaRational::fromRawValue(value);
-        ASSERT_EQ(made.has_value(), expected.has_value()) << value;
-        if (made) {
-            EXPECT_TRUE(isPair(*made, expected->timeValue(), expected->timeScale())) << value;
-        }
+    const std::tuple<double, std::int64_t, std::int64_t> rows[] = {{30, 30, 1},
+                                                                   {29.97, 30000, 1001},
+                                                                   {23.976, 24000, 1001},
+                                                                   {2.5, 3000, 1001},
+                                                                   {-2.5, -3000, 1001},
+                                                                   {0.3, 0, 1001},
+                                                                   {-0x1.fffffffffffffp62, -9223372036854774784, 1}};
+    for (const auto& [value, timeValue, timeScale] : rows) {
+        EXPECT_TRUE(isPair(MediaRational::fromRawValue(value).value(), timeValue, timeScale)) << value;
+    }
+    for (const double value : {0.0, std::nan(""), infinity, -infinity, 0x1p63}) {
+        EXPECT_FALSE(MediaRational::fromRawValue(value)) << value;
     }
     EXPECT_EQ(MediaRational::make(1, 0), std::nullopt);
     EXPECT_TRUE(isPair(*MediaRational::make(2, -4), 2, -4));
@@ -170,16 +129,13 @@ TEST(MediaRational, approximateStopsAtTheToleranceOrTheDenominator) {
         {0.5, 1, 0, 0, 1},
         {0.5, 2, 0, 1, 2},
         {29.97002997, 1001, 1e-9, 30000, 1001},
-        {29.97, 1000, 0, 2997, 100},
         {29.97002997, 300, 0, 8002, 267},
         {3.14159265358979, 200, 2e-3, 22, 7},
         {25, 1, 0, 25, 1},
         {5e-324, 10, 0.1, 0, 1}};
     for (const auto& [value, maxDenominator, tolerance, timeValue, timeScale] : rows) {
         const auto found = MediaRational::approximate(value, maxDenominator, tolerance);
-        ASSERT_TRUE(found) << value;
-        EXPECT_TRUE(isPair(*found, timeValue, timeScale))
-            << value << ": " << found->timeValue() << "/" << found->timeScale();
+        EXPECT_TRUE(found && isPair(*found, timeValue, timeScale)) << value;
     }
     for (const double value : {0.0, -1.0, infinity, std::nan("")}) {
         EXPECT_FALSE(MediaRational::approximate(value, 10, 0.1)) << value;
@@ -188,15 +144,11 @@ TEST(MediaRational, approximateStopsAtTheToleranceOrTheDenominator) {
 }
 
 TEST(MediaRational, reducedKeepsSignsWhereTheyAre) {
-    const std::tuple<MediaRational, std::int64_t, std::int64_t> rows[] = {{{0, 7}, 0, 1},
-                                                                          {{2, -4}, 1, -2},
-                                                                          {{48000, 2002}, 24000, 1001},
-                                                                          {{lowest, lowest}, lowest, lowest},
-                                                                          {{lowest, 2}, lowest / 2, 1},
-                                                                          {{3, lowest}, 3, lowest}};
+    const std::tuple<MediaRational, std::int64_t, std::int64_t> rows[] = {
+        {{0, 7}, 0, 1}, {{2, -4}, 1, -2}, {{lowest, lowest}, lowest, lowest}, {{3, lowest}, 3, lowest}};
     for (const auto& [value, timeValue, timeScale] : rows)
         EXPECT_TRUE(isPair(value.reduced(), timeValue, timeScale)) << timeValue;
-    EXPECT_TRUE(isPair(MediaRational(48, 2).quantizedRepresentation(), 24, 1));
+    EXPECT_TRUE(isPair(MediaRational(48000, 2002).quantizedRepresentation(), 24000, 1001));
     EXPECT_TRUE(isPair(MediaRational(50, 4).quantizedRepresentation(), 50, 4));
     EXPECT_TRUE(isPair(*MediaRational(30000, 1001).inverse(), 1001, 30000));
     EXPECT_EQ(MediaRational(0, 5).inverse(), std::nullopt);
@@ -204,9 +156,8 @@ TEST(MediaRational, reducedKeepsSignsWhereTheyAre) {
 
 TEST(MediaRational, dropFrameCompliantRatesRoundUpToThirties) {
     constexpr std::tuple<std::int64_t, std::int64_t, bool> rows[] = {
-        {30000, 1001, true},   {60000, 1001, true}, {120000, 1001, true}, {24000, 1001, false}, {30, 1, false},
-        {60, 1, false},        {59, 2, true},       {-1, 2, true},        {1, 2, false},        {0, 1, false},
-        {-30000, 1001, false}, {highest, 1, false}, {61, 2, false}};
+        {30000, 1001, true}, {120000, 1001, true}, {24000, 1001, false}, {30, 1, false},        {59, 2, true},
+        {-1, 2, true},       {1, 2, false},        {0, 1, false},        {-30000, 1001, false}, {61, 2, false}};
     for (const auto& [timeValue, timeScale, isCompliant] : rows) {
         EXPECT_EQ(MediaRational(timeValue, timeScale).isNTSCDropFrameCompliant(), isCompliant)
             << timeValue << "/" << timeScale;
@@ -214,24 +165,21 @@ TEST(MediaRational, dropFrameCompliantRatesRoundUpToThirties) {
 }
 
 TEST(MediaRational, isItsValueInTextEqualityAndHash) {
-    EXPECT_EQ(MediaRational(24000, 1001), MediaRational(48000, 2002));
     EXPECT_NE(MediaRational(24000, 1001), MediaRational(24, 1));
     EXPECT_EQ(std::hash<MediaRational>{}({0, 5}), std::hash<MediaRational>{}({0, -5}));
     EXPECT_EQ(MediaRational(28, 10).fStopDescription(), "f/2.80");
     EXPECT_EQ(MediaRational(24000, 1001).roundedDecimalString(), "23.98");
     EXPECT_EQ(MediaRational(5, 2).quantizedValue(), 3);
     EXPECT_EQ(MediaRational(-5, 2).quantizedValue(), -3);
-    EXPECT_FALSE(MediaRational(1, 1).equals({3, 2}, 0.5));
-    EXPECT_TRUE(MediaRational(1, 1).equals({3, 2}, 0.51));
+    EXPECT_TRUE(!MediaRational(1, 1).equals({3, 2}, 0.5) && MediaRational(1, 1).equals({3, 2}, 0.51));
 }
 
 TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
-    const std::tuple<MediaRational, std::int64_t, std::int64_t> rows[] = {
-        {{24000, 1001}, 24000, 1001}, {{25, 2}, 13000, 1001}, {{48, 2}, 24, 1}};
-    for (const auto& [value, timeValue, timeScale] : rows) {
-        const auto decoded = Json::parse(Json(value).dump()).get<MediaRational>();
-        EXPECT_TRUE(isPair(decoded, timeValue, timeScale)) << timeValue;
-    }
+    const auto recoded = [](const MediaRational& value) {
+        return Json::parse(Json(value).dump()).get<MediaRational>();
+    };
+    EXPECT_TRUE(isPair(recoded({24000, 1001}), 24000, 1001));
+    EXPECT_TRUE(isPair(recoded({25, 2}), 13000, 1001));
     for (const char* text : {"0", "-9223372036854775808.0", "1e300", "\"25\"", "null"}) {
         EXPECT_THROW(static_cast<void>(Json::parse(text).get<MediaRational>()), DecodingError) << text;
     }
@@ -240,10 +188,8 @@ TEST(MediaRational, codesItsRawValueAndComesBackAsARate) {
 TEST(RationalDeathTest, overflowAndNumbersBeyond64BitsStopTheProcess) {
     using Numeric = NumericRational;
     EXPECT_DEATH((void)(Numeric(highest, 1) * Numeric(2, 1)), "multiplication overflowed");
-    EXPECT_DEATH((void)Numeric(1, 2).safeDivision(Numeric(highest, highest)), "multiplication overflowed");
     EXPECT_DEATH((void)gcd(lowest, -1), "subtraction overflowed");
     EXPECT_DEATH((void)Numeric::fromSize(infinity, 1), "does not fit");
-    EXPECT_DEATH((void)Numeric::fromDouble(std::nan(""), 1), "does not fit");
     EXPECT_DEATH((void)MediaRational::fromRawValue(-0x1p63), "does not fit");
     EXPECT_DEATH((void)MediaRational::approximate(1e300, 10, 0), "does not fit");
     EXPECT_DEATH((void)MediaRational(highest, 1).quantizedValue(), "does not fit");

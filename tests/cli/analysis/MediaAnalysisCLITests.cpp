@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <tuple>
-#include <variant>
 
 #include <gmock/gmock.h>
 
@@ -12,6 +11,7 @@
 #include <Corvex/cli/analysis/MediaAnalysisImageCLIFlags.h>
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
 #include <tests/TemporaryDirectory.h>
+#include <tests/Thrown.h>
 #include <tests/cli/CliTexts.h>
 
 namespace corvex::mediaAnalysisCLITests {
@@ -19,17 +19,12 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 using Factory = MediaAnalysisCLIArgumentFactory;
 
-TEST(MediaAnalysisVocabulary, locationsFollowEachOtherWithoutASeparator) {
-    EXPECT_EQ(snapShotLocationsCLIValue(std::vector{1.0F}), "-snapshotLocation 1");
-    EXPECT_EQ(snapShotLocationsCLIValue(std::vector{0.25F, 0.5F}), "-snapshotLocation 0.25-snapshotLocation 0.5");
-    EXPECT_EQ(snapShotLocationsCLIValue({}), "");
-    EXPECT_EQ(sanitizedFlag(MediaAnalysisImageCLIFlags::allowFinderImages, CLISanitizationOptions::lowercase),
-              "-allowfinderimages");
-}
-
 TEST(MediaAnalysisCLIArgumentFactory, writesWhatIsGivenAndNothingElse) {
+    // Locations alone follow each other without a separator.
+    EXPECT_EQ(snapShotLocationsCLIValue(std::vector{0.25F, 0.5F}), "-snapshotLocation 0.25-snapshotLocation 0.5");
     EXPECT_EQ(Factory::buildBasicOptions(Words{"/a b.mov"}, "/work", "/r", {}, false).commandLineArguments(),
               pieces("-pathToAnalyze|/a b.mov|-resultsFilePath|/r|-workDirectory|/work"));
     EXPECT_EQ(
@@ -46,7 +41,6 @@ TEST(MediaAnalysisCLIArgumentFactory, writesWhatIsGivenAndNothingElse) {
               pieces("-allowFinderImages||-compressionFactor|0.9|-imageHeight|180.5|-lutFile|/look.cube|-maxImageWidth"
                      "|320|-snapshotLocation|[0.25 1"));
     EXPECT_TRUE(boxed.limitsHeight());
-    EXPECT_EQ(Factory::custodialOptions(42).commandLineArguments(), pieces("-parentPid|42"));
 }
 
 Words wordsOf(const auto&... stores) {
@@ -92,87 +86,65 @@ TEST(MediaAnalysisRequest, flagsCountInAnyCaseAndValuesAsGiven) {
 }
 
 TEST(MediaAnalysisRequest, saysWhatIsMissingOrHasNoPlace) {
-    using Case = MediaAnalysisCLIErrorCase;
-    using ImageCase = MediaAnalysisCLIImageErrorCase;
-    using Offender = std::string;
     const std::string basic = "-pathToAnalyze|a|-workDirectory|w|-resultsFilePath|r|";
     const std::string image = basic + "-snapshotLocation|0|";
-    const std::pair<std::string, std::variant<Case, ImageCase, Offender>> rows[] = {
-        {"", Case::pathToAnalyzeNotSupplied},
-        {"-pathToAnalyze|", Case::pathToAnalyzeNotSupplied},
-        {"-pathToAnalyze|[\n", Case::pathToAnalyzeNotSupplied},
-        {"-pathToAnalyze|a", Case::workDirectoryNotSupplied},
-        {"-pathToAnalyze|a|-workDirectory|w|-resultsFilePath", Case::resultsFilePathNotSupplied},
-        {basic + "-allowFinderImages", ImageCase::missingSnapshotLocations},
-        {basic + "-snapshotLocation||-maxImageWidth|9", ImageCase::missingSnapshotLocations},
-        {basic + "-snapshotLocation|0", ImageCase::missingMaxImageWidth},
-        {"a.mov", Offender("a.mov")},
-        {basic + "-deepAnalysis|yes", Offender("yes")},
-        {basic + "-deep", Offender("-deep")},
-        {basic + "-workDirectory|w|x", Offender("x")},
-        {basic + "-snapshotLocation|[0.5 1.01|-maxImageWidth|9", Offender("1.01")},
-        {basic + "-snapshotLocation|-0.5", Offender("-0.5")},
-        {image + "-maxImageWidth|0.5", Offender("0.5")},
-        {image + "-maxImageWidth|9|-imageHeight|65536", Offender("65536")},
-        {image + "-maxImageWidth|9|-compressionFactor|nan", Offender("nan")},
-        {basic + "-parentPid|0", Offender("0")},
-        {basic + "-parentAppNumber|x", Offender("x")},
+    const std::pair<std::string, const char*> rows[] = {
+        {"-pathToAnalyze|", "-pathToAnalyze is missing"},
+        {"-pathToAnalyze|[\n", "-pathToAnalyze is missing"},
+        {"-pathToAnalyze|a", "-workDirectory is missing"},
+        {"-pathToAnalyze|a|-workDirectory|w|-resultsFilePath", "-resultsFilePath is missing"},
+        {basic + "-allowFinderImages", "-snapshotLocation is missing"},
+        {basic + "-snapshotLocation||-maxImageWidth|9", "-snapshotLocation is missing"},
+        {basic + "-snapshotLocation|0", "-maxImageWidth is missing"},
+        {"a.mov", "'a.mov': expected a flag"},
+        {basic + "-deepAnalysis|yes", "-deepAnalysis 'yes': "},
+        {basic + "-deep", "'-deep': unknown flag"},
+        {basic + "-workDirectory|w|x", "-workDirectory 'x': "},
+        {basic + "-snapshotLocation|[0.5 1.01|-maxImageWidth|9", "-snapshotLocation '1.01': "},
+        {image + "-maxImageWidth|0.5", "-maxImageWidth '0.5': "},
+        {image + "-maxImageWidth|9|-imageHeight|65536", "-imageHeight '65536': "},
+        {image + "-maxImageWidth|9|-compressionFactor|nan", "-compressionFactor 'nan': "},
+        {basic + "-parentPid|0", "-parentPid '0': "},
+        {basic + "-parentAppNumber|x", "-parentAppNumber 'x': "},
     };
-    for (const auto& [words, expected] : rows) {
-        SCOPED_TRACE(words);
-        std::optional<std::remove_cvref_t<decltype(expected)>> found;
-        int exitCode = 0;
-        const auto note = [&](const auto& error, auto offender) {
-            found = std::move(offender);
-            exitCode = error.exitCode();
-        };
-        try {
-            (void)MediaAnalysisRequest::fromWords(pieces(words));
-        } catch (const MediaAnalysisCLIError& error) {
-            note(error, error.which());
-        } catch (const MediaAnalysisCLIImageError& error) {
-            note(error, error.which());
-        } catch (const CLIWordError& error) {
-            note(error, Offender(error.word()));
-        }
-        EXPECT_EQ(found, expected);
-        EXPECT_EQ(exitCode, 64);
+    for (const auto& [words, beginning] : rows) {
+        const auto error =
+            test::thrownBy<CLIExitCodeError>([&] { return MediaAnalysisRequest::fromWords(pieces(words)); });
+        ASSERT_TRUE(error) << words;
+        EXPECT_THAT(error->what(), StartsWith(beginning)) << words;
+        EXPECT_EQ(error->exitCode(), 64) << words;
     }
 }
 
 TEST(MediaAnalysisRequest, looksWhatExists) {
     using Case = MediaAnalysisCLIErrorCase;
     const test::TemporaryDirectory directory;
-    const auto& folder = directory.path();
-    const std::string file = folder / "file", none = folder / "none", link = folder / "link";
+    const std::string folder = directory.path(), file = folder + "/file", none = folder + "/none",
+                      link = folder + "/link";
     std::ofstream(file) << "x";
     std::filesystem::create_symlink(none, link);
-    const std::tuple<std::string, std::string, std::string, std::optional<Case>, int> rows[] = {
-        {file, folder, none, std::nullopt, 0},
+    const std::tuple<std::string, std::string, std::string, Case, int> rows[] = {
         {none, none, file, Case::pathToAnalyzeDoesNotExist, 66},
         {file, none, file, Case::workDirectoryDoesNotExist, 66},
         {file, file, file, Case::workDirectoryDoesNotExist, 66},
         {file, folder, file, Case::resultsFileAlreadyExists, 73},
         {file, folder, link, Case::resultsFileAlreadyExists, 73},
     };
+    MediaAnalysisRequest request;
     for (const auto& [path, workDirectory, results, expected, exitCode] : rows) {
-        MediaAnalysisRequest request;
         request.pathsToAnalyze = {file, path};
         request.workDirectory = workDirectory;
         request.resultsFilePath = results;
-        std::optional<MediaAnalysisCLIError> caught;
-        try {
-            request.requireFiles();
-        } catch (const MediaAnalysisCLIError& error) {
-            caught = error;
-        }
-        EXPECT_EQ(caught ? std::optional(caught->which()) : std::nullopt, expected);
-        EXPECT_EQ(caught ? caught->exitCode() : 0, exitCode);
+        const auto error = test::thrownBy<MediaAnalysisCLIError>([&] { return request.requireFiles(), 0; });
+        ASSERT_TRUE(error) << rawValue(expected);
+        EXPECT_EQ(error->which(), expected);
+        EXPECT_EQ(error->exitCode(), exitCode) << rawValue(expected);
     }
-    EXPECT_EQ(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r").exitCode(), 73);
-    EXPECT_THAT(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r", "why").what(), HasSubstr("'/r': why"));
-    EXPECT_FALSE(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r") ==
-                 MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/s"));
+    request.resultsFilePath = none;
+    EXPECT_NO_THROW(request.requireFiles());
+    const MediaAnalysisCLIError error(Case::resultsFilePathNotCreated, "/r", "why");
+    EXPECT_THAT(error.what(), HasSubstr("'/r': why"));
+    EXPECT_FALSE(error == MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/s"));
 }
 
 }  // namespace

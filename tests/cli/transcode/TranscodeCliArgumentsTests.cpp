@@ -10,6 +10,7 @@
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/platform/Text.h>
+#include <tests/Thrown.h>
 #include <tests/cli/CliTexts.h>
 
 namespace corvex::transcodeCliArgumentsTests {
@@ -30,6 +31,7 @@ TEST(TranscodePreset, flagsKeepTheirOrder) {
                      "|-asr|48000"));
 }
 
+/// That what is parsed is rendered and coded so that it is read again, its fuzzer checks.
 TEST(TranscodeCliArguments, parsesWords) {
     constexpr const char* xq = "-file_format=qt|-vcodec=prores4444xq|-acodec=lpcm";
     const struct {
@@ -42,14 +44,12 @@ TEST(TranscodeCliArguments, parsesWords) {
          "-vcodec|prores422|-out|/Tmp/A.mov"},
         {"keysAreLoweredAndTrimmed", "\u00A0-OUT\n| /X \u3000", "-out=/X", ""},
         {"switches", "-vn|-an", "-vn=|-an=", "", "-vn||-an|"},
-        {"wordsAreJoined", "-wmt_text|Hello|World", "-wmt_text=Hello World", ""},
         {"joinedAsGiven", "-wmt_text| A || B ", "-wmt_text=A    B", ""},
         {"blankValue", "-wmt_text|  |\t", "-wmt_text=", ""},
         {"negativeNumber", "-vbr|-5", "-vbr=", "-5="},
         {"blankThenFlag", "-vbr|3| -AN", "-vbr=3|-an=", ""},
         {"knownBySubstring", "-hello|A|-input|B|-my-VN", "-hello=a|-input=B|-my-vn=", ""},
         {"lastValueFirstPlace", "-vr|24|-dims|1x1|-VR|25", "-vr=25|-dims=1x1", "", "-vr|25|-dims|1x1"},
-        {"lastValueMayBeNone", "-vr|24|-vr", "-vr=", ""},
         {"repeatedInput", "-in_0_1|A|-in_0_0|B|-IN_0_1|C", "-in_0_0=B|-in_0_1=C", "", "-in_0_1|C|-in_0_0|B"},
         {"unknown", "-Foo|BAR |-vn|-foo|Baz", "-vn=", "-foo=baz", "-vn|"},
         {"loneDash", "-|x|--|Y", "", "-=x|--=y"},
@@ -60,7 +60,6 @@ TEST(TranscodeCliArguments, parsesWords) {
          "-out2=a|-wmf_path=/b|-progress_prefix=c|-c_space=srgb|-my-in=d", ""},
         {"outsideTheCases", "-tc_burn_anchor|TL|-acl_descs|-acl_bitmap|L|-wmf_burn_anchors",
          "-tc_burn_anchor=tl|-acl_descs=|-acl_bitmap=l", "-wmf_burn_anchors="},
-        {"legacyFlags", "-ftype|X|-vscale|.5|-ovw|1|-ovh|2", "-ftype=x|-vscale=.5|-ovw=1|-ovh=2", ""},
         {"preset", "-preset|ORVANE_4444XQ", xq, "", "-acodec|lpcm|-file_format|qt|-vcodec|prores4444xq"},
         {"presetLosesToFlags", "-preset|orvane_cloud|-vcodec|h265|-dims|1920x1080",
          "-vcodec=h265|-dims=1920x1080|-acodec=aac|-aspect_scaling=stretch|-asr=48000|-file_format=qt|-vbr=3|-web=", "",
@@ -81,17 +80,8 @@ TEST(TranscodeCliArguments, parsesWords) {
         const Arguments plain(pieces(row.words));
         EXPECT_EQ(plain.flagValueLookup(), entries(row.lookup)) << row.name;
         EXPECT_EQ(unknownEntriesOf(plain), entries(row.unknown)) << row.name;
-        const Arguments ordered(pieces(row.words), true);
-        EXPECT_EQ(ordered.flagValueLookup(), plain.flagValueLookup()) << row.name;
-        const Words rendered = ordered.commandLineArguments();
-        const Arguments again(rendered, true);
-        EXPECT_EQ(again.flagValueLookup(), plain.flagValueLookup()) << row.name;
-        EXPECT_EQ(again.commandLineArguments(), rendered) << row.name;
-        EXPECT_TRUE(again.allFlagsAreValid()) << row.name;
-        EXPECT_EQ(Arguments(plain.flagValueLookup()).flagValueLookup(), plain.flagValueLookup()) << row.name;
-        EXPECT_EQ(Json(ordered).get<Arguments>(), ordered) << row.name;
         if (*row.ordered != '\0') {
-            EXPECT_EQ(rendered, pieces(row.ordered)) << row.name;
+            EXPECT_EQ(Arguments(pieces(row.words), true).commandLineArguments(), pieces(row.ordered)) << row.name;
         }
     }
 }
@@ -136,27 +126,21 @@ TEST(TranscodeCliArguments, recognisesExactlyTheKeysThatHoldAKnownFlag) {
 }
 
 TEST(TranscodeCliArguments, saysWhatWasNotAccepted) {
-    const Arguments valid(Words{"-vn"});
-    EXPECT_EQ(valid.unknownFlags(), std::nullopt);
-    EXPECT_TRUE(valid.allFlagsAreValid());
+    EXPECT_EQ(Arguments(Words{"-vn"}).unknownFlags(), std::nullopt);
     const Arguments invalid(Words{"-zoo", "A", "-bar"});
     EXPECT_EQ(invalid.unknownFlags(), (Words{"-bar", "-zoo"}));
     EXPECT_FALSE(invalid.allFlagsAreValid());
     // An empty set of entries can only be decoded, and means the same as none.
-    const auto decoded =
-        Json{{"flagValueLookup", Json::object()}, {"invalidKeyValueLookup", Json::object()}}.get<Arguments>();
+    const auto decoded = Json::parse(R"({"flagValueLookup":{},"invalidKeyValueLookup":{}})").get<Arguments>();
     EXPECT_EQ(decoded.unknownFlags(), std::nullopt);
-    EXPECT_TRUE(decoded.allFlagsAreValid());
 }
 
 TEST(TranscodeCliArguments, looksFlagsUpTrimmedButNotLowered) {
     const Arguments arguments(Words{"-vn", "-vr", "25"});
     EXPECT_EQ(arguments.argumentFlagValue("\n -vr "), "25");
     EXPECT_EQ(arguments.argumentFlagValue("-VN"), std::nullopt);
-    EXPECT_TRUE(arguments.hasArgumentFlag("-vn"));
     EXPECT_TRUE(arguments.hasVideoArgumentFlag(OAVNoVideoFlag));
     EXPECT_FALSE(arguments.hasVideoArgumentFlag(OAVVideoFormatFlag));
-    EXPECT_EQ(Arguments().argumentFlagValue(""), std::nullopt);
 }
 
 TEST(TranscodeCliArguments, storesAsGivenAndRendersNewFlagsLast) {
@@ -166,7 +150,6 @@ TEST(TranscodeCliArguments, storesAsGivenAndRendersNewFlagsLast) {
     arguments.setArgumentFlagValue("first", "-acodec");
     EXPECT_EQ(arguments.commandLineArguments(),
               (Words{"-vr", "30", "-an", "", "-Anything ", " X ", "-acodec", "first"}));
-    EXPECT_EQ(arguments.cliString(), "-vr30-an-Anything  X -acodecfirst");
     arguments.setArgumentFlagValue(std::nullopt, "-vr");
     arguments.setArgumentFlagValue(std::nullopt, "-never_there");
     EXPECT_EQ(arguments.argumentFlagValue("-Anything "), std::nullopt);  // asking trims, storing did not
@@ -194,7 +177,6 @@ TEST(TranscodeCliArguments, codesWhatIsThere) {
     const Arguments full(Words{"-foo", "1", "-vr", "25", "-an"}, true);
     EXPECT_EQ(jsonText(Json(full)), R"({"flagValueLookup":{"-an":"","-vr":"25"},"orderedFlags":["-vr","-an"],)"
                                     R"("invalidKeyValueLookup":{"-foo":"1"}})");
-    EXPECT_EQ(Json::parse(jsonText(Json(full))).get<Arguments>(), full);
     EXPECT_EQ(nlohmann::json(full).get<Arguments>(), full);
     const auto nulls = R"({"flagValueLookup":{},"orderedFlags":null,"invalidKeyValueLookup":null})";
     EXPECT_EQ(Json::parse(nulls).get<Arguments>(), Arguments());
@@ -209,20 +191,15 @@ TEST(TranscodeCliArguments, decodingErrorsNameTheKey) {
         {R"({})", "flagValueLookup"},
         {R"([])", "flagValueLookup"},
         {R"({"flagValueLookup":null})", "flagValueLookup"},
-        {R"({"flagValueLookup":[["-vn",""]]})", "flagValueLookup"},
         {R"({"flagValueLookup":{"-vr":25}})", "flagValueLookup"},
-        {R"({"flagValueLookup":{},"orderedFlags":{}})", "orderedFlags"},
         {R"({"flagValueLookup":{},"orderedFlags":[1]})", "orderedFlags"},
         {R"({"flagValueLookup":{},"invalidKeyValueLookup":{"-a":null}})", "invalidKeyValueLookup"},
     };
     for (const auto& [text, key] : rows) {
         Arguments arguments(Words{"-vn"});
-        try {
-            Json::parse(text).get_to(arguments);
-            ADD_FAILURE() << text << " was decoded";
-        } catch (const DecodingError& error) {
-            EXPECT_STREQ(error.key(), key) << text;
-        }
+        const auto error = test::thrownBy<DecodingError>([&] { return Json::parse(text).get_to(arguments); });
+        ASSERT_TRUE(error) << text;
+        EXPECT_STREQ(error->key(), key) << text;
         EXPECT_EQ(arguments, Arguments(Words{"-vn"})) << text;  // a failure leaves the object as it was
     }
 }

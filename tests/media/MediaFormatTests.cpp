@@ -1,19 +1,24 @@
 #include <Corvex/media/MediaFormatConstants.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 #include <Corvex/exported/MediaVocabulary.h>
+#include <Corvex/media/OrvaneAudioFormat.h>
 #include <Corvex/platform/CharacterSet.h>
+#include <Corvex/platform/Json.h>
 
-namespace corvex::mediaFormatConstantsTests {
+namespace corvex::mediaFormatTests {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Texts = std::vector<std::string>;
+using enum OrvaneAudioFormat;
 
 Texts containersOf(std::string_view extension) {
     Texts given;
@@ -66,15 +71,10 @@ TEST(MediaFormatConstants, extensionsOfContainersKeepTheirOrderAndTheirDots) {
 }
 
 TEST(MediaFormatConstants, containersOfExtensionsAreFoundInAnyCaseButNotBehindDots) {
-    struct Row {
-        const char* extension;
-        Texts containers;
-    };
-    const Row rows[] = {
-        {"MOV", {"QuickTime"}}, {"arx", {"HDE"}}, {"r3d", {"R3D"}},  {"M4V", {"MP4"}}, {"cine", {"CINE"}}, {"m4a", {}},
-        {".mov", {}},           {"", {}},         {".m4a", {"MP4"}},
-    };
-    for (const Row& row : rows) EXPECT_EQ(containersOf(row.extension), row.containers) << row.extension;
+    const std::pair<const char*, Texts> rows[] = {
+        {"MOV", {"QuickTime"}}, {"arx", {"HDE"}}, {"M4V", {"MP4"}}, {"m4a", {}},
+        {".mov", {}},           {"", {}},         {".m4a", {"MP4"}}};
+    for (const auto& [extension, containers] : rows) EXPECT_EQ(containersOf(extension), containers) << extension;
 }
 
 TEST(MediaFormatConstants, corporationsAreOrderedByTheirBytes) {
@@ -83,12 +83,10 @@ TEST(MediaFormatConstants, corporationsAreOrderedByTheirBytes) {
         [&](const ORVMediaCorporation& maker) { given.emplace_back(maker.rawValue()); });
     EXPECT_THAT(given, ElementsAre("ARRI", "Adobe", "Apple", "Avid", "Blackmagic", "CODEX", "Canon", "DJI", "GoPro",
                                    "Insta360", "JVC", "Panasonic", "Phantom", "RED", "Sony"));
-    given.clear();
-    MediaFormatConstants::alphabeticalEnumerationOfCorporations([&](const ORVMediaCorporation& maker, bool& stop) {
-        given.emplace_back(maker.rawValue());
-        stop = given.size() == 2;
-    });
-    EXPECT_THAT(given, ElementsAre("ARRI", "Adobe"));
+    int calls = 0;
+    MediaFormatConstants::alphabeticalEnumerationOfCorporations(
+        [&](const ORVMediaCorporation&, bool& stop) { stop = ++calls == 2; });
+    EXPECT_EQ(calls, 2);
     MediaFormatConstants::alphabeticalEnumerationOfCorporations(nullptr);
 }
 
@@ -100,5 +98,58 @@ TEST(CharacterSet, floatingPointDigitsAreThoseOfAllScriptsAndThePoint) {
     }
 }
 
+TEST(FourCharacterCode, readsAndShowsFourBytes) {
+    EXPECT_EQ(FourCharacterCode("aac ").value(), 0x61616320U);
+    EXPECT_EQ(FourCharacterCode::make("aac "), FourCharacterCode("aac "));
+    for (const char* other : {"", "aac", "aac  "}) EXPECT_FALSE(FourCharacterCode::make(other)) << other;
+    EXPECT_EQ(FourCharacterCode(0x2E6D7033).description(), ".mp3");
+    EXPECT_EQ(FourCharacterCode(0x6D730011).description(), "0x6d730011");
+    EXPECT_EQ(FourCharacterCode(0x7E7E7E7F).description(), "0x7e7e7e7f");
+}
+
+TEST(OrvaneAudioFormat, hasItsCodeItsValueAndItsSupportLevel) {
+    using enum AVFoundationAudioEncodingSupportLevel;
+    const std::tuple<FourCharacterCode, const char*, AVFoundationAudioEncodingSupportLevel> rows[] = {
+        {FourCharacterCode("lpcm"), "lpcm", fullyEncodable},
+        {FourCharacterCode("alac"), "apple_lossless", fullyEncodable},
+        {FourCharacterCode("aac "), "aac", fullyEncodable},
+        {FourCharacterCode("aach"), "aac_he", fullyEncodable},
+        {FourCharacterCode("aace"), "aac_eld", passthroughCapable},
+        {FourCharacterCode("ima4"), "apple_ima4", passthroughCapable},
+    };
+    ASSERT_EQ(std::size(rows), allCases<OrvaneAudioFormat>.size());
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const auto& [code, value, level] = rows[i];
+        const OrvaneAudioFormat format = allCases<OrvaneAudioFormat>[i];
+        EXPECT_EQ(coreAudioEquivalent(format), code);
+        EXPECT_EQ(audioFormatFromCoreAudio(code), format) << value;
+        EXPECT_EQ(outputFormat(format).rawValue(), value);
+        EXPECT_EQ(avEncodingSupportLevel(format), level) << value;
+        EXPECT_EQ(Json(format), Json(value));
+    }
+    EXPECT_FALSE(audioFormatFromCoreAudio("ac-3"));
+}
+
+TEST(OrvaneAudioFormat, everySourceHasAReplacement) {
+    const std::tuple<std::vector<FourCharacterCode>, OrvaneAudioFormat, OrvaneAudioFormat> rows[] = {
+        {{"lpcm"}, lpcm, lpcm},
+        {{"alac"}, appleLossless, appleLossless},
+        {{"aach"}, aacHe, aacHe},
+        {{"ac-3", "cac3"}, appleLossless, aac},
+        {{"alaw", "ulaw", "ima4", "MAC3", "MAC6", "aacs"}, lpcm, aac},
+        {{"aace", "aacf", "aacg", "aacl", "aacp", "aac ", "Qclp", "QDM2", "QDMC", "celp", "hvxc", "twvq", "samr",
+          "sawb", "usac", ".mp1", ".mp2", ".mp3"},
+         aac,
+         aac},
+        {{"aaci", "ec-3", "mac3", "flac", "opus", FourCharacterCode(0), FourCharacterCode(0x6D730011)}, lpcm, lpcm},
+    };
+    for (const auto& [sources, whenPreserving, otherwise] : rows) {
+        for (const FourCharacterCode source : sources) {
+            EXPECT_EQ(encodingReplacement(source, true), whenPreserving) << source.description();
+            EXPECT_EQ(encodingReplacement(source, false), otherwise) << source.description();
+        }
+    }
+}
+
 }  // namespace
-}  // namespace corvex::mediaFormatConstantsTests
+}  // namespace corvex::mediaFormatTests
