@@ -148,6 +148,7 @@ TEST_F(LutPictureEndToEnd, failuresSayWhyAndLeaveNothingBehind) {
             {"apply exchange.cube good.png out.jpg", 2, "ends in .png, .tif, .tiff or .dpx"},
             {"apply exchange.cube good.png taken.png", 1, "the file exists; --overwrite would replace it"},
             {"apply exchange.cube absent.png out.png", 1, "cannot be opened"},
+            {"apply exchange.cube exchange.cube out.png", 1, "is no picture of PNG, TIFF or DPX"},
             {"apply exchange.cube flipped.png out.png", 1, "flipped.png' is damaged"},
             {"apply exchange.cube short.tif out.png", 1, "short.tif' is damaged"},
             {"apply exchange.cube luma.tif out.png", 1, "pixels of the sort 'yuv420p'"},
@@ -155,6 +156,7 @@ TEST_F(LutPictureEndToEnd, failuresSayWhyAndLeaveNothingBehind) {
             {"apply backwards.cube good.png out.png", 1, "must end above its beginning"},
             {"apply table.cube good.png out.png --tetrahedral", 1, "tetrahedral blending goes with"},
             {"check exchange.cube --plot taken.png", 1, "--overwrite would replace it"},
+            {"check exchange.cube --plot plot.tif", 2, "ends in .png"},
             {"check exchange.cube far.cube --plot two.png", 2, "give one FILE"},
         },
         "lut ");

@@ -53,9 +53,9 @@ TEST_F(OutputFiles, replaceWhenAllowed) {
     const TemporaryDirectory work("/dev/shm");
     std::string bytes(300'000, ' ');
     for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7 / 5);
-    for (const auto& [name, directory, exists] : {std::tuple(std::string("x.mov"), std::string(), true),
-                                                  {"x.mov", work.path(), true},
-                                                  {std::string(251, 'n') + ".mov", work.path(), false}}) {
+    const std::string longName = std::string(251, 'n') + ".mov";
+    for (const auto& [name, directory, exists] :
+         {std::tuple(longName, std::string(), true), {longName, work.path(), true}, {"x.mov", work.path(), false}}) {
         SCOPED_TRACE(name.substr(0, 5) + directory);
         if (exists) writeFile(name, "old");
         OutputFile file(room.path(name), directory, exists);
