@@ -189,6 +189,9 @@ TEST_F(TranscodeEndToEnd, bitRatesAreKeptTo) {
     ffmpeg("-i @plain -c:v libx264 -b:v 0.2M -an expected.mov");
     EXPECT_NEAR(rateOf(transcode("small.mov", "-in @plain -vbr 0.2 -an")), rateOf("expected.mov"), 10'000);
     EXPECT_NEAR(rateOf(transcode("rated.mov", "-in @hd -vcodec dnxhd -vbr 90")), 90e6, 5e6);
+    ffmpeg("-i @plain -c:v mjpeg -q:v 3 -pix_fmt yuvj422p -an expected.mov");  // the quality where no rate is asked for
+    const double rate = rateOf("expected.mov");
+    EXPECT_NEAR(rateOf(transcode("pictures.mov", "-in @plain -vcodec mjpeg -an")), rate, 0.02 * rate);
     expectRefusals({{"transcode -in @hd -out x.mov -vcodec dnxhd -vbr 77", 1, "expected one of 60, 75, 90"}});
 }
 
@@ -211,8 +214,8 @@ TEST_F(TranscodeEndToEnd, soundOfJoinedFilesStaysBesideItsPictures) {
         const std::string made = transcode("made.mov", words);
         EXPECT_EQ(packetsOf(made), 50);
         const auto sound = loudness(made, 0.125);  // on for half a second, off for as long, on for a second
-        ASSERT_GE(sound.size(), 15U);
-        for (std::size_t i = 0; i < 15; ++i) {
+        EXPECT_GE(sound.size(), 15U);
+        for (std::size_t i = 0; i < std::min<std::size_t>(15, sound.size()); ++i) {
             if (!isExact && (i == 4 || i == 7 || i == 8)) continue;  // where a coded packet straddles the change
             EXPECT_EQ(sound[i] > 0.05, i < 4 || i >= 8) << i;
         }
