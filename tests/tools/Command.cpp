@@ -126,10 +126,6 @@ SourcePipe::SourcePipe(const std::string& path, std::string_view bytes) {
 
 SourcePipe::~SourcePipe() { close(pipe_); }
 
-RoomTest::RoomTest() { std::filesystem::current_path(room.path()); }
-
-RoomTest::~RoomTest() { std::filesystem::current_path("/"); }
-
 std::string readFile(const std::string& path) {
     std::ostringstream bytes;
     bytes << std::ifstream(path, std::ios::binary).rdbuf();

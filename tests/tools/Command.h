@@ -89,8 +89,8 @@ private:
 /// A test in a directory of its own, which is the current one meanwhile.
 class RoomTest : public ::testing::Test {
 protected:
-    RoomTest();
-    ~RoomTest() override;
+    RoomTest() { std::filesystem::current_path(room.path()); }
+    ~RoomTest() override { std::filesystem::current_path("/"); }
 
     TemporaryDirectory room;
 };

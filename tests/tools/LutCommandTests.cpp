@@ -44,18 +44,16 @@ TEST(LutCommand, infoTellsWhatFieldFilesAre) {
 class LutSample : public RoomTest {
 protected:
     LutSample() {
-        std::string numbers = "LUT_1D_SIZE 256\n", codes = numbers, negative = numbers;
-        for (int i = 0; i < 256; ++i) {
-            const auto line = [](const std::string& word) { return word + " " + word + " " + word + "\n"; };
-            numbers += line(std::to_string(i / 255.0));
-            codes += line(std::to_string(i));
-            negative += line(std::to_string(i / 170.0 - 0.5));
-        }
-        writeFile("numbers.cube", numbers);
-        writeFile("codes.cube", codes);
-        writeFile("negative.cube", negative);
+        writeTable("numbers.cube", [](int i) { return std::to_string(i / 255.0); });
+        writeTable("codes.cube", [](int i) { return std::to_string(i); });
+        writeTable("negative.cube", [](int i) { return std::to_string(i / 170.0 - 0.5); });
         writeFile("black.cube", "LUT_3D_SIZE 1\n0 0 0\n");
         writeFile("deep.cube", "LUT_3D_SIZE 2\n-1e300 0 0\n0 0 1e-300\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n");
+    }
+    static void writeTable(const std::string& path, std::string (*entry)(int)) {
+        std::string text = "LUT_1D_SIZE 256\n";
+        for (int i = 0; i < 256; ++i) text += entry(i) + " " + entry(i) + " " + entry(i) + "\n";
+        writeFile(path, text);
     }
 };
 

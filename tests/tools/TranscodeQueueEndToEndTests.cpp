@@ -75,18 +75,15 @@ TEST_F(TranscodeQueueEndToEnd, asManyRunAtOnceAsTheUserHasSetAndHoldTheMachineAw
 }
 
 TEST_F(TranscodeQueueEndToEnd, failedOnesAreTriedAgainAsTheUserHasSet) {
-    struct Row {
-        bool isPermitted;
-        int reattempts;
-        std::size_t lines;  ///< One for each attempt, and one before each but the first.
-    };
-    for (const Row& row : {Row{false, 3, 1}, Row{true, 0, 1}, Row{true, 2, 5}, Row{true, -7, 1}}) {
-        settings_.setPermitAutoReattemptOfFailedTranscodes(row.isPermitted);
-        settings_.setNumberOfReattemptsPerFailedTranscode(row.reattempts);
+    // A line for each attempt, and one before each but the first.
+    for (const auto& [isPermitted, reattempts, lines] :
+         {std::tuple(false, 3, 1U), std::tuple(true, 0, 1U), std::tuple(true, 2, 5U), std::tuple(true, -7, 1U)}) {
+        settings_.setPermitAutoReattemptOfFailedTranscodes(isPermitted);
+        settings_.setNumberOfReattemptsPerFailedTranscode(reattempts);
         const CommandResult result = corvex("transcode -in none.mov -out out.mov");
         EXPECT_EQ(result.exitStatus, 1);
-        EXPECT_EQ(lineCount(result.error), row.lines) << result.error;
-        EXPECT_EQ(result.error.find("corvex: failed; attempt 3 of 3\n") != std::string::npos, row.lines > 1);
+        EXPECT_EQ(lineCount(result.error), lines) << result.error;
+        EXPECT_EQ(result.error.find("corvex: failed; attempt 3 of 3\n") != std::string::npos, lines > 1);
     }
     settings_.setNumberOfReattemptsPerFailedTranscode(2);  // words that cannot be used are not tried again
     expectRefusals({{"transcode -in a.mov -out out.mov -dims x", 2, "'x'"}});
