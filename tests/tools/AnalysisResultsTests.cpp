@@ -1,97 +1,75 @@
 #include <tools/corvex/analysis/AnalysisResults.h>
 
-#include <gmock/gmock.h>
-
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <Corvex/platform/Error.h>
+#include <tests/Thrown.h>
 #include <tools/corvex/analysis/MediaTerms.h>
 #include <tools/corvex/analysis/ReadyPicture.h>
 #include <tools/corvex/analysis/StillPicture.h>
 
+extern "C" {
+#include <libavutil/intreadwrite.h>
+}
+
 namespace corvex::tool::analysisResultsTests {
 namespace {
 
-using ::testing::HasSubstr;
+using corvex::test::thrownBy;
 
-AnalysisResults fullResults() {
-    AnalysisResults results;
-    results.writer = "corvex 1";
-    results.analysisId = "7";
-    results.deepAnalysis = true;
-    FileResult file;
-    file.path = "/a.mov";
-    file.sizeInBytes = 5'000'000'000;
-    file.startTimecode = TimecodeResult{"01:00:00;00", true, 107892};
-    TrackResult video;
-    video.kind = "video";
-    video.video.emplace().frameRate = RateResult{24000, 1001, 24000.0 / 1001, "fps23_976", true};
-    video.video->color.matrix = "rec709";
-    TrackResult audio;
-    audio.kind = "audio";
-    audio.audio.emplace().formatCode = "aac ";
-    file.tracks = {video, audio};
-    file.snapshots = {{0.25, "frame", 0.24, "/w/s.jpg", 320, 180, {}}, {1, {}, {}, {}, {}, {}, "nothing"}};
-    file.deep = DeepResult{{{0, 25, 1, "ab"}}, "cut off"};
-    FileResult broken;
-    broken.path = "/b.txt";
-    broken.problem = "no media";
-    results.files = {file, broken};
-    return results;
-}
+constexpr const char* fullText = R"({"version": 1, "writer": "corvex 1", "analysisId": "7", "deepAnalysis": true,
+    "files": [{"path": "/a.mov", "sizeInBytes": 5000000000,
+        "startTimecode": {"text": "01:00:00;00", "isDropFrame": true, "frameNumber": 107892},
+        "tracks": [{"index": 0, "kind": "audio", "codecName": "aac", "audio": {"sampleRate": 48000, "channels": 2,
+            "channelLayout": "stereo", "bitsPerSample": 0, "replacement": "aac", "losslessReplacement": "aac"}}],
+        "snapshots": [{"location": 0.25, "source": "frame", "timeInSeconds": 0.24, "file": "/w/s.jpg", "width": 320,
+                       "height": 180}, {"location": 1.0, "problem": "nothing"}],
+        "deep": {"tracks": [{"index": 0, "frames": 25, "decodeErrors": 1, "sha256": "ab"}], "problem": "cut off"}},
+    {"path": "/b.txt", "problem": "no media", "tracks": [], "snapshots": []}]})";
 
-TEST(AnalysisResults, areReadAsTheyWereWritten) {
-    const std::string text = fullResults().text();
-    EXPECT_EQ(AnalysisResults::parse(text).text(), text);
-    const AnalysisResults read = AnalysisResults::parse(text);
+TEST(AnalysisResults, areReadAndWrittenWithoutLoss) {
+    const AnalysisResults read = AnalysisResults::parse(fullText);
+    EXPECT_EQ(Json::parse(read.text()), Json::parse(fullText));
     EXPECT_EQ(read.files[0].sizeInBytes, 5'000'000'000);
-    EXPECT_EQ(read.files[0].tracks[0].video->frameRate->value, 24000.0 / 1001);
-    EXPECT_EQ(read.files[0].snapshots[0].width, 320);
     EXPECT_EQ(read.files[0].container, std::nullopt);
-    EXPECT_THAT(text, ::testing::Not(HasSubstr("null")));
 }
 
 TEST(AnalysisResults, damageIsNamedByItsKey) {
     struct Row {
-        const char* pointer;
-        const char* value;  ///< Empty: removed.
-        const char* key;
+        const char *pointer, *value, *key;  ///< No value: the member is removed.
     };
-    const Row rows[] = {
+    constexpr Row rows[] = {
         {"/version", "2", "version"},
-        {"/version", "", "version"},
+        {"/version", nullptr, "version"},
         {"/deepAnalysis", "1", "deepAnalysis"},
         {"/analysisId", "null", "analysisId"},
         {"/files", "{}", "files"},
         {"/files/0", "[]", "files"},
-        {"/files/0/path", "", "path"},
+        {"/files/0/path", nullptr, "path"},
         {"/files/0/sizeInBytes", "1.5", "sizeInBytes"},
-        {"/files/0/tracks/0/video/frameRate/value", "\"fast\"", "value"},
         {"/files/0/snapshots/0/location", "true", "location"},
         {"/files/0/deep/tracks/0/sha256", "7", "sha256"},
     };
-    for (const Row& row : rows) {
-        Json json = Json::parse(fullResults().text());
-        const Json::json_pointer pointer(row.pointer);
-        if (*row.value == '\0') {
-            json[pointer.parent_pointer()].erase(pointer.back());
+    for (const auto& [path, value, key] : rows) {
+        Json json = Json::parse(fullText);
+        const Json::json_pointer pointer(path);
+        if (value != nullptr) {
+            json[pointer] = Json::parse(value);
         } else {
-            json[pointer] = Json::parse(row.value);
+            json[pointer.parent_pointer()].erase(pointer.back());
         }
-        try {
-            (void)AnalysisResults::parse(json.dump());
-            ADD_FAILURE() << row.pointer;
-        } catch (const DecodingError& error) {
-            EXPECT_STREQ(error.key(), row.key) << row.pointer;
-        }
+        const auto error = thrownBy<DecodingError>([&] { return AnalysisResults::parse(json.dump()); });
+        ASSERT_TRUE(error) << path;
+        EXPECT_STREQ(error->key(), key) << path;
     }
-    for (const char* text : {"", "[1]", "{", "\xff", "17"}) {
+    for (const char* text : {"", "[1]", "{", "\xff"}) {
         EXPECT_THROW((void)AnalysisResults::parse(text), DecodingError) << text;
     }
 }
 
 TEST(AnalysisResults, knowWhatFailed) {
-    AnalysisResults results = fullResults();
+    AnalysisResults results = AnalysisResults::parse(fullText);
     FileResult& file = results.files[0];
     EXPECT_TRUE(results.files[1].hasProblem());
     file.snapshots.pop_back();
@@ -112,22 +90,18 @@ TEST(MediaTerms, namesCodecsByFamilyAndTag) {
         std::optional<ORVVideoCodec> term;
     };
     const Row rows[] = {
-        {AV_CODEC_ID_PRORES, "apcn", 0, ORVVideoCodecProRes422},
         {AV_CODEC_ID_PRORES, "ap4x", 0, ORVVideoCodecProRes4444},
         {AV_CODEC_ID_PRORES, "aprn", 0, ORVVideoCodecProResRaw},
         {AV_CODEC_ID_PRORES, "\0\0\0", 0, ORVVideoCodecProRes},
         {AV_CODEC_ID_DNXHD, "AVdn", FF_PROFILE_DNXHD, ORVVideoCodecAvidDNxHD},
         {AV_CODEC_ID_DNXHD, "AVdh", FF_PROFILE_DNXHR_HQX, ORVVideoCodecAvidDNxHR},
-        {AV_CODEC_ID_CFHD, "CFHD", 0, ORVVideoCodecCineform},
         {AV_CODEC_ID_VP9, "vp09", 0, std::nullopt},
     };
     for (const Row& row : rows) {
         AVCodecParameters parameters{};
         parameters.codec_id = row.codec;
         parameters.profile = row.profile;
-        for (int i = 0; i < 4; ++i) {
-            parameters.codec_tag |= static_cast<std::uint32_t>(static_cast<unsigned char>(row.tag[i])) << (8 * i);
-        }
+        parameters.codec_tag = AV_RL32(row.tag);
         EXPECT_EQ(codecTermOf(parameters), row.term) << row.tag;
     }
 }

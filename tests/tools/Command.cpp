@@ -3,7 +3,6 @@
 #include <tests/tools/Media.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -34,51 +33,34 @@ Words wordsOf(const std::string& line) {
 
 Command::Command(Words words) {
     setenv("CORVEX_SETTINGS_FILE", "/dev/null/none", 0);  // what the user prefers is no part of a test
-    static int number = 0;
-    const std::string stem =
-        ::testing::TempDir() + "corvex-command-" + std::to_string(getpid()) + "-" + std::to_string(number++);
-    output_ = stem + ".out";
-    error_ = stem + ".err";
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, error_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output_.c_str(), O_WRONLY | O_CREAT, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, error_.c_str(), O_WRONLY | O_CREAT, 0600);
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     const int problem = posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    if (problem != 0) {
-        ADD_FAILURE() << words[0] << ": " << std::strerror(problem);
-        isReaped_ = true;
-    }
+    if (problem == 0) return;
+    ADD_FAILURE() << words[0] << ": " << std::strerror(problem);
+    process_ = -1;
 }
 
 Command::~Command() {
-    if (!isReaped_) {
-        kill(process_, SIGKILL);
-        (void)wait();
-    }
-    unlink(output_.c_str());
-    unlink(error_.c_str());
+    if (process_ < 0) return;
+    kill(process_, SIGKILL);
+    (void)wait();
 }
 
 std::string Command::outputSoFar() const { return readFile(output_); }
 
-bool Command::hasEnded() {
-    if (!isReaped_ && waitpid(process_, &status_, WNOHANG) == process_) isReaped_ = true;
-    return isReaped_;
-}
-
 CommandResult Command::wait() {
-    while (!isReaped_) isReaped_ = waitpid(process_, &status_, 0) == process_ || errno != EINTR;
-    CommandResult result;
-    if (WIFSIGNALED(status_)) result.signal = WTERMSIG(status_);
-    if (WIFEXITED(status_)) result.exitStatus = WEXITSTATUS(status_);
-    result.output = readFile(output_);
-    result.error = readFile(error_);
-    return result;
+    int status = -1;
+    if (process_ > 0) waitpid(process_, &status, 0);
+    process_ = -1;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(output_), readFile(error_)};
 }
 
 CommandResult run(Words words) { return Command(std::move(words)).wait(); }
@@ -89,11 +71,9 @@ CommandResult corvex(const std::string& line) {
     return run(std::move(words));
 }
 
-std::string runOrFail(Words words) {
-    std::string shown;
-    for (const std::string& word : words) shown += word + " ";
-    const CommandResult result = run(std::move(words));
-    EXPECT_EQ(result.exitStatus, 0) << shown << "\n" << result.error;
+std::string runOrFail(const Words& words) {
+    const CommandResult result = run(words);
+    EXPECT_EQ(result.exitStatus, 0) << ::testing::PrintToString(words) << "\n" << result.error;
     return result.output;
 }
 
@@ -130,16 +110,9 @@ bool eventually(const std::function<bool()>& holds) {
     return true;
 }
 
-TemporaryDirectory::TemporaryDirectory(const std::string& parent) {
-    path_ = (parent.empty() ? ::testing::TempDir() : parent + "/") + "corvex-test-XXXXXX";
-    if (mkdtemp(path_.data()) == nullptr) ADD_FAILURE() << path_ << ": " << std::strerror(errno);
-}
-
-TemporaryDirectory::~TemporaryDirectory() { std::filesystem::remove_all(path_); }
-
 Words TemporaryDirectory::entries() const {
     Words names;
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) names.push_back(entry.path().filename());
+    for (const auto& entry : std::filesystem::directory_iterator(path())) names.push_back(entry.path().filename());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -151,13 +124,7 @@ SourcePipe::SourcePipe(const std::string& path, std::string_view bytes) {
     EXPECT_EQ(write(pipe_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
 }
 
-SourcePipe::~SourcePipe() {
-    if (pipe_ >= 0) close(pipe_);
-}
-
-RoomTest::RoomTest() { std::filesystem::current_path(room.path()); }
-
-RoomTest::~RoomTest() { std::filesystem::current_path("/"); }
+SourcePipe::~SourcePipe() { close(pipe_); }
 
 std::string readFile(const std::string& path) {
     std::ostringstream bytes;

@@ -3,12 +3,13 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
 #include <nlohmann/json.hpp>
+
+#include <tests/TemporaryDirectory.h>
 
 namespace corvex::tool::test {
 
@@ -19,10 +20,8 @@ Words wordsOf(const std::string& line);
 
 /// How a command ended and what it said.
 struct CommandResult {
-    int exitStatus = -1;
-    int signal = 0;  ///< 0: it ended by itself.
-    std::string output;
-    std::string error;
+    int exitStatus = -1;  ///< -1: a signal ended it.
+    std::string output, error;
 };
 
 /// A running command. What it prints goes to files, so that it never waits for this process.
@@ -30,27 +29,25 @@ class Command {
 public:
     /// `words`: the program, found in PATH, and its arguments. Standard input is empty.
     explicit Command(Words words);
-    ~Command();  ///< Ends it with SIGKILL if it still runs.
+    ~Command();  ///< Ends it with SIGKILL if nobody waited.
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
     [[nodiscard]] pid_t processIdentifier() const noexcept { return process_; }
     [[nodiscard]] std::string outputSoFar() const;
-    [[nodiscard]] bool hasEnded();
     CommandResult wait();
 
 private:
-    pid_t process_ = -1;
-    bool isReaped_ = false;
-    int status_ = 0;
-    std::string output_, error_;  ///< The files.
+    corvex::test::TemporaryDirectory directory_;
+    const std::string output_ = directory_.path() / "output", error_ = directory_.path() / "error";
+    pid_t process_ = -1;  ///< -1: it has been waited for.
 };
 
 CommandResult run(Words words);
 /// The tool under test; the line is read by wordsOf().
 CommandResult corvex(const std::string& line);
 /// A program that must succeed, as ffmpeg: a failure is reported to GoogleTest. Gives its standard output.
-std::string runOrFail(Words words);
+std::string runOrFail(const Words& words);
 /// The tool that must succeed.
 std::string answerTo(const std::string& line);
 /// The same with "--json" as its first option.
@@ -68,27 +65,21 @@ void expectRefusals(const std::vector<Refusal>& rows, const std::string& prefix 
 /// Asks again and again until `holds`, for as long as a very slow machine may need. False: it never did.
 bool eventually(const std::function<bool()>& holds);
 
-/// A directory of its own under the system's for temporary files, removed with all it holds.
-class TemporaryDirectory {
+/// The shared one, with what lies in it.
+class TemporaryDirectory : public corvex::test::TemporaryDirectory {
 public:
-    explicit TemporaryDirectory(const std::string& parent = {});
-    ~TemporaryDirectory();
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-    [[nodiscard]] std::string path(const std::string& name) const { return path_ + "/" + name; }
-    [[nodiscard]] const std::string& path() const noexcept { return path_; }
-    /// Names of what lies in it, sorted.
-    [[nodiscard]] Words entries() const;
-
-private:
-    std::string path_;
+    using corvex::test::TemporaryDirectory::path;
+    using corvex::test::TemporaryDirectory::TemporaryDirectory;
+    [[nodiscard]] std::string path(const std::string& name) const { return path() / name; }
+    [[nodiscard]] Words entries() const;  ///< Names, sorted.
 };
 
 /// A named pipe that never ends and never waits for a reader: who reads it is in its middle for as long as a test wants.
 class SourcePipe {
 public:
     explicit SourcePipe(const std::string& path, std::string_view bytes = {});
-    SourcePipe(SourcePipe&& other) noexcept : pipe_(std::exchange(other.pipe_, -1)) {}
+    SourcePipe(const SourcePipe&) = delete;
+    SourcePipe& operator=(const SourcePipe&) = delete;
     ~SourcePipe();
 
 private:
@@ -98,8 +89,8 @@ private:
 /// A test in a directory of its own, which is the current one meanwhile.
 class RoomTest : public ::testing::Test {
 protected:
-    RoomTest();
-    ~RoomTest() override;
+    RoomTest() { std::filesystem::current_path(room.path()); }
+    ~RoomTest() override { std::filesystem::current_path("/"); }
 
     TemporaryDirectory room;
 };

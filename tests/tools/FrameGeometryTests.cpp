@@ -33,25 +33,20 @@ TEST(FrameGeometry, followsTheScaling) {
         const char* expected;
     };
     const Row rows[] = {
-        {"no box", hd, {}, match, "1920x1080 > 1920x1080 > 1920x1080 1:1"},
         {"no box keeps wide pixels", pal, {}, match, "720x576 > 720x576 > 720x576 64:45"},
         {"odd sides are raised", of(321, 181), {}, match, "321x181 > 322x182 > 322x182 1:1"},
         {"smallest", of(1, 1), {}, match, "1x1 > 2x2 > 2x2 1:1"},
         {"turned", turned({4, 3}, 90), {}, match, "1080x1920 > 1080x1920 > 1080x1920 3:4"},
-        {"upside down", turned({4, 3}, 180), {}, match, "1920x1080 > 1920x1080 > 1920x1080 4:3"},
         {"stretch into odd", hd, {{641, 359}}, OAVStretchAspect, "1920x1080 > 642x360 > 642x360 1:1"},
         {"match is lower than the box", hd, {{640, 640}}, match, "1920x1080 > 640x360 > 640x360 1:1"},
-        {"match enlarges", of(180, 320), {{640, 640}}, match, "180x320 > 360x640 > 360x640 1:1"},
         {"match of wide pixels", pal, {{1024, 1024}}, match, "720x576 > 1024x576 > 1024x576 1:1"},
         {"match of a turned picture", turned(square, 270), {{640, 640}}, match, "1080x1920 > 360x640 > 360x640 1:1"},
         {"match of a line", of(4000, 10), {{100, 100}}, match, "4000x10 > 100x2 > 100x2 1:1"},
         {"letterbox", hd, {{640, 640}}, letterbox, "1920x1080 > 640x360 > 640x640 1:1"},
         {"pillars", of(1440, 1080), {{640, 360}}, letterbox, "1440x1080 > 480x360 > 640x360 1:1"},
-        {"letterbox without bars", pal, {{1024, 576}}, letterbox, "720x576 > 1024x576 > 1024x576 1:1"},
         {"crop sides", hd, {{640, 640}}, OAVCropAspect, "1080x1080 > 640x640 > 640x640 1:1"},
         {"crop top and bottom", of(320, 180), {{320, 60}}, OAVCropAspect, "320x60 > 320x60 > 320x60 1:1"},
         {"crop of wide pixels cuts in those", pal, {{576, 576}}, OAVCropAspect, "405x576 > 576x576 > 576x576 1:1"},
-        {"crop of the box's own aspect", hd, {{960, 540}}, OAVCropAspect, "1920x1080 > 960x540 > 960x540 1:1"},
     };
     for (const Row& row : rows) {
         const FrameRequest request{row.box, row.scaling, OAVAnchorCenter};
@@ -79,26 +74,14 @@ TEST(FrameGeometry, anchorsPlaceTheCrop) {
 }
 
 TEST(FrameGeometry, laterSourcesKeepTheFirstOnesRaster) {
-    struct LaterRow {
-        const char* name;
-        PixelSize source;
-        std::optional<PixelSize> box;
-        OAVTranscodeArgumentAspectRatioValue scaling;
-        PixelSize firstOutput;
-        const char* expected;
+    const auto later = [](std::optional<PixelSize> box, auto scaling, PixelSize source, PixelSize firstOutput) {
+        const FrameRequest request{box, scaling, OAVAnchorCenter};
+        return textOf(FrameGeometry::makeForOutput({source, square, {}}, request, firstOutput));
     };
-    const auto match = OAVMatchSourceRatio;
-    const LaterRow rows[] = {
-        {"same shape", {1280, 720}, {}, match, {1920, 1080}, "1280x720 > 1920x1080 > 1920x1080 1:1"},
-        {"other shape gets bars", {640, 480}, {}, match, {1920, 1080}, "640x480 > 1440x1080 > 1920x1080 1:1"},
-        {"and so in a box", {640, 480}, {{640, 640}}, match, {640, 360}, "640x480 > 480x360 > 640x360 1:1"},
-        {"stretch", {640, 480}, {{960, 540}}, OAVStretchAspect, {960, 540}, "640x480 > 960x540 > 960x540 1:1"},
-    };
-    for (const LaterRow& row : rows) {
-        const FrameRequest request{row.box, row.scaling, OAVAnchorCenter};
-        const SourcePicture source{row.source, square, {}};
-        EXPECT_EQ(textOf(FrameGeometry::makeForOutput(source, request, row.firstOutput)), row.expected) << row.name;
-    }
+    EXPECT_EQ(later({}, OAVMatchSourceRatio, {1280, 720}, {1920, 1080}), "1280x720 > 1920x1080 > 1920x1080 1:1");
+    EXPECT_EQ(later({}, OAVMatchSourceRatio, {640, 480}, {1920, 1080}), "640x480 > 1440x1080 > 1920x1080 1:1")
+        << "bars";
+    EXPECT_EQ(later({{960, 540}}, OAVStretchAspect, {640, 480}, {960, 540}), "640x480 > 960x540 > 960x540 1:1");
 }
 
 // The eight ways in which a display matrix can lay a picture without bending it, as the place of a picture's corners

@@ -34,12 +34,13 @@ ProbeResult probe(const std::string& path);
 void expectFacts(const ProbeResult& result, std::string_view facts);
 /// The stream of a type ("video", "audio") by its order among those; an empty object when there is none.
 ProbeResult stream(const ProbeResult& result, const std::string& type, std::size_t index = 0);
-/// A number of ffprobe's, which writes most of them as texts; 0 when absent.
-double number(const ProbeResult& object, const std::string& key);
+/// A text or a number; empty or 0 when absent.
 std::string text(const ProbeResult& object, const std::string& key);
+double number(const ProbeResult& object, const std::string& key);
 
-/// Peak signal-to-noise ratio of all pictures of two files, in dB, all components together; infinite when they are equal.
-double psnr(const std::string& path, const std::string& reference);
+/// Peak signal-to-noise ratio of all pictures of two files, in dB, as pixels of this format: R'G'B' by the files' tags, or
+/// as they are coded; infinite when they are equal.
+double psnr(const std::string& path, const std::string& reference, const std::string& pixels = "gbrp");
 
 struct Pixel {
     int red = 0, green = 0, blue = 0;
@@ -58,14 +59,11 @@ public:
 
 private:
     int width_ = 0, height_ = 0;
-    std::vector<std::uint8_t> bytes_;
+    std::string bytes_;
 };
 
 /// Loudness over time: the root mean square (0 to 1) of the samples of a stream, mixed to mono, in each of the windows.
 std::vector<double> loudness(const std::string& path, double windowSeconds, std::size_t track = 0);
-
-/// Whether the index of a QuickTime or MPEG-4 file stands before its media (ISO/IEC 14496-12).
-bool isIndexInFront(const std::string& path);
 
 /// A test that transcodes in a directory of its own.
 class TranscodeTest : public RoomTest {

@@ -5,11 +5,12 @@
 #include <latch>
 #include <memory>
 #include <random>
-#include <string>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include <tests/Thrown.h>
 
 namespace corvex::tool::picturePipelineTests {
 namespace {
@@ -49,12 +50,8 @@ TEST(PicturePipeline, anErrorComesInItsTurnAndTheRestIsDropped) {
     PicturePipeline pipeline({work, work}, 8);
     for (std::int64_t i = 0; i < 8; ++i) push(pipeline, i);
     EXPECT_EQ(pipeline.take()->pts, 0);
-    try {
-        (void)pipeline.take();
-        ADD_FAILURE() << "no error";
-    } catch (const JobError& error) {
-        EXPECT_EQ(error.what(), std::string("picture 1 is bad"));
-    }
+    const auto error = corvex::test::thrownBy<JobError>([&] { return pipeline.take(); });
+    EXPECT_STREQ(error.value().what(), "picture 1 is bad");
 }
 
 /// A work is never used by two threads at once, and what waits when the pipeline goes is not worked on.

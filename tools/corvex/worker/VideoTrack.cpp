@@ -289,7 +289,8 @@ bool VideoTrack::place(AVFrame& frame, AVRational timeBase) {
 }
 
 void VideoTrack::encodeFrame(AVFrame& frame) {
-    frame.pict_type = AV_PICTURE_TYPE_NONE;  // the encoder decides
+    frame.pict_type = AV_PICTURE_TYPE_NONE;    // the encoder decides
+    frame.quality = encoder_->global_quality;  // not what the source's own encoder chose
     encode(*encoder_, &frame, *packet_, [&](AVPacket& packet) { write(packet); });
 }
 
