@@ -20,16 +20,14 @@ public:
     [[nodiscard]] bool tryTake() noexcept {
         std::int64_t taken = count_.load(MemoryOrder::relaxed);
         while (taken >= 0 && taken < limit)
-            if (count_.compareExchange(taken, taken + 1, MemoryOrder::acquire, MemoryOrder::relaxed))
-                return true;
+            if (count_.compareExchange(taken, taken + 1, MemoryOrder::acquire, MemoryOrder::relaxed)) return true;
         return false;
     }
     /// Also true if there was nothing to give back.
     [[nodiscard]] bool tryGiveBack() noexcept {
         std::int64_t taken = count_.load(MemoryOrder::relaxed);
         while (taken > 0)
-            if (count_.compareExchange(taken, taken - 1, MemoryOrder::release, MemoryOrder::relaxed))
-                return true;
+            if (count_.compareExchange(taken, taken - 1, MemoryOrder::release, MemoryOrder::relaxed)) return true;
         return taken == 0;
     }
     /// False if there is a slot after all.
