@@ -52,10 +52,11 @@ public:
         return __atomic_fetch_sub(&value_, subtrahend, static_cast<int>(order));
     }
 
-    /// As fetchAdd(): the bits of either, and those that differ.
+    /// Stores the bits of both. Gives the value before.
     [[gnu::always_inline]] Value fetchOr(Value bits, MemoryOrder order) noexcept {
         return __atomic_fetch_or(&value_, bits, static_cast<int>(order));
     }
+    /// Stores the bits in which the two differ. Gives the value before.
     [[gnu::always_inline]] Value fetchXor(Value bits, MemoryOrder order) noexcept {
         return __atomic_fetch_xor(&value_, bits, static_cast<int>(order));
     }

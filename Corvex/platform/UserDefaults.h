@@ -31,6 +31,7 @@ public:
     UserDefaultsError& operator=(const UserDefaultsError&) = default;
 
     [[nodiscard]] Case which() const noexcept { return case_; }
+    /// That of the store.
     [[nodiscard]] std::filesystem::path file() const;
 
     friend bool operator==(const UserDefaultsError& a, const UserDefaultsError& b) noexcept {
@@ -60,6 +61,7 @@ public:
     /// (XDG Base Directory Specification). Throws UserDefaultsError (unreadable) when the user has no home.
     [[nodiscard]] static UserDefaults standard();
 
+    /// As it was given; it need not be there.
     [[nodiscard]] std::filesystem::path file() const;
 
     /// What is stored under the key, or none.
