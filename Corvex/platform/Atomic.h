@@ -65,8 +65,10 @@ public:
     [[nodiscard]] Value& value() noexcept { return value_; }
 
 private:
+    // NOLINTBEGIN(bugprone-sizeof-expression): of a pointer, the pointer itself is meant
     static_assert(__atomic_always_lock_free(sizeof(Value), nullptr), "a value that one instruction can exchange");
     alignas(sizeof(Value)) Value value_;
+    // NOLINTEND(bugprone-sizeof-expression)
 };
 
 }  // namespace corvex::inline v0

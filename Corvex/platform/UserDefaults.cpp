@@ -237,7 +237,7 @@ UserDefaults::UserDefaults(const std::filesystem::path& file) : file_(file.nativ
 std::filesystem::path UserDefaults::file() const { return file_; }
 
 UserDefaults UserDefaults::standard() {
-    if (auto named = environmentPath("CORVEX_SETTINGS_FILE"); !named.empty()) return UserDefaults(std::move(named));
+    if (const auto named = environmentPath("CORVEX_SETTINGS_FILE"); !named.empty()) return UserDefaults(named);
     auto folder = environmentPath("XDG_CONFIG_HOME");
     if (!folder.is_absolute()) {
         const auto home = homeFolder();
