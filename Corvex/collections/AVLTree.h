@@ -73,6 +73,7 @@ public:
     /// `delete`, under a name that the language allows; an absent key is no error. When `size` is 1, empties the tree
     /// whatever the key is.
     void deleteKey(const Key& key) {
+        // By the count, which repeated insertions make larger than the tree: see size().
         if (size_ == 1) {
             if (root_) pool_.destroy(root_);
             root_ = first_ = last_ = nullptr;
@@ -197,9 +198,9 @@ private:
     template <class NodeType>
     static std::optional<Neighbours<NodeType>> neighbours(Node* root, const Key& key) {
         const auto [low, high] = descend(root, key);
-        if (!high) return std::nullopt;
+        if (!high) return std::nullopt;  // above the largest key
         if (high->key_ == key) return Neighbours<NodeType>{high, high};
-        if (!low) return std::nullopt;
+        if (!low) return std::nullopt;  // below the smallest
         return Neighbours<NodeType>{low, high};
     }
 
@@ -224,6 +225,7 @@ private:
     /// The node with the next larger key, or null. O(1) on average over a walk.
     static Node* successor(Node* node) noexcept {
         if (node->children_[right]) return node->children_[right]->minimum();
+        // The nearest node above that has this one below its left side.
         while (node->isRightChild()) node = node->parent_;
         return node->parent_;
     }
@@ -286,7 +288,8 @@ private:
         } else {
             stopForInvalidTree();
         }
-        if (leaf == first_) first_ = parent;  // a leaf at an end has its neighbour above it
+        // A leaf at an end has its neighbour above it.
+        if (leaf == first_) first_ = parent;
         if (leaf == last_) last_ = parent;
         pool_.destroy(leaf);
         rebalanceShrunk(parent, side);
@@ -305,6 +308,7 @@ private:
                 return;
             }
             parent->lean_ = lean;
+            // The lower side has caught up: the whole is as high as before.
             if (lean == 0) return;
             ++parent->height_;
             node = parent;
@@ -322,6 +326,7 @@ private:
                 if (node->height_ == before) return;
             } else {
                 node->lean_ = lean;
+                // Was even and leans now: the other side keeps it as high as before.
                 if (lean != 0) return;
                 --node->height_;
             }

@@ -27,12 +27,13 @@ void walkBinaryTree(Node* node, LeftOf&& leftOf, RightOf&& rightOf, Before&& bef
     };
     // The nodes above, of which something is still to be visited.
     std::vector<Step> path;
-    path.reserve(node ? 64 : 0);
+    path.reserve(node ? 64 : 0);  // the height of any balanced tree that fits into memory, and most others
     for (;;) {
         for (; node; node = leftOf(*node)) {
             before(*node);
             path.push_back({node, false});
         }
+        // Back up over all nodes whose both subtrees are done.
         while (!path.empty() && path.back().isRightDone) {
             after(*path.back().node);
             path.pop_back();
@@ -54,6 +55,7 @@ void walkBinaryTree(Node* node, LeftOf&& leftOf, RightOf&& rightOf, Before&& bef
 /// nothing reads it back.
 template <class Value>
 [[nodiscard]] std::string plainText(const Value& value) {
+    // The order matters: a Boolean is an integral type, and a text of one's own may have a description, too.
     if constexpr (std::convertible_to<const Value&, std::string_view>) {
         return std::string(std::string_view(value));
     } else if constexpr (std::same_as<Value, bool>) {
@@ -75,6 +77,7 @@ template <class Node, class LeftOf, class RightOf, class TextOf>
 [[nodiscard]] std::string bracketedText(Node* node, LeftOf&& leftOf, RightOf&& rightOf, TextOf&& textOf) {
     std::string text;
     walkBinaryTree(
+        // A bracket opens before a subtree is walked and closes behind it, so that no text is built twice.
         node, leftOf, rightOf, [&](Node& from) { text += leftOf(from) ? "[" : ""; },
         [&](Node& from) {
             text += (leftOf(from) ? "] " : "") + textOf(from) + (rightOf(from) ? " [" : "");

@@ -18,11 +18,11 @@ namespace detail {
 /// Items of any keys that come from any threads and wait to be taken by their keys. Those who add take no lock and meet on
 /// one word; everything else is for one thread at a time. What is new is put in order by who takes: into a list, where keys
 /// come nearly in order, else into a tree, whose keys are all below those of the list.
-template <class Key, class Item>
 ///
 /// What has come lies in a list that grows at its head, the newest first; its word also carries whether it is closed and
 /// whether somebody waits. What has been collected lies in two places: a doubly linked list for the keys that come nearly in
 /// order, which take no search and no further memory, and a tree for all others. An item is in one of the three.
+template <class Key, class Item>
 class ArrivedItems {
 public:
     /// One item, and the memory that it came in.
@@ -66,6 +66,7 @@ public:
     ArrivedItems& operator=(const ArrivedItems&) = delete;
     /// Nobody adds or takes any more.
     ~ArrivedItems() {
+        // What the tree holds goes with it.
         freeAll(pointerOf(arrived_.load(MemoryOrder::acquire)));
         freeAll(first_);
     }
@@ -76,6 +77,7 @@ public:
     Addition add(KeyedItem<Key, Item>& entry, const Keep& keep) {
         std::uintptr_t seen = arrived_.load(MemoryOrder::relaxed);
         if ((seen & isClosed) != 0) return Addition::refused;
+        // Two producers may read the same count: it says when about a crowd has come, and needs no instruction that locks.
         const unsigned count = uncollected_.load(MemoryOrder::relaxed) + 1;
         uncollected_.store(count, MemoryOrder::relaxed);
         auto* const arrival = new Arrival(std::move(entry));
@@ -85,10 +87,12 @@ public:
                 delete arrival;
                 return Addition::refused;
             }
+            // Before the item is in the list: after that this may be gone.
             if (addition == Addition::kept && ((seen & isAwaited) != 0 || count >= crowd)) {
                 keep();
                 addition = Addition::awaited;
             }
+            // The word loses "is awaited" with this: who comes later need not tell again.
             arrival->next = pointerOf(seen);
         } while (!arrived_.compareExchange(seen, reinterpret_cast<std::uintptr_t>(arrival), MemoryOrder::acquireRelease,
                                            MemoryOrder::relaxed));
@@ -109,6 +113,7 @@ public:
         if ((seen & ~isClosed) == 0) return;
         seen = arrived_.exchange(seen & isClosed, MemoryOrder::acquireRelease);
         uncollected_.store(0, MemoryOrder::relaxed);
+        // Turned round: of two items with one key the later one has to win.
         Arrival* oldestFirst = nullptr;
         for (Arrival* arrival = pointerOf(seen); arrival;) {
             Arrival* const older = arrival->next;
@@ -131,13 +136,14 @@ public:
             for (int i = 0; i < reach && arrival && arrival->entry.key < key; ++i) arrival = arrival->next;
             if (!arrival || key < arrival->entry.key) return;
             if (arrival->entry.key == key) return unlink(arrival, taken, discarded);
+            // Further in than is worth looking: the tree finds it in fewer steps, and what comes after it, too.
             moveToTree(discarded);
         }
         give(tree_.take(key), taken);
     }
     /// As take(): that of the smallest key.
     void takeMinimum(Taken& taken, Discarded& discarded) {
-        if (tree_.root()) {
+        if (tree_.root()) {  // below all that is in the list
             give(tree_.takeMinimum(), taken);
         } else if (first_) {
             unlink(first_, taken, discarded);
@@ -146,8 +152,10 @@ public:
 
 private:
     static constexpr std::uintptr_t isClosed = 1, isAwaited = 2;
-    static constexpr unsigned crowd = 128;  ///< So that what has been replaced does not stay for long.
-    static constexpr int reach = 16;        ///< How many places of the list are looked at from either end.
+    /// After so many who takes is told, so that what has been replaced does not stay for long.
+    static constexpr unsigned crowd = 128;
+    /// How many places of the list are looked at from either end.
+    static constexpr int reach = 16;
     using Tree = AVLTree<Key, Item>;
 
     /// The newest item of a word, without its flags; null for none.
@@ -166,6 +174,7 @@ private:
         const Key& key = arrival->entry.key;
         Arrival* before = last_;
         if (!before) {
+            // A list begins above the tree only, so that the two never overlap.
             if (tree_.root() && !(tree_.root()->maximum()->key() < key)) return false;
             link(nullptr, arrival, nullptr);
             return true;
@@ -175,6 +184,7 @@ private:
             link(nullptr, arrival, first_);
             return true;
         }
+        // Ends within the list, as the first key is at or below this one.
         for (int i = 0; i < reach; ++i, before = before->previous) {
             if (key < before->entry.key) continue;
             if (before->entry.key == key) {
@@ -190,6 +200,7 @@ private:
     }
     /// Keys do not come in order: the tree takes over all that is in the list.
     void moveToTree(Discarded& discarded) {
+        // From the smallest key on, each at the end of the tree, which is where inserting costs least.
         while (Arrival* const arrival = first_) {
             first_ = arrival->next;
             insert(arrival, discarded);

@@ -41,6 +41,7 @@ public:
     [[gnu::noinline]] bool next(Consumer& consumer) noexcept {
         HandOut handOut;
         ShortLock lock(mutex);
+        // Who supplies has the key in its hands; it looks at the consumers again before it ends.
         if (isSupplying_) {
             consumer.enqueue(*this, isOpen ? consumers_ : lateConsumers_);
             return true;
@@ -60,6 +61,7 @@ public:
         }
         isSupplying_ = true;
         advance(lock);
+        // The following item may have been there before its key was due.
         supply(lock, handOut);
         return false;
     }
@@ -120,7 +122,7 @@ private:
                 consumer.post();
                 lock.lock();
                 advance(lock);
-            } else if (!isOpen || items_.await()) {
+            } else if (!isOpen || items_.await()) {  // what came between collect() and await() is looked at again
                 break;
             }
         }

@@ -75,6 +75,7 @@ public:
     [[gnu::noinline]] bool add(Producer& producer) {
         Ring spare;
         ShortLock lock(mutex);
+        // Checked again after each allocation: others may have added, taken, grown or closed meanwhile.
         while (isOpen_ && consumers_.isEmpty() && count() < capacity && count() == ring_.size()) {
             const std::size_t size = ring_.size() == 0 ? 8 : 2 * ring_.size();
             lock.unlock();

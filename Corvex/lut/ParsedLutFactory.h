@@ -25,6 +25,7 @@ class NormalizedFloatingPoint3DSampleConverter;
 
 /// Reads LUT text files. The extension decides only whether a file is read; all go through one grammar (docs/LUTS.md).
 /// Cost     Linear in the file, read in chunks; the table takes 24 bytes an entry, at most 384 MiB.
+/// Errors   A reason, which LutReading carries and parsedLut() logs; nothing but std::bad_alloc is thrown.
 /// Threads  Any; calls are independent.
 class ParsedLutFactory {
     /// Extensions that look-up tables of the field have, in lower case. They do not tell the grammar.
@@ -50,7 +51,7 @@ public:
     static constexpr ExtensionFilter extensionFilter{permittedExtensions};
 
     /// The table in a file; null for every failure, which is only logged: at level info, with the file and the reason.
-    /// Throws std::bad_alloc alone.
+    /// read() says why; this is for hosts that take a file as a table or not at all.
     [[nodiscard]] CORVEX_EXPORT static std::shared_ptr<const ParsedLutFile> parsedLut(
         const std::filesystem::path& lutFilePath);
 
