@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class OAVTranscodeArgumentAspectRatioValue : public TypedString<OAVTranscodeArgumentAspectRatioValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentAspectRatioValue> allCases() noexcept;
 
     /// The flag under which the value stands, "-aspect_scaling", typed and as text.
     [[nodiscard]] static constexpr OAVTranscodeVideoArgumentFlag videoFlag() noexcept {
@@ -33,17 +29,14 @@ inline constexpr OAVTranscodeArgumentAspectRatioValue OAVLetterboxAspect{"letter
 inline constexpr OAVTranscodeArgumentAspectRatioValue OAVCropAspect{"crop"};
 
 /// In the order of allCases().
-inline constexpr std::array allTranscodeArgumentAspectRatioValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentAspectRatioValue>{
     OAVMatchSourceRatio,
     OAVStretchAspect,
     OAVLetterboxAspect,
     OAVCropAspect,
 };
-
-constexpr std::span<const OAVTranscodeArgumentAspectRatioValue>
-OAVTranscodeArgumentAspectRatioValue::allCases() noexcept {
-    return allTranscodeArgumentAspectRatioValues;
-}
 
 static_assert(CLIArgumentOption<OAVTranscodeArgumentAspectRatioValue>);
 

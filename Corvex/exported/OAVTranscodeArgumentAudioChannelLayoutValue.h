@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class OAVTranscodeArgumentAudioChannelLayoutValue : public TypedString<OAVTranscodeArgumentAudioChannelLayoutValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order, by rising number of channels.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentAudioChannelLayoutValue> allCases() noexcept;
 };
 
 /// One channel.
@@ -30,14 +26,11 @@ inline constexpr OAVTranscodeArgumentAudioChannelLayoutValue OAVHexagonalAudioLa
 /// Eight, on a ring.
 inline constexpr OAVTranscodeArgumentAudioChannelLayoutValue OAVOctagonalAudioLayout{"oct"};
 
-inline constexpr std::array allTranscodeArgumentAudioChannelLayoutValues{
+/// The known values in their fixed order, by rising number of channels.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentAudioChannelLayoutValue>{
     OAVMonoAudioLayout,       OAVStereoAudioLayout,    OAVQuadraphonicAudioLayout,
     OAVPentagonalAudioLayout, OAVHexagonalAudioLayout, OAVOctagonalAudioLayout,
 };
-
-constexpr std::span<const OAVTranscodeArgumentAudioChannelLayoutValue>
-OAVTranscodeArgumentAudioChannelLayoutValue::allCases() noexcept {
-    return allTranscodeArgumentAudioChannelLayoutValues;
-}
 
 }  // namespace corvex::inline v0

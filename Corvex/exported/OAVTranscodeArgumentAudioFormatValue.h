@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class OAVTranscodeArgumentAudioFormatValue : public TypedString<OAVTranscodeArgumentAudioFormatValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentAudioFormatValue> allCases() noexcept;
 };
 
 /// Linear PCM: samples as numbers, nothing lost. The only format of wav files here.
@@ -30,15 +26,12 @@ inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAacELDLosslessAudioForm
 /// IMA ADPCM at 4:1: four bits a sample, found in old QuickTime movies.
 inline constexpr OAVTranscodeArgumentAudioFormatValue OAVAppleIMA41ADPCMAudioFormatValue{"apple_ima4"};
 
-inline constexpr std::array allTranscodeArgumentAudioFormatValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentAudioFormatValue>{
     OAVLpcmAudioFormatValue,           OAVAacAudioFormatValue,
     OAVAppleLosslessAudioFormatValue,  OAVAacHEAudioFormatValue,
     OAVAacELDLosslessAudioFormatValue, OAVAppleIMA41ADPCMAudioFormatValue,
 };
-
-constexpr std::span<const OAVTranscodeArgumentAudioFormatValue>
-OAVTranscodeArgumentAudioFormatValue::allCases() noexcept {
-    return allTranscodeArgumentAudioFormatValues;
-}
 
 }  // namespace corvex::inline v0

@@ -1,5 +1,7 @@
 #include <Corvex/exported/OAVTranscodeArgumentFileFormatValue.h>
 
+#include <Corvex/exported/FileExtension.h>
+
 namespace corvex::inline v0 {
 namespace {
 

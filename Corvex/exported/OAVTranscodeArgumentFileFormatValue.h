@@ -1,23 +1,22 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 
-#include <Corvex/exported/FileExtension.h>
 #include <Corvex/exported/OAVTranscodeArgumentFlag.h>
 #include <Corvex/platform/Export.h>
 #include <Corvex/platform/TypedString.h>
 
 namespace corvex::inline v0 {
 
+enum class FileExtension : std::uint8_t;
+
 /// The container that a transcode writes ("-file_format"). Any text is legal; unknown ones have no extensions.
 class OAVTranscodeArgumentFileFormatValue : public TypedString<OAVTranscodeArgumentFileFormatValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentFileFormatValue> allCases() noexcept;
 
     /// The flag under which the value stands, "-file_format", typed and as text.
     [[nodiscard]] static constexpr OAVTranscodeArgumentFlag fileFlag() noexcept { return OAVFileFormatFlag; }
@@ -37,16 +36,13 @@ inline constexpr OAVTranscodeArgumentFileFormatValue OAVMp4Format{"mp4"};
 /// RIFF WAVE: one track of linear PCM, no pictures.
 inline constexpr OAVTranscodeArgumentFileFormatValue OAVWaveFileFormat{"wav"};
 
-inline constexpr std::array allTranscodeArgumentFileFormatValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentFileFormatValue>{
     OAVQuickTimeFileFormat,
     OAVMp4Format,
     OAVWaveFileFormat,
 };
-
-constexpr std::span<const OAVTranscodeArgumentFileFormatValue>
-OAVTranscodeArgumentFileFormatValue::allCases() noexcept {
-    return allTranscodeArgumentFileFormatValues;
-}
 
 static_assert(CLIArgumentOption<OAVTranscodeArgumentFileFormatValue>);
 

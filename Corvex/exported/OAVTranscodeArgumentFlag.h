@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -14,8 +13,6 @@ class OAVTranscodeArgumentFlag : public TypedString<OAVTranscodeArgumentFlag> {
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// False exactly for the flags that are switches; true for any other text, known or not.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -46,7 +43,9 @@ inline constexpr OAVTranscodeArgumentFlag OAVLegacyTranscodePipelineFlag{"-legac
 /// Language of the video track, three letters of ISO 639-2.
 inline constexpr OAVTranscodeArgumentFlag OAVLanguageCodeFlag{"-lang_code"};
 
-inline constexpr std::array allTranscodeArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentFlag>{
     OAVInputPrefixFlag,
     OAVOutputFileFlag,
     OAVProgressFileFlag,
@@ -60,10 +59,6 @@ inline constexpr std::array allTranscodeArgumentFlags{
     OAVLegacyTranscodePipelineFlag,
     OAVLanguageCodeFlag,
 };
-
-constexpr std::span<const OAVTranscodeArgumentFlag> OAVTranscodeArgumentFlag::allCases() noexcept {
-    return allTranscodeArgumentFlags;
-}
 
 constexpr bool OAVTranscodeArgumentFlag::acceptsArguments() const noexcept {
     return !(*this == OAVOverwriteExistingFlag || *this == OAVPrepareForWebFlag);

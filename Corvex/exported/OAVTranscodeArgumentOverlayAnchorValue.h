@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class OAVTranscodeArgumentOverlayAnchorValue : public TypedString<OAVTranscodeArgumentOverlayAnchorValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order, row by row from the top.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue> allCases() noexcept;
 };
 
 /// The first letter is the row: t for top,
@@ -31,14 +27,11 @@ inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomLeft{"bl"
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomCenter{"bc"};
 inline constexpr OAVTranscodeArgumentOverlayAnchorValue OAVAnchorBottomRight{"br"};
 
-inline constexpr std::array allTranscodeArgumentOverlayAnchorValues{
+/// The known values in their fixed order, row by row from the top.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentOverlayAnchorValue>{
     OAVAnchorTopLeft,     OAVAnchorTopCenter,  OAVAnchorTopRight,     OAVAnchorCenterLeft,  OAVAnchorCenter,
     OAVAnchorCenterRight, OAVAnchorBottomLeft, OAVAnchorBottomCenter, OAVAnchorBottomRight,
 };
-
-constexpr std::span<const OAVTranscodeArgumentOverlayAnchorValue>
-OAVTranscodeArgumentOverlayAnchorValue::allCases() noexcept {
-    return allTranscodeArgumentOverlayAnchorValues;
-}
 
 }  // namespace corvex::inline v0

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <Corvex/exported/FileExtension.h>
 #include <Corvex/platform/internal/ProcessWide.h>
 
 namespace corvex::inline v0 {

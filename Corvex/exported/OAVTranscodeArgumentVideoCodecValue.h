@@ -1,23 +1,22 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <span>
 #include <vector>
 
-#include <Corvex/exported/FileExtension.h>
 #include <Corvex/exported/OAVTranscodeVideoArgumentFlag.h>
 #include <Corvex/platform/Export.h>
 #include <Corvex/platform/TypedString.h>
 
 namespace corvex::inline v0 {
 
+enum class FileExtension : std::uint8_t;
+
 /// The video codec that a transcode encodes with ("-vcodec"). Any text is legal.
 class OAVTranscodeArgumentVideoCodecValue : public TypedString<OAVTranscodeArgumentVideoCodecValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArgumentVideoCodecValue> allCases() noexcept;
 
     /// The flag under which the value stands, "-vcodec", typed and as text.
     [[nodiscard]] static constexpr OAVTranscodeVideoArgumentFlag videoFlag() noexcept { return OAVVideoFormatFlag; }
@@ -73,16 +72,13 @@ inline constexpr OAVTranscodeArgumentVideoCodecValue OAVProRes422LT{"prores422lt
 /// The lowest, for offline editing.
 inline constexpr OAVTranscodeArgumentVideoCodecValue OAVProRes422Proxy{"prores422proxy"};
 
-inline constexpr std::array allTranscodeArgumentVideoCodecValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArgumentVideoCodecValue>{
     OAVDnxhdCodec,   OAVDnxhrLBCodec, OAVDnxhrSQCodec,    OAVDnxhrHQCodec,   OAVDnxhrHQXCodec, OAVDnxhr444Codec,
     OAVAvcH264Codec, OAVHevcCodec,    OAVMotionJpegCodec, OAVMpeg4Codec,     OAVProRes4444,    OAVProRes4444XQ,
     OAVProRes422,    OAVProRes422HQ,  OAVProRes422LT,     OAVProRes422Proxy,
 };
-
-constexpr std::span<const OAVTranscodeArgumentVideoCodecValue>
-OAVTranscodeArgumentVideoCodecValue::allCases() noexcept {
-    return allTranscodeArgumentVideoCodecValues;
-}
 
 static_assert(CLIArgumentOption<OAVTranscodeArgumentVideoCodecValue>);
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -14,8 +13,6 @@ class OAVTranscodeArriLookArgumentFlag : public TypedString<OAVTranscodeArriLook
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeArriLookArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// Always true: every flag of the family takes a value.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -30,16 +27,14 @@ inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookColorSpaceCurveFlag
 /// What to do where the look is invalid: an OAVArriLookResolutionValue.
 inline constexpr OAVTranscodeArriLookArgumentFlag OAVArriLookInvalidLookResolutionFlag{"-arri_inv_res"};
 
-inline constexpr std::array allTranscodeArriLookArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeArriLookArgumentFlag>{
     OAVArriLookColorSpacePrimaryFlag,
     OAVArriLookColorSpaceWhitePointFlag,
     OAVArriLookColorSpaceCurveFlag,
     OAVArriLookInvalidLookResolutionFlag,
 };
-
-constexpr std::span<const OAVTranscodeArriLookArgumentFlag> OAVTranscodeArriLookArgumentFlag::allCases() noexcept {
-    return allTranscodeArriLookArgumentFlags;
-}
 
 constexpr bool OAVTranscodeArriLookArgumentFlag::acceptsArguments() const noexcept { return true; }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -14,8 +13,6 @@ class OAVTranscodeAudioArgumentFlag : public TypedString<OAVTranscodeAudioArgume
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeAudioArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// False exactly for the flags that are switches; true for any other text, known or not.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -54,7 +51,9 @@ inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioDecodeEngineFlag{"-a_deco
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioChannelLayoutDescriptionsFlag{"-acl_descs"};
 inline constexpr OAVTranscodeAudioArgumentFlag OAVAudioChannelLayoutBitmapFlag{"-acl_bitmap"};
 
-inline constexpr std::array allTranscodeAudioArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeAudioArgumentFlag>{
     OAVNoAudioFlag,
     OAVCopyAudioFlag,
     OAVAudioIgnoreTracksPrefixFlag,
@@ -70,10 +69,6 @@ inline constexpr std::array allTranscodeAudioArgumentFlags{
     OAVAudioLanguageCodeFlag,
     OAVAudioDecodeEngineFlag,
 };
-
-constexpr std::span<const OAVTranscodeAudioArgumentFlag> OAVTranscodeAudioArgumentFlag::allCases() noexcept {
-    return allTranscodeAudioArgumentFlags;
-}
 
 constexpr bool OAVTranscodeAudioArgumentFlag::acceptsArguments() const noexcept {
     return !(*this == OAVNoAudioFlag || *this == OAVCopyAudioFlag || *this == OAVDiscreteAudioFlag ||

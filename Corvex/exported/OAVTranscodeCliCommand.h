@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -13,9 +12,6 @@ class OAVTranscodeCliCommand : public TypedString<OAVTranscodeCliCommand> {
 public:
     using TypedString::TypedString;
 
-    /// The commands by which an argument vector is recognised, in their fixed order. The view is of a constant and
-    /// never ends.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeCliCommand> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
 };
 
@@ -52,7 +48,9 @@ inline constexpr OAVTranscodeCliCommand OAVCliVideoColorTransferFunctionsFlag{"-
 /// Values of "-wmf_anchor". Deliberately not in allCases: in an argument vector it is reported as an unknown flag.
 inline constexpr OAVTranscodeCliCommand OAVCliWatermarkFileBurnAnchorsFlag{"-wmf_burn_anchors"};
 
-inline constexpr std::array allTranscodeCliCommands{
+/// The commands by which an argument vector is recognised, in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeCliCommand>{
     OAVCliHelpFlag,
     OAVCliCodecsFlag,
     OAVCliFormatsFlag,
@@ -69,9 +67,5 @@ inline constexpr std::array allTranscodeCliCommands{
     OAVCliVideoColorMatriciesFlag,
     OAVCliVideoColorTransferFunctionsFlag,
 };
-
-constexpr std::span<const OAVTranscodeCliCommand> OAVTranscodeCliCommand::allCases() noexcept {
-    return allTranscodeCliCommands;
-}
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class OAVTranscodeEngineValue : public TypedString<OAVTranscodeEngineValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeEngineValue> allCases() noexcept;
 };
 
 /// The media framework of Apple's systems.
@@ -22,13 +18,11 @@ inline constexpr OAVTranscodeEngineValue OAVTranscodeEngineAVFoundation{"av_foun
 /// The FFmpeg libraries; any system.
 inline constexpr OAVTranscodeEngineValue OAVTranscodeEngineFFmpeg{"ffmpeg"};
 
-inline constexpr std::array allTranscodeEngineValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeEngineValue>{
     OAVTranscodeEngineAVFoundation,
     OAVTranscodeEngineFFmpeg,
 };
-
-constexpr std::span<const OAVTranscodeEngineValue> OAVTranscodeEngineValue::allCases() noexcept {
-    return allTranscodeEngineValues;
-}
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -14,8 +13,6 @@ class OAVTranscodeTimecodeArgumentFlag : public TypedString<OAVTranscodeTimecode
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeTimecodeArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// False exactly for the flags that are switches; true for any other text, known or not.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -50,16 +47,14 @@ inline constexpr OAVTranscodeTimecodeArgumentFlag OAVTimecodeBypassNTSCDropFlag{
 /// it contains "-tc_burn".
 inline constexpr OAVTranscodeTimecodeArgumentFlag OAVTimecodeBurnAnchorFlag{"-tc_burn_anchor"};
 
-inline constexpr std::array allTranscodeTimecodeArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeTimecodeArgumentFlag>{
     OAVTimecodeAddTrackFlag,         OAVTimecodeAddBurnFlag,   OAVTimecodeBurnFontSize,
     OAVTimecodeBurnFontRGB,          OAVTimecodeBurnBoxRGB,    OAVTimecodeMatchSourceFlag,
     OAVTimecodeFromCreationDateFlag, OAVTimecodeCustomFlag,    OAVTimecodeFrameRateFlag,
     OAVTimecodeIsDropFlag,           OAVTimecodeIsNonDropFlag, OAVTimecodeBypassNTSCDropFlag,
 };
-
-constexpr std::span<const OAVTranscodeTimecodeArgumentFlag> OAVTranscodeTimecodeArgumentFlag::allCases() noexcept {
-    return allTranscodeTimecodeArgumentFlags;
-}
 
 constexpr bool OAVTranscodeTimecodeArgumentFlag::acceptsArguments() const noexcept {
     return !(*this == OAVTimecodeAddTrackFlag || *this == OAVTimecodeAddBurnFlag ||

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -13,8 +12,6 @@ class OAVTranscodeVideoArgumentFlag : public TypedString<OAVTranscodeVideoArgume
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeVideoArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// False exactly for the flags that are switches; true for any other text, known or not.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -72,7 +69,9 @@ inline constexpr OAVTranscodeVideoArgumentFlag OAVVideoREDPremiumDecodeFlag{"-re
 /// An OAVUnifiedCodecDecoderValue.
 inline constexpr OAVTranscodeVideoArgumentFlag OAVVideoDecodeEngineFlag{"-v_decoder"};
 
-inline constexpr std::array allTranscodeVideoArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeVideoArgumentFlag>{
     OAVNoVideoFlag,
     OAVVideoFormatFlag,
     OAVVideoFrameRateFlag,
@@ -99,10 +98,6 @@ inline constexpr std::array allTranscodeVideoArgumentFlags{
     OAVVideoREDPremiumDecodeFlag,
     OAVVideoDecodeEngineFlag,
 };
-
-constexpr std::span<const OAVTranscodeVideoArgumentFlag> OAVTranscodeVideoArgumentFlag::allCases() noexcept {
-    return allTranscodeVideoArgumentFlags;
-}
 
 constexpr bool OAVTranscodeVideoArgumentFlag::acceptsArguments() const noexcept {
     return !(*this == OAVNoVideoFlag || *this == OAVVideoGPUEncodingFlag || *this == OAVVideoGPUDecodingFlag ||

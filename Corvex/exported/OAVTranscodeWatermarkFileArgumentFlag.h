@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -14,8 +13,6 @@ class OAVTranscodeWatermarkFileArgumentFlag : public TypedString<OAVTranscodeWat
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeWatermarkFileArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// Always true: every flag of the family takes a value.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -28,16 +25,13 @@ inline constexpr OAVTranscodeWatermarkFileArgumentFlag OAVWatermarkFileBurnFileP
 /// Factor on the image's own size, a decimal above 0.
 inline constexpr OAVTranscodeWatermarkFileArgumentFlag OAVWatermarkFileBurnScaleFlag{"-wmf_scale"};
 
-inline constexpr std::array allTranscodeWatermarkFileArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeWatermarkFileArgumentFlag>{
     OAVWatermarkFileBurnAnchorFlag,
     OAVWatermarkFileBurnFilePathFlag,
     OAVWatermarkFileBurnScaleFlag,
 };
-
-constexpr std::span<const OAVTranscodeWatermarkFileArgumentFlag>
-OAVTranscodeWatermarkFileArgumentFlag::allCases() noexcept {
-    return allTranscodeWatermarkFileArgumentFlags;
-}
 
 constexpr bool OAVTranscodeWatermarkFileArgumentFlag::acceptsArguments() const noexcept { return true; }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/exported/CliFlag.h>
 #include <Corvex/platform/TypedString.h>
@@ -13,8 +12,6 @@ class OAVTranscodeWatermarkTextArgumentFlag : public TypedString<OAVTranscodeWat
 public:
     using TypedString::TypedString;
 
-    /// The known flags in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVTranscodeWatermarkTextArgumentFlag> allCases() noexcept;
     [[nodiscard]] constexpr std::string_view cliFlag() const noexcept { return rawValue(); }
     /// False exactly for the flags that are switches; true for any other text, known or not.
     [[nodiscard]] constexpr bool acceptsArguments() const noexcept;
@@ -33,15 +30,12 @@ inline constexpr OAVTranscodeWatermarkTextArgumentFlag OAVWatermarkTextBurnFontR
 /// The colour of the box behind the text, in the same form.
 inline constexpr OAVTranscodeWatermarkTextArgumentFlag OAVWatermarkTextBurnBoxRGBFlag{"-wmt_box_rgb"};
 
-inline constexpr std::array allTranscodeWatermarkTextArgumentFlags{
+/// The known flags in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVTranscodeWatermarkTextArgumentFlag>{
     OAVWatermarkTextAddBurnFlag,    OAVWatermarkTextBurnTextFlag,    OAVWatermarkTextBurnFontSizeFlag,
     OAVWatermarkTextBurnAnchorFlag, OAVWatermarkTextBurnFontRGBFlag, OAVWatermarkTextBurnBoxRGBFlag,
 };
-
-constexpr std::span<const OAVTranscodeWatermarkTextArgumentFlag>
-OAVTranscodeWatermarkTextArgumentFlag::allCases() noexcept {
-    return allTranscodeWatermarkTextArgumentFlags;
-}
 
 constexpr bool OAVTranscodeWatermarkTextArgumentFlag::acceptsArguments() const noexcept {
     return !(*this == OAVWatermarkTextAddBurnFlag);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -11,9 +10,6 @@ namespace corvex::inline v0 {
 class OAVUnifiedCodecDecoderValue : public TypedString<OAVUnifiedCodecDecoderValue> {
 public:
     using TypedString::TypedString;
-
-    /// The known values in their fixed order.
-    [[nodiscard]] static constexpr std::span<const OAVUnifiedCodecDecoderValue> allCases() noexcept;
 };
 
 /// The media framework of Apple's systems.
@@ -25,15 +21,13 @@ inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderVideoToolkit{
 /// Sony's own kit for footage of its cameras.
 inline constexpr OAVUnifiedCodecDecoderValue OAVUnifiedCodecDecoderSonySMDK{"smdk"};
 
-inline constexpr std::array allUnifiedCodecDecoderValues{
+/// The known values in their fixed order.
+template <>
+inline constexpr std::array knownValues<OAVUnifiedCodecDecoderValue>{
     OAVUnifiedCodecDecoderAVFoundation,
     OAVUnifiedCodecDecoderFFmpeg,
     OAVUnifiedCodecDecoderVideoToolkit,
     OAVUnifiedCodecDecoderSonySMDK,
 };
-
-constexpr std::span<const OAVUnifiedCodecDecoderValue> OAVUnifiedCodecDecoderValue::allCases() noexcept {
-    return allUnifiedCodecDecoderValues;
-}
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class ORVCameraSeries : public TypedString<ORVCameraSeries> {
 public:
     using TypedString::TypedString;
-
-    /// The known series in their fixed order.
-    [[nodiscard]] static constexpr std::span<const ORVCameraSeries> allCases() noexcept;
 };
 
 /// Digital cinema: ProRes or ARRIRAW. "Arri" here, "ARRI" as a maker.
@@ -42,13 +38,13 @@ inline constexpr ORVCameraSeries ORVCameraSeriesSonyXAVC{"Sony XAVC"};
 /// Broadcast cameras: MPEG-2 in MXF on discs or cards.
 inline constexpr ORVCameraSeries ORVCameraSeriesSonyXDCAM{"Sony XDCAM"};
 
-inline constexpr std::array allCameraSeries{
+/// The known series in their fixed order.
+template <>
+inline constexpr std::array knownValues<ORVCameraSeries>{
     ORVCameraSeriesArriAlexa,   ORVCameraSeriesArriAmira,        ORVCameraSeriesBlackmagicUrsa,
     ORVCameraSeriesCanonEOS,    ORVCameraSeriesGoProHero,        ORVCameraSeriesPanasonicAVCCAM,
     ORVCameraSeriesPanasonicP2, ORVCameraSeriesPanasonicVariCam, ORVCameraSeriesRedDSMC2,
     ORVCameraSeriesSonyNXCAM,   ORVCameraSeriesSonyXAVC,         ORVCameraSeriesSonyXDCAM,
 };
-
-constexpr std::span<const ORVCameraSeries> ORVCameraSeries::allCases() noexcept { return allCameraSeries; }
 
 }  // namespace corvex::inline v0

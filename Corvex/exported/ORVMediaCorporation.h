@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -11,10 +10,6 @@ namespace corvex::inline v0 {
 class ORVMediaCorporation : public TypedString<ORVMediaCorporation> {
 public:
     using TypedString::TypedString;
-
-    /// The known makers in their fixed order. For people,
-    /// MediaFormatConstants lists them by name.
-    [[nodiscard]] static constexpr std::span<const ORVMediaCorporation> allCases() noexcept;
 };
 
 /// CinemaDNG, Cube look-up tables.
@@ -52,7 +47,9 @@ inline constexpr ORVMediaCorporation ORVMediaCorporationRED{"RED"};
 /// Cameras; XDCAM, XAVC, NXCAM.
 inline constexpr ORVMediaCorporation ORVMediaCorporationSony{"Sony"};
 
-inline constexpr std::array allMediaCorporations{
+/// The known makers in their fixed order. For people, MediaFormatConstants lists them by name.
+template <>
+inline constexpr std::array knownValues<ORVMediaCorporation>{
     ORVMediaCorporationAdobe,      ORVMediaCorporationApple,
     ORVMediaCorporationArri,       ORVMediaCorporationAvid,
     ORVMediaCorporationBlackMagic, ORVMediaCorporationCanon,
@@ -63,7 +60,5 @@ inline constexpr std::array allMediaCorporations{
     ORVMediaCorporationPhantom,    ORVMediaCorporationRED,
     ORVMediaCorporationSony,
 };
-
-constexpr std::span<const ORVMediaCorporation> ORVMediaCorporation::allCases() noexcept { return allMediaCorporations; }
 
 }  // namespace corvex::inline v0

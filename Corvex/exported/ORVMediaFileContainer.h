@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class ORVMediaFileContainer : public TypedString<ORVMediaFileContainer> {
 public:
     using TypedString::TypedString;
-
-    /// The known containers in their fixed order.
-    [[nodiscard]] static constexpr std::span<const ORVMediaFileContainer> allCases() noexcept;
 };
 
 /// A RIFF file of the form "AVI ".
@@ -40,14 +36,12 @@ inline constexpr ORVMediaFileContainer ORVMediaFileContainerDPX{"DPX"};
 /// High-speed takes of Phantom cameras.
 inline constexpr ORVMediaFileContainer ORVMediaFileContainerCINE{"CINE"};
 
-inline constexpr std::array allMediaFileContainers{
+/// The known containers in their fixed order.
+template <>
+inline constexpr std::array knownValues<ORVMediaFileContainer>{
     ORVMediaFileContainerAVI,  ORVMediaFileContainerHDE, ORVMediaFileContainerImageSequence,  ORVMediaFileContainerMP4,
     ORVMediaFileContainerMXF,  ORVMediaFileContainerNEV, ORVMediaFileContainerQuickTimeMovie, ORVMediaFileContainerR3D,
     ORVMediaFileContainerBRAW, ORVMediaFileContainerDPX, ORVMediaFileContainerCINE,
 };
-
-constexpr std::span<const ORVMediaFileContainer> ORVMediaFileContainer::allCases() noexcept {
-    return allMediaFileContainers;
-}
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class ORVMediaRecordingFormat : public TypedString<ORVMediaRecordingFormat> {
 public:
     using TypedString::TypedString;
-
-    /// The known formats in their fixed order.
-    [[nodiscard]] static constexpr std::span<const ORVMediaRecordingFormat> allCases() noexcept;
 };
 
 /// Transport streams below BDMV/STREAM, with playlists beside them.
@@ -28,13 +24,11 @@ inline constexpr ORVMediaRecordingFormat ORVMediaRecordingFormatRawVolume{"Raw V
 /// MXF files with XML beside them, as on Sony's discs and cards.
 inline constexpr ORVMediaRecordingFormat ORVMediaRecordingFormatXDCAM{"XDCAM"};
 
-inline constexpr std::array allMediaRecordingFormats{
+/// The known formats in their fixed order.
+template <>
+inline constexpr std::array knownValues<ORVMediaRecordingFormat>{
     ORVMediaRecordingFormatAVCHD,     ORVMediaRecordingFormatCinemaDNG, ORVMediaRecordingFormatP2,
     ORVMediaRecordingFormatRawVolume, ORVMediaRecordingFormatXDCAM,
 };
-
-constexpr std::span<const ORVMediaRecordingFormat> ORVMediaRecordingFormat::allCases() noexcept {
-    return allMediaRecordingFormats;
-}
 
 }  // namespace corvex::inline v0

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -12,9 +11,6 @@ namespace corvex::inline v0 {
 class ORVVideoCodec : public TypedString<ORVVideoCodec> {
 public:
     using TypedString::TypedString;
-
-    /// The known codecs in their fixed order.
-    [[nodiscard]] static constexpr std::span<const ORVVideoCodec> allCases() noexcept;
 };
 
 /// A codec of the MPEG family that is not told apart further.
@@ -57,7 +53,9 @@ inline constexpr ORVVideoCodec ORVVideoCodecProResRaw{"ProRes RAW"};
 /// Sensor data coded by wavelets.
 inline constexpr ORVVideoCodec ORVVideoCodecRedcodeRaw{"REDCODE RAW"};
 
-inline constexpr std::array allVideoCodecs{
+/// The known codecs in their fixed order.
+template <>
+inline constexpr std::array knownValues<ORVVideoCodec>{
     ORVVideoCodecMpeg,      ORVVideoCodecAes,           ORVVideoCodecArriRaw,     ORVVideoCodecArriRawHde,
     ORVVideoCodecArriRdd18, ORVVideoCodecArricoreCbe,   ORVVideoCodecArricoreVbe, ORVVideoCodecAvidDNxHD,
     ORVVideoCodecAvidDNxHR, ORVVideoCodecBlackmagicRaw, ORVVideoCodecCanonRaw,    ORVVideoCodecCineform,
@@ -65,7 +63,5 @@ inline constexpr std::array allVideoCodecs{
     ORVVideoCodecMpeg4,     ORVVideoCodecProRes,        ORVVideoCodecProRes422,   ORVVideoCodecProRes4444,
     ORVVideoCodecProResRaw, ORVVideoCodecRedcodeRaw,
 };
-
-constexpr std::span<const ORVVideoCodec> ORVVideoCodec::allCases() noexcept { return allVideoCodecs; }
 
 }  // namespace corvex::inline v0

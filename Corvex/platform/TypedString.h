@@ -3,6 +3,7 @@
 #include <compare>
 #include <concepts>
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -26,6 +27,11 @@ private:
 
 /// Throws the DecodingError of a typed string for JSON of another kind.
 [[noreturn]] CORVEX_EXPORT void throwNoTypedString(std::string_view jsonText);
+
+/// The known values of a family in their fixed order: specialised beside those constants, with a constexpr std::array of
+/// them, by a family that has such a list.
+template <class Family>
+inline constexpr auto knownValues = nullptr;
 
 /// A text of one family of words: any spelling is legal, families never mix, the known ones are constants. A family
 /// derives from it by its own name: `class FileFormat : public TypedString<FileFormat> { using TypedString…; }`
@@ -58,6 +64,13 @@ public:
     }
     constexpr ~TypedString() {
         if (isOwner_) delete[] text_.data();
+    }
+
+    /// The family's known values; of a family that lists them. A view of a constant, which never ends.
+    [[nodiscard]] static constexpr std::span<const Family> allCases() noexcept
+        requires requires { knownValues<Family>.size(); }
+    {
+        return knownValues<Family>;
     }
 
     /// The text. Valid while this object lives and is not assigned to.

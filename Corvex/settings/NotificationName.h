@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include <Corvex/platform/TypedString.h>
 
@@ -13,9 +12,6 @@ namespace corvex::inline v0 {
 class NotificationName : public TypedString<NotificationName> {
 public:
     using TypedString::TypedString;
-
-    /// The shared names in their fixed order.
-    [[nodiscard]] static constexpr std::span<const NotificationName> allCases() noexcept;
 };
 
 /// Something on a volume was made, moved or removed.
@@ -37,7 +33,9 @@ inline constexpr NotificationName driveSpeedUpdate{"driveSpeedUpdate"};
 /// An upload is complete.
 inline constexpr NotificationName cloudResourceUploaded{"cloudResourceUploaded"};
 
-inline constexpr std::array allNotificationNames{
+/// The shared names in their fixed order.
+template <>
+inline constexpr std::array knownValues<NotificationName>{
     fileSystemManipulatedNotification,
     kShowStagingView,
     kRemovedActiveJob,
@@ -48,7 +46,5 @@ inline constexpr std::array allNotificationNames{
     driveSpeedUpdate,
     cloudResourceUploaded,
 };
-
-constexpr std::span<const NotificationName> NotificationName::allCases() noexcept { return allNotificationNames; }
 
 }  // namespace corvex::inline v0

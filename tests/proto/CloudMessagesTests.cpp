@@ -5,6 +5,7 @@
 #include <google/protobuf/util/json_util.h>
 #include <gtest/gtest.h>
 
+#include <Corvex/exported/FileExtension.h>
 #include <Corvex/exported/OAVTranscodeArgumentAspectRatioValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentAudioFormatValue.h>
 #include <Corvex/exported/OAVTranscodeArgumentVideoCodecValue.h>

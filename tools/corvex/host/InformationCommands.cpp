@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <Corvex/cli/transcode/TranscodeCliPreset.h>
+#include <Corvex/exported/FileExtension.h>
 #include <Corvex/exported/TranscodeVocabulary.h>
 #include <Corvex/media/AudioChannelLabel.h>
 #include <Corvex/platform/Text.h>

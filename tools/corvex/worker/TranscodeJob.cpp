@@ -5,6 +5,7 @@
 
 #include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
+#include <Corvex/exported/FileExtension.h>
 #include <Corvex/exported/OAVTranscodeAudioArgumentFlag.h>
 #include <Corvex/exported/OAVTranscodePresetValue.h>
 #include <Corvex/exported/OAVTranscodeWatermarkTextArgumentFlag.h>
