@@ -90,8 +90,6 @@ TEST(CLISanitizationOptions, cleanWordsAsAsked) {
         {CLISanitizationOptions(), "  -VN\n", "  -VN\n"},
     };
     for (const auto& [options, word, expected] : rows) EXPECT_EQ(options.sanitize(word), expected);
-    EXPECT_EQ(both.rawValue(), 3U);
-    EXPECT_FALSE(CLISanitizationOptions::lowercase.contains(both));
 }
 
 /// What a walk reports, in order: "+flag=value" for a valid pair, "!flag=value" for an invalid one, "?flag" for a
@@ -116,11 +114,9 @@ constexpr auto clean = CLISanitizationOptions::lowercase | CLISanitizationOption
 TEST(CLIArgumentSanitizer, sortsFlagsAndTheirValues) {
     const CLIArgumentSanitizer sanitizer({"-in", "-Out"});
     const std::tuple<const char*, const char*, const char*> rows[] = {
-        {"nothing", "", ""},
         {"strayWords", "a|b|-in|c", "?-in|+-in=c"},
         {"everyValue", "-in|a||b", "?-in|+-in=a|+-in=|+-in=b"},
         {"noValue", "-in|-x|1", "?-in|+-in=|?-x|!-x=1"},
-        {"noValueAtTheEnd", "-x", "?-x|!-x="},
         {"substringWithoutCase", "-INPUT_1|a|pre-in|-my-outer",
          "?-INPUT_1|+-INPUT_1=a|+-INPUT_1=pre-in|?-my-outer|+-my-outer="},
         {"flagsAsGiven", " -in|-in|-IN|a", "?-in|+-in=|?-IN|+-IN=a"},
