@@ -209,9 +209,7 @@ TEST(TranscodeOptionAccessors, otherFormsOfAValue) {
 
 TEST(TranscodeOptionAccessors, choicesThatTheCommandLineCannotNameRemoveTheFlag) {
     Options options;
-    options.setColorSpace(OrvaneVideoColorSpace::rec709);
-    options.setColorMatrix(OrvaneVideoColorMatrix::rec709);
-    options.setColorTransferFunction(OrvanePixelTransferFunction::pq);
+    options.setFlagValueLookup({{"-c_space", "rec_709"}, {"-c_matrix", "cm_rec_709_2"}, {"-c_transfer", "tf_pq"}});
     options.setColorSpace(OrvaneVideoColorSpace::p3D65);
     options.setColorMatrix(OrvaneVideoColorMatrix::none);
     options.setColorTransferFunction(OrvanePixelTransferFunction::gamma);

