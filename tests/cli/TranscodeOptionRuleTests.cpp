@@ -80,6 +80,7 @@ TEST(TranscodeOptionRules, settersLeaveOneOfTheirFlags) {
         {labelled, [](auto& a) { a.setTimecodeSource(TimecodeComponents(10, 2, 3, 4, DropFrameState::nonDrop)); },
          "-tc_custom=10:02:03:04"},
         {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::drop); }, "-tc_custom=1|-tc_drop="},
+        {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::nonDrop); }, "-tc_custom=1|-tc_non_drop="},
         {states, [](auto& a) { a.setTimecodeDropFrameState(DropFrameState::unknown); }, "-tc_custom=1"},
         {"", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_track="},
         {"-tc_burn=", [](auto& a) { a.setIncludeTimecode(true); }, "-tc_burn="},

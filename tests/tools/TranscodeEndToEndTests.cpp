@@ -64,13 +64,13 @@ TEST_F(TranscodeEndToEnd, everyAudioFormatIsWhatItsNameSays) {
         {"a.mov", "-in @ac3", "aac 48000"},
         {"a.mov", "-in @flac", "pcm_s16le 48000"},
     };
-    const double level = loudness(clip("plain"), 0.5)[0];
+    const double level = loudness(clip("plain"), 0.5).at(0);
     for (const auto& [target, words, facts] : rows) {
         SCOPED_TRACE(target + " " + words);
         const ProbeResult audio = stream(probe(transcode(target, words)), "audio");
         EXPECT_EQ(text(audio, "codec_name") + " " + text(audio, "sample_rate"), facts);
         EXPECT_NEAR(number(audio, "duration"), 1, 0.03);
-        EXPECT_NEAR(loudness(target, 0.5)[0], level, 0.1 * level);
+        EXPECT_NEAR(loudness(target, 0.5).at(0), level, 0.1 * level);
     }
 }
 
