@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <Corvex/cli/transcode/TranscodeDetails.h>
 #include <Corvex/color/OrvanePixelTransferFunction.h>
 #include <Corvex/color/OrvaneVideoColorMatrix.h>
 #include <Corvex/media/AudioChannelLabel.h>
@@ -37,7 +38,27 @@ void expectOption(const char* flag, const char* text, Getter getter, Setter sett
     EXPECT_EQ(options.flagValueLookup(), ArgumentLookup());
 }
 
+/// A field of a detail record writes exactly `text` under `flag`; a record without it leaves that as it is.
+template <class Detail, class Field>
+void expectCopied(const char* flag, const char* text, std::optional<Field> Detail::*field, const auto& value) {
+    Options options;
+    Detail detail;
+    detail.*field = value;
+    options.update(detail);
+    options.update(Detail());
+    EXPECT_EQ(options.flagValueLookup(), (ArgumentLookup{{flag, text}})) << flag;
+    if constexpr (std::is_same_v<Field, bool>) {
+        detail.*field = false;
+        options.update(detail);
+        EXPECT_EQ(options.flagValueLookup(), ArgumentLookup()) << flag;
+    }
+}
+
 #define EXPECT_OPTION(flag, text, get, set, ...) expectOption(flag, text, &Options::get, &Options::set, __VA_ARGS__)
+/// Of an option that a detail record has under the same name.
+#define EXPECT_DETAIL(detail, flag, text, get, set, ...) \
+    EXPECT_OPTION(flag, text, get, set, __VA_ARGS__);    \
+    expectCopied(flag, text, &Transcode##detail##Detail::get, __VA_ARGS__)
 
 TEST(TranscodeOptionAccessors, texts) {
     EXPECT_OPTION("-out", " /A ", outputFile, setOutputFile, " /A ");
@@ -46,56 +67,56 @@ TEST(TranscodeOptionAccessors, texts) {
     EXPECT_OPTION("-work_dir", "/W", workDirectory, setWorkDirectory, "/W");
     EXPECT_OPTION("-lang_code", "DE", languageCode, setLanguageCode, "DE");
     EXPECT_OPTION("-file_format", "wav", outputFileFormat, setOutputFileFormat, OAVWaveFileFormat);
-    EXPECT_OPTION("-vprofile", "High 10", videoProfile, setVideoProfile, "High 10");
+    EXPECT_DETAIL(Video, "-vprofile", "High 10", videoProfile, setVideoProfile, "High 10");
     EXPECT_OPTION("-v_decoder", "ffmpeg", videoDecodeEngineValue, setVideoDecodeEngineValue, "ffmpeg");
     EXPECT_OPTION("-a_decoder", "smdk", audioDecodeEngineValue, setAudioDecodeEngineValue, "smdk");
-    EXPECT_OPTION("-alang_code", "de-CH", audioLanguageCode, setAudioLanguageCode, "de-CH");
-    EXPECT_OPTION("-tc_custom", "", timecode, setTimecode, "");
-    EXPECT_OPTION("-wmf_path", "/Logo.png", watermarkFilePath, setWatermarkFilePath, "/Logo.png");
-    EXPECT_OPTION("-wmt_text", " Not FINAL ", watermarkText, setWatermarkText, " Not FINAL ");
+    EXPECT_DETAIL(Audio, "-alang_code", "de-CH", audioLanguageCode, setAudioLanguageCode, "de-CH");
+    EXPECT_DETAIL(Timecode, "-tc_custom", "", timecode, setTimecode, "");
+    EXPECT_DETAIL(WatermarkImage, "-wmf_path", "/Logo.png", watermarkFilePath, setWatermarkFilePath, "/Logo.png");
+    EXPECT_DETAIL(WatermarkText, "-wmt_text", " Not FINAL ", watermarkText, setWatermarkText, " Not FINAL ");
     EXPECT_OPTION("-clut", "/Look 1.cube", lutFile, setLutFile, std::filesystem::path("/Look 1.cube"));
 }
 
 TEST(TranscodeOptionAccessors, choices) {
-    EXPECT_OPTION("-vcodec", "Any Codec", videoFormat, setVideoFormat,
+    EXPECT_DETAIL(Video, "-vcodec", "Any Codec", videoFormat, setVideoFormat,
                   OAVTranscodeArgumentVideoCodecValue("Any Codec"));
-    EXPECT_OPTION("-aspect_scaling", "letterbox", aspectScaling, setAspectScaling, OAVLetterboxAspect);
-    EXPECT_OPTION("-crop_anchor", "tr", videoCropAnchor, setVideoCropAnchor, VideoCropAnchor(OAVAnchorTopRight));
-    EXPECT_OPTION("-acodec", "apple_lossless", audioFormat, setAudioFormat, OAVAppleLosslessAudioFormatValue);
-    EXPECT_OPTION("-acl", "hex", channelLayout, setChannelLayout, OAVHexagonalAudioLayout);
-    EXPECT_OPTION("-tc_burn_anchor", "c", timecodeBurnAnchor, setTimecodeBurnAnchor,
+    EXPECT_DETAIL(Video, "-aspect_scaling", "letterbox", aspectScaling, setAspectScaling, OAVLetterboxAspect);
+    EXPECT_DETAIL(Video, "-crop_anchor", "tr", videoCropAnchor, setVideoCropAnchor, VideoCropAnchor(OAVAnchorTopRight));
+    EXPECT_DETAIL(Audio, "-acodec", "apple_lossless", audioFormat, setAudioFormat, OAVAppleLosslessAudioFormatValue);
+    EXPECT_DETAIL(Audio, "-acl", "hex", channelLayout, setChannelLayout, OAVHexagonalAudioLayout);
+    EXPECT_DETAIL(Timecode, "-tc_burn_anchor", "c", timecodeBurnAnchor, setTimecodeBurnAnchor,
                   TimecodeBurnAnchor(OAVAnchorCenter));
-    EXPECT_OPTION("-wmf_anchor", "cr", watermarkFileAnchor, setWatermarkFileAnchor,
+    EXPECT_DETAIL(WatermarkImage, "-wmf_anchor", "cr", watermarkFileAnchor, setWatermarkFileAnchor,
                   WatermarkBurnAnchor(OAVAnchorCenterRight));
-    EXPECT_OPTION("-wmt_anchor", "c", watermarkTextAnchor, setWatermarkTextAnchor, OAVAnchorCenter);
-    EXPECT_OPTION("-c_space", "sRGB", colorSpace, setColorSpace, OrvaneVideoColorSpace::sRGB);
+    EXPECT_DETAIL(WatermarkText, "-wmt_anchor", "c", watermarkTextAnchor, setWatermarkTextAnchor, OAVAnchorCenter);
+    EXPECT_DETAIL(Video, "-c_space", "sRGB", colorSpace, setColorSpace, OrvaneVideoColorSpace::sRGB);
     EXPECT_OPTION("-c_matrix", "cm_rec_604_4", colorMatrix, setColorMatrix, OrvaneVideoColorMatrix::rec601);
     EXPECT_OPTION("-c_transfer", "tf_smpte_240M_1995", colorTransferFunction, setColorTransferFunction,
                   OrvanePixelTransferFunction::smpte240M);
-    EXPECT_OPTION("-v_colrange", "v", colorRange, setColorRange, OrvanePixelColorRange::video);
-    EXPECT_OPTION("-aqual", "medium", audioQuality, setAudioQuality, TranscodeAudioQuality::medium);
+    EXPECT_DETAIL(Video, "-v_colrange", "v", colorRange, setColorRange, OrvanePixelColorRange::video);
+    EXPECT_DETAIL(Audio, "-aqual", "medium", audioQuality, setAudioQuality, TranscodeAudioQuality::medium);
 }
 
 TEST(TranscodeOptionAccessors, numbers) {
-    EXPECT_OPTION("-vr", "23.976", videoFrameRate, setVideoFrameRate, 23.976F);
-    EXPECT_OPTION("-vbr", "0.1", videoBitRate, setVideoBitRate, 0.1F);
+    EXPECT_DETAIL(Video, "-vr", "23.976", videoFrameRate, setVideoFrameRate, 23.976F);
+    EXPECT_DETAIL(Video, "-vbr", "0.1", videoBitRate, setVideoBitRate, 0.1F);
     EXPECT_OPTION("-vscale", "0.25", explicitVideoScaling, setExplicitVideoScaling, 0.25F);
-    EXPECT_OPTION("-tc_rate", "29.97", timecodeFrameRate, setTimecodeFrameRate, 29.97F);
-    EXPECT_OPTION("-wmf_scale", "1.5", watermarkFileScale, setWatermarkFileScale, 1.5);
-    EXPECT_OPTION("-vbd", "10", videoBitDepth, setVideoBitDepth, 10);
-    EXPECT_OPTION("-key_frames", "250", keyFrames, setKeyFrames, 250);
+    EXPECT_DETAIL(Timecode, "-tc_rate", "29.97", timecodeFrameRate, setTimecodeFrameRate, 29.97F);
+    EXPECT_DETAIL(WatermarkImage, "-wmf_scale", "1.5", watermarkFileScale, setWatermarkFileScale, 1.5);
+    EXPECT_DETAIL(Video, "-vbd", "10", videoBitDepth, setVideoBitDepth, 10);
+    EXPECT_DETAIL(Video, "-key_frames", "250", keyFrames, setKeyFrames, 250);
     EXPECT_OPTION("-mf", "9223372036854775807", maxFrames, setMaxFrames, INT64_MAX);
     EXPECT_OPTION("-max_v_frame_mem", "-1", maxVideoFrameMemory, setMaxVideoFrameMemory, -1);
-    EXPECT_OPTION("-abr", "256000", audioBitRate, setAudioBitRate, 256000);
-    EXPECT_OPTION("-asr", "48000", sampleRate, setSampleRate, 48000);
-    EXPECT_OPTION("-abpc", "24", audioBitsPerChannel, setAudioBitsPerChannel, 24);
-    EXPECT_OPTION("-acl_tag", "-65536", channelLayoutTag, setChannelLayoutTag, -65536);
-    EXPECT_OPTION("-tc_burn_size", "36", timecodeBurnFontSize, setTimecodeBurnFontSize, 36);
-    EXPECT_OPTION("-wmt_size", "0", watermarkTextBurnFontSize, setWatermarkTextBurnFontSize, 0);
+    EXPECT_DETAIL(Audio, "-abr", "256000", audioBitRate, setAudioBitRate, 256000);
+    EXPECT_DETAIL(Audio, "-asr", "48000", sampleRate, setSampleRate, 48000);
+    EXPECT_DETAIL(Audio, "-abpc", "24", audioBitsPerChannel, setAudioBitsPerChannel, 24);
+    EXPECT_DETAIL(Audio, "-acl_tag", "-65536", channelLayoutTag, setChannelLayoutTag, -65536);
+    EXPECT_DETAIL(Timecode, "-tc_burn_size", "36", timecodeBurnFontSize, setTimecodeBurnFontSize, 36);
+    EXPECT_DETAIL(WatermarkText, "-wmt_size", "0", watermarkTextBurnFontSize, setWatermarkTextBurnFontSize, 0);
 }
 
 TEST(TranscodeOptionAccessors, structuredValues) {
-    EXPECT_OPTION("-dims", "1920x1080.5", videoDimensions, setVideoDimensions, PictureSize(1920, 1080.5));
+    EXPECT_DETAIL(Video, "-dims", "1920x1080.5", videoDimensions, setVideoDimensions, PictureSize(1920, 1080.5));
     EXPECT_OPTION("-additional_decode_options", "a=1:b=", additionalDecodeOptions, setAdditionalDecodeOptions,
                   std::map<std::string, std::string>{{"b", ""}, {"a", "1"}});
     EXPECT_OPTION("-gpu_trans", "[4294968296 0", gpuTransformationDeviceIDs, setGpuTransformationDeviceIDs,
@@ -104,10 +125,10 @@ TEST(TranscodeOptionAccessors, structuredValues) {
     EXPECT_OPTION("-acl_bitmap", "[L R C LFE Ls Rs", channelLayoutBitmap, setChannelLayoutBitmap,
                   std::vector{left, right, center, lowFrequencyEffects, leftSurround, rightSurround});
     const Color color = Color::sRGB(0.1, 0, 1);
-    EXPECT_OPTION("-tc_burn_font_rgb", "0.1 0 1", timecodeBurnFontColor, setTimecodeBurnFontColor, color);
-    EXPECT_OPTION("-tc_burn_box_rgb", "0.1 0 1", timecodeBurnBoxColor, setTimecodeBurnBoxColor, color);
-    EXPECT_OPTION("-wmt_font_rgb", "0.1 0 1", watermarkTextFontColor, setWatermarkTextFontColor, color);
-    EXPECT_OPTION("-wmt_box_rgb", "0.1 0 1", watermarkTextBoxColor, setWatermarkTextBoxColor, color);
+    EXPECT_DETAIL(Timecode, "-tc_burn_font_rgb", "0.1 0 1", timecodeBurnFontColor, setTimecodeBurnFontColor, color);
+    EXPECT_DETAIL(Timecode, "-tc_burn_box_rgb", "0.1 0 1", timecodeBurnBoxColor, setTimecodeBurnBoxColor, color);
+    EXPECT_DETAIL(WatermarkText, "-wmt_font_rgb", "0.1 0 1", watermarkTextFontColor, setWatermarkTextFontColor, color);
+    EXPECT_DETAIL(WatermarkText, "-wmt_box_rgb", "0.1 0 1", watermarkTextBoxColor, setWatermarkTextBoxColor, color);
 }
 
 TEST(TranscodeOptionAccessors, switchesAreOnWithAnyValue) {
@@ -139,6 +160,22 @@ TEST(TranscodeOptionAccessors, switchesAreOnWithAnyValue) {
         options.setArgumentFlagValue("false", flag);
         EXPECT_TRUE((options.*get)());
     }
+    expectCopied("-preserve_log", "", &TranscodeVideoDetail::preserveLogEncoding, true);
+    expectCopied("-adiscrete", "", &TranscodeAudioDetail::audioOutputIsDiscrete, true);
+    expectCopied("-a_ch_match", "", &TranscodeAudioDetail::audioOutputChannelsMatchSource, true);
+    expectCopied("-tc_track", "", &TranscodeTimecodeDetail::addTimecodeTrack, true);
+    expectCopied("-tc_burn", "", &TranscodeTimecodeDetail::addTimecodeBurn, true);
+    expectCopied("-wmt_burn", "", &TranscodeWatermarkTextDetail::addWatermarkText, true);
+}
+
+TEST(TranscodeOptionAccessors, aTimecodesSourceIsCopiedAfterItsText) {
+    expectCopied("-tc_non_drop", "", &TranscodeTimecodeDetail::timecodeDropFrameState, DropFrameState::nonDrop);
+    TranscodeTimecodeDetail detail;
+    detail.timecode = "10:00:00:00";
+    detail.timecodeSource = TimecodeSource::creationDate;  // which leaves no text
+    Options options;
+    options.update(detail);
+    EXPECT_EQ(options.flagValueLookup(), (ArgumentLookup{{"-tc_creation", ""}}));
 }
 
 TEST(TranscodeOptionAccessors, textsThatAreNoValueReadAsNone) {
@@ -172,9 +209,7 @@ TEST(TranscodeOptionAccessors, otherFormsOfAValue) {
 
 TEST(TranscodeOptionAccessors, choicesThatTheCommandLineCannotNameRemoveTheFlag) {
     Options options;
-    options.setColorSpace(OrvaneVideoColorSpace::rec709);
-    options.setColorMatrix(OrvaneVideoColorMatrix::rec709);
-    options.setColorTransferFunction(OrvanePixelTransferFunction::pq);
+    options.setFlagValueLookup({{"-c_space", "rec_709"}, {"-c_matrix", "cm_rec_709_2"}, {"-c_transfer", "tf_pq"}});
     options.setColorSpace(OrvaneVideoColorSpace::p3D65);
     options.setColorMatrix(OrvaneVideoColorMatrix::none);
     options.setColorTransferFunction(OrvanePixelTransferFunction::gamma);

@@ -6,7 +6,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
@@ -41,11 +40,8 @@ Command::Command(Words words) {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    const int problem = posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(), environ);
+    EXPECT_EQ(posix_spawnp(&process_, arguments[0], &actions, nullptr, arguments.data(), environ), 0) << words[0];
     posix_spawn_file_actions_destroy(&actions);
-    if (problem == 0) return;
-    ADD_FAILURE() << words[0] << ": " << std::strerror(problem);
-    process_ = -1;
 }
 
 Command::~Command() {
@@ -65,11 +61,9 @@ CommandResult Command::wait() {
 
 CommandResult run(Words words) { return Command(std::move(words)).wait(); }
 
-CommandResult corvex(const std::string& line) {
-    Words words = wordsOf(line);
-    words.insert(words.begin(), corvex::test::toolPath);
-    return run(std::move(words));
-}
+Words toolWords(const std::string& line) { return wordsOf(corvex::test::toolPath + (" " + line)); }
+
+CommandResult corvex(const std::string& line) { return run(toolWords(line)); }
 
 std::string runOrFail(const Words& words) {
     const CommandResult result = run(words);
@@ -77,11 +71,7 @@ std::string runOrFail(const Words& words) {
     return result.output;
 }
 
-std::string answerTo(const std::string& line) {
-    const CommandResult result = corvex(line);
-    EXPECT_EQ(result.exitStatus, 0) << line << "\n" << result.error;
-    return result.output;
-}
+std::string answerTo(const std::string& line) { return runOrFail(toolWords(line)); }
 
 nlohmann::json jsonAnswerTo(const std::string& line) {
     const std::size_t rest = std::min(line.find(" -"), line.size());

@@ -30,8 +30,6 @@ public:
     /// `words`: the program, found in PATH, and its arguments. Standard input is empty.
     explicit Command(Words words);
     ~Command();  ///< Ends it with SIGKILL if nobody waited.
-    Command(const Command&) = delete;
-    Command& operator=(const Command&) = delete;
 
     [[nodiscard]] pid_t processIdentifier() const noexcept { return process_; }
     [[nodiscard]] std::string outputSoFar() const;
@@ -44,7 +42,8 @@ private:
 };
 
 CommandResult run(Words words);
-/// The tool under test; the line is read by wordsOf().
+/// The tool under test before the words of a line, which is read by wordsOf().
+Words toolWords(const std::string& line);
 CommandResult corvex(const std::string& line);
 /// A program that must succeed, as ffmpeg: a failure is reported to GoogleTest. Gives its standard output.
 std::string runOrFail(const Words& words);

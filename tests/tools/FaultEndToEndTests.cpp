@@ -3,7 +3,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <optional>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -26,26 +25,21 @@ char stateOf(pid_t process) {
 std::string mostOf(const std::string& bytes) { return bytes.substr(0, bytes.size() * 3 / 4); }
 
 /// A transcode that has written its first frames and waits for more of its source.
-class RunningJob {
-public:
-    explicit RunningJob(const std::string& more = {}, const std::string& before = {}) {
-        command_.emplace(wordsOf(before + corvex::test::toolPath + " transcode -in " + directory.path("source.mkv") +
-                                 " -out " + directory.path("out.mov") + " -progress_file " + progress() +
-                                 " -vcodec prores422proxy " + more));
-        EXPECT_TRUE(eventually([&] { return readFile(progress()).find("state=running") != std::string::npos; }));
-        const std::string number = std::to_string(host());
-        std::istringstream(readFile("/proc/" + number + "/task/" + number + "/children")) >> worker_;
-        EXPECT_NE(worker_, 0);
+struct RunningJob {
+    explicit RunningJob(const std::string& more = {}, const std::string& before = {})
+        : command(wordsOf(before + corvex::test::toolPath + " transcode -in " + directory.path("source.mkv") +
+                          " -out " + directory.path("out.mov") + " -progress_file " + progress +
+                          " -vcodec prores422proxy " + more)) {
+        EXPECT_TRUE(eventually([&] { return readFile(progress).find("state=running") != std::string::npos; }));
+        const std::string number = std::to_string(host);
+        std::istringstream(readFile("/proc/" + number + "/task/" + number + "/children")) >> worker;
+        EXPECT_NE(worker, 0);
     }
-
-    [[nodiscard]] std::string progress() const { return work.path("progress.txt"); }
-    [[nodiscard]] pid_t host() const { return command_->processIdentifier(); }
-    [[nodiscard]] pid_t worker() const { return worker_; }
     /// Nothing beside the source; the worker has ended.
     CommandResult waitAndExpectNothingLeft() {
-        CommandResult result = command_->wait();
+        CommandResult result = command.wait();
         EXPECT_TRUE(eventually([&] {
-            const char state = stateOf(worker_);
+            const char state = stateOf(worker);
             return state == 0 || state == 'Z';  // a zombie whose new parent has not looked yet
         }));
         EXPECT_EQ(directory.entries(), Words{"source.mkv"});
@@ -60,26 +54,26 @@ public:
     }
 
     TemporaryDirectory directory, work;
-
-private:
-    SourcePipe pipe_{directory.path("source.mkv"), mostOf(readFile(clip("mkv")))};
-    std::optional<Command> command_;
-    pid_t worker_ = 0;
+    const std::string progress = work.path("progress.txt");
+    SourcePipe pipe{directory.path("source.mkv"), mostOf(readFile(clip("mkv")))};
+    Command command;
+    const pid_t host = command.processIdentifier();
+    pid_t worker = 0;
 };
 
 TEST(FaultEndToEnd, aHostThatIsKilledTakesItsWorkerAlong) {
     RunningJob job;
-    kill(job.host(), SIGKILL);
+    kill(job.host, SIGKILL);
     (void)job.waitAndExpectNothingLeft();
-    EXPECT_THAT(readFile(job.progress()), HasSubstr("state=failed"));
+    EXPECT_THAT(readFile(job.progress), HasSubstr("state=failed"));
 }
 
 TEST(FaultEndToEnd, aWorkerThatIsKilledIsReported) {
     for (const char* more : {"", "-overwrite"}) {
         RunningJob job(more);
         // As its temporary name would stand where the file system has no files without a name.
-        writeFile(job.directory.path(".out.mov." + std::to_string(job.worker()) + ".part"), "half");
-        kill(job.worker(), SIGKILL);
+        writeFile(job.directory.path(".out.mov." + std::to_string(job.worker) + ".part"), "half");
+        kill(job.worker, SIGKILL);
         job.expectToStopWith("signal 9");
     }
 }
@@ -88,14 +82,14 @@ TEST(FaultEndToEnd, signalsEndTheJobInOrder) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         for (const bool toWorker : {false, true}) {
             RunningJob job;
-            kill(toWorker ? job.worker() : job.host(), signal);
+            kill(toWorker ? job.worker : job.host, signal);
             job.expectToStopWith("stopped by signal");
         }
     }
     RunningJob job("", "nohup ");  // a signal that is ignored stays so
-    kill(job.worker(), SIGHUP);
-    kill(job.host(), SIGHUP);
-    kill(job.host(), SIGTERM);
+    kill(job.worker, SIGHUP);
+    kill(job.host, SIGHUP);
+    kill(job.host, SIGTERM);
     EXPECT_THAT(job.waitAndExpectNothingLeft().error, HasSubstr("stopped by signal 15"));
 }
 
@@ -103,11 +97,8 @@ using FaultRoomEndToEnd = RoomTest;
 
 TEST_F(FaultRoomEndToEnd, aFullDiskIsOneClearLineAndLeavesNothing) {
     writeFile("a.cube", "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n1 1 1\n");
-    struct Row {
-        std::string setting, words, name;
-    };
     // A limit in blocks of 512 bytes fails as a full disk does, with another text.
-    const Row rows[] = {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
         {"ulimit -f 32", "transcode -in @plain -out out.mov", "out.mov"},
         {"ulimit -f 32", "transcode -in @plain -vcodec prores422 -web -out out.mov", "out.mov"},
         {"ulimit -f 32", "transcode -in @plain -out out.wav", "out.wav"},

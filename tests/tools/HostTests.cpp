@@ -9,6 +9,7 @@
 
 #include <Corvex/cli/analysis/MediaAnalysisRequest.h>
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
+#include <tests/tools/Command.h>
 #include <tools/corvex/FileUrl.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/ToolError.h>
@@ -48,27 +49,22 @@ TEST(FileUrl, namesAPathOfThisMachine) {
 }
 
 TEST(FileUrl, standsWhereverAVectorNamesAPath) {
-    TranscodeCliArguments arguments(std::vector<std::string>{"-in_0_1", "file:///A", "-out", "file:///b%20b",
-                                                             "-wmf_path", "file:///c", "-wmt_text", "file:///d"});
+    TranscodeCliArguments arguments(
+        test::wordsOf("-in_0_1 file:///A -out file:///b%20b -wmf_path file:///c -wmt_text file:///d"));
     replaceFileUrls(arguments);
     EXPECT_EQ(arguments.flagValueLookup(),
               (ArgumentLookup{{"-in_0_1", "/A"}, {"-out", "/b b"}, {"-wmf_path", "/c"}, {"-wmt_text", "file:///d"}}));
-    MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(std::vector<std::string>{
-        "-pathToAnalyze", "[file:///A\nb", "-workDirectory", "file:///w", "-resultsFilePath", "file:///r",
-        "-analysisId", "file:///i", "-lutFile", "file:///l", "-maxImageWidth", "9", "-snapshotLocation", "0"});
+    MediaAnalysisRequest request = MediaAnalysisRequest::fromWords(
+        test::wordsOf("-pathToAnalyze '[file:///A\nb' -workDirectory file:///w -resultsFilePath file:///r "
+                      "-analysisId file:///i -lutFile file:///l -maxImageWidth 9 -snapshotLocation 0"));
     replaceFileUrls(request);
-    EXPECT_EQ(request.pathsToAnalyze, (std::vector<std::string>{"/A", "b"}));
+    EXPECT_THAT(request.pathsToAnalyze, ElementsAre("/A", "b"));
     EXPECT_EQ(request.workDirectory + request.resultsFilePath + *request.analysisId + request.images->lutFile,
               "/w/rfile:///i/l");
 }
 
 TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {
-    struct Row {
-        const char *prefix, *line, *shown;
-    };
-    constexpr Row rows[] = {
-        {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=62",
-         " 10.0 %  5/50 frames  25.0 fps  1:02 left\n"},
+    constexpr std::tuple<const char*, const char*, const char*> rows[] = {
         {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=3723",
          " 10.0 %  5/50 frames  25.0 fps  1:02:03 left\n"},
         {"", "state=running frame=5 total=50 percent=10.0 fps=25.00 eta=62 read=12345678 written=0",
@@ -81,17 +77,15 @@ TEST(ProgressDisplay, printsPlainLinesWhereNobodyWatches) {
         {"job 7", "job 7 state=done frame=0 total=0 percent=100.0 fps=0.00 eta=0", "100.0 %  done\n"},
         {"job 7", "state=done frame=0 total=0 percent=100.0", "state=done frame=0 total=0 percent=100.0\n"},
     };
-    for (const Row& row : rows) {
+    for (const auto& [prefix, line, shown] : rows) {
         CaptureStdout();
-        ProgressDisplay(row.prefix).takeLine(row.line);
-        EXPECT_EQ(GetCapturedStdout(), row.shown) << row.line;
+        ProgressDisplay(prefix).takeLine(line);
+        EXPECT_EQ(GetCapturedStdout(), shown) << line;
     }
 }
 
 TEST(TransferMeter, ratesAreThoseOfTheLastTwoSeconds) {
-    const auto at = [](int milliseconds) {
-        return IOActivityUpdate::Timestamp(std::chrono::milliseconds(milliseconds));
-    };
+    const auto at = [](int ms) { return IOActivityUpdate::Timestamp(std::chrono::milliseconds(ms)); };
     TransferMeter meter;
     const auto expectRates = [&](double read, double written) {
         EXPECT_THAT((std::array{meter.rates().read, meter.rates().written}), ElementsAre(read, written));

@@ -169,7 +169,7 @@ std::vector<double> loudness(const std::string& path, double windowSeconds, std:
     return result;
 }
 
-std::string TranscodeTest::transcode(const std::string& target, const std::string& words) {
+std::string transcode(const std::string& target, const std::string& words) {
     const CommandResult result = corvex("transcode -overwrite -out " + target + " " + words);
     EXPECT_EQ(result.exitStatus, 0) << words << result.error;
     EXPECT_EQ(result.error, "") << words;

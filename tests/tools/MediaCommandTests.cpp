@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <Corvex/platform/Text.h>
 #include <tests/tools/Command.h>
 
 namespace corvex::tool::test::mediaCommandTests {
@@ -15,9 +15,9 @@ using ::testing::HasSubstr;
 namespace fs = std::filesystem;
 
 Words sortedLines(const std::string& text) {
+    std::istringstream stream(text);
     Words lines;
-    forEachPiece(text, "\n", [&](std::string_view line) { lines.emplace_back(line); });
-    lines.pop_back();  // after the last end of a line
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
     std::ranges::sort(lines);
     return lines;
 }
@@ -37,13 +37,9 @@ protected:
 };
 
 TEST_F(MediaFind, printsFilesAndSaysWhatItLeavesOut) {
-    struct Row {
-        const char* options;
-        Words found, skipped;
-    };
     const std::string circle = "corvex: skipped './CLIPS/circle': a link to a folder is not followed";
     const std::string lost = "corvex: skipped './CLIPS/lost.mov': the link leads to nothing: No such file or directory";
-    const Row rows[] = {
+    const std::tuple<std::string, Words, Words> rows[] = {
         {"", {"./A001.MOV", "./sound.m4a"}, {}},
         {"--deep --ext mxf", {"./CLIPS/B001.mxf"}, {circle}},
         {"--deep --ext 'MXF, .mov'",
@@ -54,11 +50,11 @@ TEST_F(MediaFind, printsFilesAndSaysWhatItLeavesOut) {
           R"({"path":"./sound.m4a","extension":"m4a","containers":[]})"},
          {circle}},
     };
-    for (const Row& row : rows) {
-        const CommandResult result = corvex(std::string("media find . ") + row.options);
-        EXPECT_EQ(result.exitStatus, 0) << row.options;
-        EXPECT_EQ(sortedLines(result.output), row.found) << row.options;
-        EXPECT_EQ(sortedLines(result.error), row.skipped) << row.options;
+    for (const auto& [options, found, skipped] : rows) {
+        const CommandResult result = corvex("media find . " + options);
+        EXPECT_EQ(result.exitStatus, 0) << options;
+        EXPECT_EQ(sortedLines(result.output), found) << options;
+        EXPECT_EQ(sortedLines(result.error), skipped) << options;
     }
 }
 

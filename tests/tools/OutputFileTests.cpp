@@ -9,18 +9,14 @@
 #include <tests/tools/Command.h>
 #include <tools/corvex/ToolError.h>
 
-namespace corvex::tool::outputFileTests {
+namespace corvex::tool::test::outputFileTests {
 namespace {
 
 using corvex::test::thrownBy;
-using test::readFile;
-using test::TemporaryDirectory;
-using test::Words;
-using test::writeFile;
 using ::testing::HasSubstr;
 namespace fs = std::filesystem;
 
-using OutputFiles = test::RoomTest;
+using OutputFiles = RoomTest;
 
 TEST_F(OutputFiles, appearOnlyWhenTheyArePublished) {
     {
@@ -124,4 +120,4 @@ TEST_F(OutputFiles, leftoversOfAnotherProcessAreFound) {
 }
 
 }  // namespace
-}  // namespace corvex::tool::outputFileTests
+}  // namespace corvex::tool::test::outputFileTests

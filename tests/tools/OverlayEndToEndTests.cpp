@@ -50,16 +50,10 @@ std::string labelIn(const std::uint8_t* luma, std::ptrdiff_t stride, const Ancho
     return label;
 }
 
-using OverlayEndToEnd = TranscodeTest;
+using OverlayEndToEnd = RoomTest;
 
 TEST_F(OverlayEndToEnd, theLabelsInThePicturesAreThoseOfTheTrack) {
-    struct Row {
-        AVRational rate;
-        const char *source, *first, *more;
-        Anchor anchor;
-        int pictures;
-    };
-    const Row rows[] = {
+    const std::tuple<AVRational, std::string, std::string, std::string, Anchor, int> rows[] = {
         {{30000, 1001}, "rate=30000/1001 -frames:v 5", "00:00:59;28", "", OAVAnchorTopLeft, 5},
         {{60000, 1001}, "rate=60000/1001 -frames:v 5", "00:00:59:58", "-tc_non_drop", OAVAnchorCenterRight, 5},
         {{24000, 1001}, "rate=24000/1001 -frames:v 5", "23:59:59:22", "", OAVAnchorBottomLeft, 5},
@@ -68,13 +62,13 @@ TEST_F(OverlayEndToEnd, theLabelsInThePicturesAreThoseOfTheTrack) {
     };
     for (const auto& [rate, source, first, more, anchor, pictures] : rows) {
         SCOPED_TRACE(source);
-        ffmpeg(std::string("-f lavfi -i testsrc2=size=128x96:") + source + " -c:v mpeg4 source.mov");
-        const std::string burnt = transcode(
-            "burnt.mov", std::string("-in source.mov -vcodec mp4 -tc_track -tc_burn -tc_burn_size 12 ") +
-                             "-tc_burn_anchor " + std::string(anchor.rawValue()) + " -tc_custom " + first + " " + more);
-        expectFacts(probe(burnt), std::string("data 0 tag:timecode ") + first);
+        ffmpeg("-f lavfi -i testsrc2=size=128x96:" + source + " -c:v mpeg4 source.mov");
+        const std::string burnt =
+            transcode("burnt.mov", "-in source.mov -vcodec mp4 -tc_track -tc_burn -tc_burn_size 12 -tc_custom " +
+                                       first + " -tc_burn_anchor " + std::string(anchor.rawValue()) + " " + more);
+        expectFacts(probe(burnt), "data 0 tag:timecode " + first);
         AVTimecode timecode{};  // as the media libraries count the track's labels
-        ASSERT_EQ(av_timecode_init_from_string(&timecode, rate, first, nullptr), 0);
+        ASSERT_EQ(av_timecode_init_from_string(&timecode, rate, first.c_str(), nullptr), 0);
         timecode.flags |= AV_TIMECODE_FLAG_24HOURSMAX;
         const auto luma = decoded<std::uint8_t>("-i " + burnt + " -vf extractplanes=y -f rawvideo");
         ASSERT_EQ(luma.size(), static_cast<std::size_t>(pictures * width * height));

@@ -16,7 +16,6 @@ namespace {
 
 using OverlayRoom = test::RoomTest;
 using corvex::test::thrownBy;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 constexpr OverlayImage::Pixel red{65535, 0, 0, 65535}, white{65535, 65535, 65535, 65535}, clear{65535, 0, 0, 0},
@@ -57,25 +56,21 @@ FramePointer frameOf(AVPixelFormat format, int side, std::initializer_list<int> 
 }
 
 TEST(PictureStamp, drawsInTheCodeValuesOfTheStandards) {
-    struct Row {
-        PictureStamp::Target target;
-        OverlayImage::Pixel color;
-        int luma, blue, red;
+    // Luma and the two colour differences, by hand from ITU-R BT.709 item 4, BT.601 2.5, BT.2020 table 5; full range as
+    // ISO/IEC 23091-2.
+    const std::tuple<PictureStamp::Target, OverlayImage::Pixel, std::array<int, 3>> rows[] = {
+        {target, white, {235, 128, 128}},
+        {{AV_PIX_FMT_YUV422P, AVCOL_SPC_SMPTE170M, AVCOL_RANGE_MPEG}, red, {81, 90, 240}},
+        {{AV_PIX_FMT_YUVJ422P, AVCOL_SPC_BT709, AVCOL_RANGE_JPEG}, red, {54, 99, 255}},
+        {{AV_PIX_FMT_YUV444P12, AVCOL_SPC_BT2020_NCL, AVCOL_RANGE_MPEG}, white, {3760, 2048, 2048}},
     };
-    // By hand from ITU-R BT.709 item 4, BT.601 2.5, BT.2020 table 5; full range as ISO/IEC 23091-2.
-    const Row rows[] = {
-        {target, white, 235, 128, 128},
-        {{AV_PIX_FMT_YUV422P, AVCOL_SPC_SMPTE170M, AVCOL_RANGE_MPEG}, red, 81, 90, 240},
-        {{AV_PIX_FMT_YUVJ422P, AVCOL_SPC_BT709, AVCOL_RANGE_JPEG}, red, 54, 99, 255},
-        {{AV_PIX_FMT_YUV444P12, AVCOL_SPC_BT2020_NCL, AVCOL_RANGE_MPEG}, white, 3760, 2048, 2048},
-    };
-    for (const Row& row : rows) {
-        const FramePointer frame = frameOf(row.target.format, 8, {0, 0, 0});
-        PictureStamp(imageOf(4, row.color), row.target).apply(*frame, 2, 2);
-        const auto* description = av_pix_fmt_desc_get(row.target.format);
+    for (const auto& [pixels, color, expected] : rows) {
+        const FramePointer frame = frameOf(pixels.format, 8, {0, 0, 0});
+        PictureStamp(imageOf(4, color), pixels).apply(*frame, 2, 2);
+        const auto* description = av_pix_fmt_desc_get(pixels.format);
         const int x = 2 >> description->log2_chroma_w, y = 2 >> description->log2_chroma_h;
-        EXPECT_THAT((std::array{sampleAt(*frame, 0, 2, 2), sampleAt(*frame, 1, x, y), sampleAt(*frame, 2, x, y)}),
-                    ElementsAre(row.luma, row.blue, row.red))
+        EXPECT_EQ((std::array{sampleAt(*frame, 0, 2, 2), sampleAt(*frame, 1, x, y), sampleAt(*frame, 2, x, y)}),
+                  expected)
             << description->name;
     }
 }
@@ -117,11 +112,7 @@ TEST(PictureStamp, blendsByCoverageAndCountsWhatIsTransparentBelowIt) {
 }
 
 TEST(OverlayPlace, keepsToTheSafeTitleAreaWhereThereIsRoom) {
-    struct Row {
-        OAVTranscodeArgumentOverlayAnchorValue anchor;
-        int width, height, x, y;
-    };
-    const Row rows[] = {
+    const std::tuple<OAVTranscodeArgumentOverlayAnchorValue, int, int, int, int> rows[] = {
         {OAVAnchorTopLeft, 200, 100, 96, 54},        {OAVAnchorTopCenter, 200, 100, 860, 54},
         {OAVAnchorTopRight, 200, 100, 1624, 54},     {OAVAnchorCenterLeft, 200, 100, 96, 490},
         {OAVAnchorCenter, 200, 100, 860, 490},       {OAVAnchorCenterRight, 200, 100, 1624, 490},
@@ -129,29 +120,22 @@ TEST(OverlayPlace, keepsToTheSafeTitleAreaWhereThereIsRoom) {
         {OAVAnchorBottomRight, 200, 100, 1624, 926}, {OAVAnchorBottomRight, 1920, 1080, 0, 0},
         {OAVAnchorTopLeft, 1900, 1078, 10, 0},       {OAVAnchorCenter, 201, 99, 858, 490},
     };
-    for (const Row& row : rows) {
-        const auto place = OverlayPlace::make(row.anchor, row.width, row.height, 1920, 1080, 2, 2);
-        EXPECT_EQ(std::pair(place.x, place.y), std::pair(row.x, row.y)) << row.anchor.rawValue() << " " << row.width;
+    for (const auto& [anchor, width, height, x, y] : rows) {
+        const auto place = OverlayPlace::make(anchor, width, height, 1920, 1080, 2, 2);
+        EXPECT_EQ(std::pair(place.x, place.y), std::pair(x, y)) << anchor.rawValue() << " " << width;
     }
 }
 
 TEST(TimecodeCount, givesEveryPictureItsLabel) {
-    struct Row {
-        const char* first;
-        MediaRational rate;
-        std::int64_t perLabel, picture;
-        const char* label;
-    };
-    constexpr MediaRational ntsc(30000, 1001), doubleNtsc(60000, 1001);
-    constexpr Row rows[] = {
-        {"00:00:59;28", ntsc, 1, 1, "00:00:59;29"},          {"00:00:59;28", ntsc, 1, 2, "00:01:00;02"},
-        {"00:00:59;58", doubleNtsc, 1, 2, "00:01:00;04"},    {"00:00:59;28", ntsc, 2, 3, "00:00:59;29"},
+    constexpr MediaRational ntsc(30000, 1001);
+    constexpr std::tuple<const char*, MediaRational, int, int, const char*> rows[] = {
+        {"00:00:59;58", {60000, 1001}, 1, 2, "00:01:00;04"}, {"00:00:59;28", ntsc, 2, 3, "00:00:59;29"},
         {"00:00:59;28", ntsc, 2, 4, "00:01:00;02"},          {"23:59:59;29", ntsc, 1, 1, "00:00:00;00"},
         {"23:59:59:23", {24000, 1001}, 1, 1, "00:00:00:00"}, {"00:00:00:00", {120, 1}, 1, 119, "00:00:00:119"},
     };
-    for (const Row& row : rows) {
-        const TimecodeCount count(TimecodeFrame(*TimecodeComponents::fromTimecode(row.first), row.rate), row.perLabel);
-        EXPECT_EQ(count.label(row.picture).timecodeString(), row.label);
+    for (const auto& [first, rate, perLabel, picture, label] : rows) {
+        const TimecodeCount count(TimecodeFrame(*TimecodeComponents::fromTimecode(first), rate), perLabel);
+        EXPECT_EQ(count.label(picture).timecodeString(), label);
     }
 }
 

@@ -55,9 +55,8 @@ TEST_F(TranscodeQueueEndToEnd, asManyRunAtOnceAsTheUserHasSetAndHoldTheMachineAw
     for (const int atOnce : {1, 2}) {
         const SourcePipe pipes[] = {SourcePipe("0.mkv", most), SourcePipe("1.mkv", most), SourcePipe("2.mkv", most)};
         settings_.setExplicitNumberOfConcurrentTranscodes(atOnce);
-        Command command(wordsOf(
-            corvex::test::toolPath +
-            std::string(" transcode -vcodec prores422proxy -in_0_0 0.mkv -in_1_0 1.mkv -in_2_0 2.mkv -out folder")));
+        Command command(
+            toolWords("transcode -vcodec prores422proxy -in_0_0 0.mkv -in_1_0 1.mkv -in_2_0 2.mkv -out folder"));
         const auto works = [&](const char* label) { return command.outputSoFar().find(label) != std::string::npos; };
         EXPECT_TRUE(eventually([&] { return works("0.mov: ") && (atOnce == 1 || works("1.mov: ")); })) << atOnce;
         EXPECT_TRUE(login.isInhibited());
@@ -91,20 +90,16 @@ TEST_F(TranscodeQueueEndToEnd, failedOnesAreTriedAgainAsTheUserHasSet) {
 
 TEST_F(TranscodeQueueEndToEnd, whatCannotBeDoneAsAskedIsSaid) {
     settings_.setUseTranscodeGPUAcceleration(true);
-    struct Row {
-        std::string target;
-        const char *words, *said, *codec;
-    };
-    const Row rows[] = {
+    const std::tuple<std::string, const char*, const char*, const char*> rows[] = {
         {"a.wav", "@plain", "the setting kUseGPUAcceleration asks for a GPU; there is none", "pcm_s16le"},
         {"a.mov", "@flac -acopy", "(flac) is encoded as lpcm, as the file's format does not carry it", "pcm_s16le"},
         {"a.mp4", "@plain -acopy", "corvex: -acopy: stream 1 of ", "alac"},
     };
-    for (const Row& row : rows) {
-        const CommandResult result = corvex("transcode -out " + row.target + " -in " + row.words);
+    for (const auto& [target, words, said, codec] : rows) {
+        const CommandResult result = corvex("transcode -out " + target + " -in " + words);
         EXPECT_EQ(result.exitStatus, 0);
-        EXPECT_THAT(result.error, HasSubstr(row.said));
-        EXPECT_EQ(text(stream(probe(row.target), "audio"), "codec_name"), row.codec);
+        EXPECT_THAT(result.error, HasSubstr(said));
+        EXPECT_EQ(text(stream(probe(target), "audio"), "codec_name"), codec);
     }
     settings_.setUseTranscodeGPUAcceleration(false);
     settings_.setUseLegacyTranscodePipeline(true);

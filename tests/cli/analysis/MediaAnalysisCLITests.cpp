@@ -94,7 +94,6 @@ TEST(MediaAnalysisRequest, saysWhatIsMissingOrHasNoPlace) {
         {"-pathToAnalyze|a", "-workDirectory is missing"},
         {"-pathToAnalyze|a|-workDirectory|w|-resultsFilePath", "-resultsFilePath is missing"},
         {basic + "-allowFinderImages", "-snapshotLocation is missing"},
-        {basic + "-snapshotLocation||-maxImageWidth|9", "-snapshotLocation is missing"},
         {basic + "-snapshotLocation|0", "-maxImageWidth is missing"},
         {"a.mov", "'a.mov': expected a flag"},
         {basic + "-deepAnalysis|yes", "-deepAnalysis 'yes': "},
@@ -142,9 +141,7 @@ TEST(MediaAnalysisRequest, looksWhatExists) {
     }
     request.resultsFilePath = none;
     EXPECT_NO_THROW(request.requireFiles());
-    const MediaAnalysisCLIError error(Case::resultsFilePathNotCreated, "/r", "why");
-    EXPECT_THAT(error.what(), HasSubstr("'/r': why"));
-    EXPECT_FALSE(error == MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/s"));
+    EXPECT_THAT(MediaAnalysisCLIError(Case::resultsFilePathNotCreated, "/r", "why").what(), HasSubstr("'/r': why"));
 }
 
 }  // namespace
