@@ -11,10 +11,7 @@ namespace {
 template <class Words>
 std::string joined(const Words& words) {
     std::string text;
-    for (const auto& word : words) {
-        text += text.empty() ? "" : " ";
-        text += word.rawValue();
-    }
+    for (const auto& word : words) text += (text.empty() ? "" : " ") + std::string(word.rawValue());
     return text;
 }
 template <class... Constant>

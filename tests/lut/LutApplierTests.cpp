@@ -12,58 +12,53 @@ namespace {
 
 /// Codes that are applied as stated become what sampling one pixel gives, limited to their format.
 template <class Code>
-void expectWhatSamplingGives(const NamedFile& named, SampleFormat format) {
+void expectWhatSamplingGives(const char* name, const ParsedLutFile& file, SampleFormat format) {
     const auto depth = static_cast<std::int64_t>(bitDepth(format));
     const auto limit = static_cast<std::uint64_t>(fullScale(format));
     const auto random = randomCodes(3 * 301, format);
     const std::vector<Code> codes(random.begin(), random.end());
     std::vector<Code> expected;
     for (std::size_t i = 0; i < codes.size(); i += 3) {
-        const auto color =
-            named.file->converter().sample({codes[i], codes[i + 1], codes[i + 2]}, depth, depth, AnswerDepth::output);
-        for (const auto value : {color.r, color.g, color.b})
-            expected.push_back(static_cast<Code>(std::min(value, limit)));
+        const auto [r, g, b] =
+            file.converter().sample({codes[i], codes[i + 1], codes[i + 2]}, depth, depth, AnswerDepth::output);
+        for (const auto value : {r, g, b}) expected.push_back(static_cast<Code>(std::min(value, limit)));
     }
-    auto settings = exactly(LutApplication::asStated, format, format);
-    for (const bool allowsVectorCode : {true, false}) {
-        settings.allowsVectorCode = allowsVectorCode;
-        EXPECT_EQ(applied<Code>(*named.file, settings, codes), expected)
-            << named.name << ", " << depth << " bits, vector code " << allowsVectorCode;
+    LutApplierSettings settings{.application = LutApplication::asStated, .arithmetic = LutArithmetic::exact};
+    settings.source = settings.destination = format;
+    for (const bool isVector : {true, false}) {
+        settings.allowsVectorCode = isVector;
+        EXPECT_EQ(applied<Code>(file, settings, codes), expected)
+            << name << ", " << depth << " bits, vector code " << isVector;
     }
 }
 
 TEST(LutApplier, exactlyAsStatedIsWhatSamplingOnePixelGives) {
-    for (const auto& file : files()) {
+    for (const auto& [name, file] : files()) {
         // Extrapolation below 0 stops one-pixel sampling; applied, it is limited.
-        if (std::string_view(file.name).find("-0.5") != std::string_view::npos) continue;
-        expectWhatSamplingGives<std::uint8_t>(file, SampleFormat::unsigned8);
-        expectWhatSamplingGives<std::uint16_t>(file, SampleFormat::unsigned10);
-        expectWhatSamplingGives<std::uint16_t>(file, SampleFormat::unsigned12);
-        expectWhatSamplingGives<std::uint16_t>(file, SampleFormat::unsigned16);
+        if (std::string_view(name).find("-0.5") != std::string_view::npos) continue;
+        expectWhatSamplingGives<std::uint8_t>(name, *file, SampleFormat::unsigned8);
+        expectWhatSamplingGives<std::uint16_t>(name, *file, SampleFormat::unsigned10);
+        expectWhatSamplingGives<std::uint16_t>(name, *file, SampleFormat::unsigned12);
+        expectWhatSamplingGives<std::uint16_t>(name, *file, SampleFormat::unsigned16);
     }
 }
 
-std::vector<float> hostileNumbers() {
-    auto numbers = randomNumbers(3 * 333, -0.5F, 1.5F);
-    const float special[] = {0, -0.0F, 1, infinity, -infinity, notANumber, 1e38F, -1e38F, 1e-40F, 0.9999999F};
-    std::ranges::copy(special, numbers.begin() + 100);
-    return numbers;
-}
-
 TEST(LutApplier, vectorCodeGivesTheBitsOfPortableCode) {
+    auto numbers = randomNumbers(3 * 333, -0.5F, 1.5F);
+    const float hostile[] = {0, -0.0F, 1, infinity, -infinity, notANumber, 1e38F, -1e38F, 1e-40F, 0.9999999F};
+    std::ranges::copy(hostile, numbers.begin() + 100);
     for (const auto& [name, file] : files()) {
-        const auto expectSame = [&](LutApplication application, LutBlending blending) {
-            auto settings = exactly(application, SampleFormat::float32, SampleFormat::float32);
-            settings.blending = blending;
-            const auto vector = applied<float>(*file, settings, hostileNumbers());
+        for (auto settings : {LutApplierSettings{.application = LutApplication::asStated}, LutApplierSettings{},
+                              LutApplierSettings{.blending = LutBlending::tetrahedral}}) {
+            const bool isTetrahedral = settings.blending == LutBlending::tetrahedral;
+            if (isTetrahedral && file->dimensions() == LutDimensions::oneD) continue;
+            settings.arithmetic = LutArithmetic::exact;
+            const auto vector = applied<float>(*file, settings, numbers);
             settings.allowsVectorCode = false;
-            EXPECT_TRUE(isSame(vector, applied<float>(*file, settings, hostileNumbers())))
-                << name << ", stated " << (application == LutApplication::asStated);
-        };
-        expectSame(LutApplication::asStated, LutBlending::trilinear);
-        expectSame(LutApplication::conventional, LutBlending::trilinear);
-        if (file->dimensions() == LutDimensions::oneD) continue;
-        expectSame(LutApplication::conventional, LutBlending::tetrahedral);
+            EXPECT_TRUE(isSame(vector, applied<float>(*file, settings, numbers)))
+                << name << ", stated " << (settings.application == LutApplication::asStated) << ", tetrahedral "
+                << isTetrahedral;
+        }
     }
 }
 
@@ -75,7 +70,7 @@ TEST(LutApplier, theConventionalApplicationTakesTheOrderOfTheDialect) {
     auto swapped = numbers;
     for (std::size_t i = 0; i < swapped.size(); i += 3) std::swap(swapped[i], swapped[i + 2]);
     for (const auto arithmetic : {LutArithmetic::exact, LutArithmetic::fast}) {
-        const auto settings = conventional(arithmetic);
+        const LutApplierSettings settings{.arithmetic = arithmetic};
         EXPECT_LT(largestDifference(applied<float>(*blueFastest, settings, numbers),
                                     applied<float>(*redFastest, settings, swapped)),
                   1e-6F);
@@ -84,13 +79,14 @@ TEST(LutApplier, theConventionalApplicationTakesTheOrderOfTheDialect) {
 
 /// How near it stays for numbers, LutPeerTests.cpp compares.
 TEST(LutApplier, fastStaysWithinOneCodeOfExact) {
+    using enum SampleFormat;
     for (const auto& [name, file] : files()) {
         for (const auto application : {LutApplication::asStated, LutApplication::conventional}) {
-            auto settings = exactly(application, SampleFormat::unsigned12, SampleFormat::unsigned10);
-            const auto codes = randomCodes(3 * 500, SampleFormat::unsigned12);
-            const auto expected = applied<std::uint16_t>(*file, settings, codes);
-            settings.arithmetic = LutArithmetic::fast;
+            LutApplierSettings settings{.application = application, .source = unsigned12, .destination = unsigned10};
+            const auto codes = randomCodes(3 * 500, unsigned12);
             const auto result = applied<std::uint16_t>(*file, settings, codes);
+            settings.arithmetic = LutArithmetic::exact;
+            const auto expected = applied<std::uint16_t>(*file, settings, codes);
             EXPECT_LE(largestDifference(result, expected), 1)
                 << name << ", stated " << (application == LutApplication::asStated);
         }
@@ -110,9 +106,7 @@ TEST(LutApplier, reportsTheFirstPixelThatIsOutOfRange) {
         {"a negative result in codes", negative, unsigned8, 0, 1, 0.5F, true, -0.25 * 255},
     };
     for (const auto& [name, file, destination, pixel, channel, value, isResult, told] : rows) {
-        auto settings = exactly(LutApplication::conventional, float32, destination);
-        settings.arithmetic = LutArithmetic::fast;
-        settings.outOfRange = OutOfRangePolicy::report;
+        const LutApplierSettings settings{.outOfRange = OutOfRangePolicy::report, .destination = destination};
         std::vector<float> numbers(3 * 300, 0.5F);
         numbers[pixel * 3 + channel] = value;
         std::vector<float> result(numbers.size(), 77.0F);  // also large enough for codes
@@ -133,29 +127,26 @@ TEST(LutApplier, reportsTheFirstPixelThatIsOutOfRange) {
 }
 
 TEST(LutApplier, refusesWhatCannotBeApplied) {
+    using enum LutApplication;
+    using enum LutBlending;
+    using enum LutApplierProblem;
     const auto black = floatCube(Entries(8), 0, 0);
-    const auto plain = floatCube(randomEntries(8, 0, 1), 0, 1);
     const auto empty = floatCube(randomEntries(8, 0, 1), 0, 1, {{0, 1, 0}, {1, 1, 1}});
-    const std::tuple<const char*, const File&, LutApplication, LutBlending, std::optional<LutApplierProblem>> rows[] = {
-        {"black", black, LutApplication::asStated, LutBlending::trilinear, LutApplierProblem::highValueNotPositive},
-        {"conventional black", black, LutApplication::conventional, LutBlending::trilinear, std::nullopt},
-        {"tetrahedral", plain, LutApplication::asStated, LutBlending::tetrahedral,
-         LutApplierProblem::blendingNotStated},
-        {"tetrahedral table", files().back().file, LutApplication::conventional, LutBlending::tetrahedral,
-         LutApplierProblem::blendingNotStated},
-        {"empty domain", empty, LutApplication::conventional, LutBlending::trilinear, LutApplierProblem::emptyDomain},
-        {"a domain not asked for", empty, LutApplication::asStated, LutBlending::trilinear, std::nullopt},
-    };
+    const std::tuple<const char*, File, LutApplication, LutBlending, std::optional<LutApplierProblem>> rows[] = {
+        {"black", black, asStated, trilinear, highValueNotPositive},
+        {"conventional black", black, conventional, trilinear, std::nullopt},
+        {"tetrahedral", files().front().second, asStated, tetrahedral, blendingNotStated},
+        {"tetrahedral table", files().back().second, conventional, tetrahedral, blendingNotStated},
+        {"empty domain", empty, conventional, trilinear, emptyDomain},
+        {"a domain not asked for", empty, asStated, trilinear, std::nullopt}};
     for (const auto& [name, file, application, blending, expected] : rows) {
-        LutApplierSettings settings;
-        settings.application = application;
-        settings.blending = blending;
+        const LutApplierSettings settings{.application = application, .blending = blending};
         const auto error = test::thrownBy<LutApplierError>([&] { LutApplier(*file, settings); });
         EXPECT_EQ(error ? std::optional(error->problem()) : std::nullopt, expected) << name;
     }
 }
 
-/// A picture of three rows with room around them, whose bytes must stay.
+/// A picture of three rows with room around them, whose bytes must stay. Pixels are counted through all rows.
 template <class Sample>
 struct Picture {
     static constexpr std::size_t height = 3, guard = 5;
@@ -164,7 +155,8 @@ struct Picture {
         : width(pictureWidth), channels(channelCount), planar(isPlanar) {
         samples.assign(rowLength * height * (planar ? channels : 1) + guard, Sample{77});
     }
-    Sample& at(std::size_t channel, std::size_t row, std::size_t column) {
+    Sample& at(std::size_t channel, std::size_t pixel) {
+        const std::size_t row = pixel / width, column = pixel % width;
         return planar ? samples[(channel * height + row) * rowLength + column]
                       : samples[row * rowLength + column * channels + channel];
     }
@@ -173,7 +165,7 @@ struct Picture {
         const auto layout = channels == 4 ? ChannelLayout::rgba : ChannelLayout::rgb;
         if (!planar) return PixelBuffer::interleaved(samples.data(), format, layout, width, height, stride);
         const auto plane = [&](std::size_t channel) {
-            return PixelBuffer::Plane{channel < channels ? &at(channel, 0, 0) : nullptr, stride};
+            return PixelBuffer::Plane{channel < channels ? &at(channel, 0) : nullptr, stride};
         };
         return PixelBuffer::planar(plane(0), plane(1), plane(2), plane(3), format, width, height);
     }
@@ -188,40 +180,30 @@ struct Picture {
 /// lies around them stays.
 template <class Sample>
 void expectLayoutsAgree(SampleFormat format, LutArithmetic arithmetic) {
-    auto settings = exactly(LutApplication::conventional, format, format);
-    settings.arithmetic = arithmetic;
-    const auto& file = *files().front().file;
+    const LutApplierSettings settings{.arithmetic = arithmetic, .source = format, .destination = format};
+    const auto& file = *files().front().second;
     const LutApplier applier(file, settings);
+    const auto codeOf = [&](std::size_t channel, std::size_t pixel) {
+        return static_cast<Sample>(static_cast<double>((channel * 37 + pixel * 7) % 100) / 99.0 * fullScale(format));
+    };
     for (const std::size_t width : {1U, 7U, 8U, 19U, 128U, 131U}) {
         for (const std::size_t layout : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
             Picture<Sample> from(width, layout & 1U ? 4 : 3, (layout & 2U) != 0);
-            const auto codeOf = [&](std::size_t c, std::size_t row, std::size_t column) {
-                return static_cast<Sample>(static_cast<double>((c * 37 + row * 11 + column * 7) % 100) / 99.0 *
-                                           fullScale(format));
-            };
-            std::vector<Sample> pixels;
-            for (std::size_t row = 0; row < from.height; ++row) {
-                for (std::size_t column = 0; column < width; ++column) {
-                    for (std::size_t c = 0; c < from.channels; ++c) from.at(c, row, column) = codeOf(c, row, column);
-                    for (std::size_t c = 0; c < 3; ++c) pixels.push_back(codeOf(c, row, column));
-                }
+            std::vector<Sample> colors;
+            for (std::size_t pixel = 0; pixel < from.height * width; ++pixel) {
+                for (std::size_t c = 0; c < from.channels; ++c) from.at(c, pixel) = codeOf(c, pixel);
+                for (std::size_t c = 0; c < 3; ++c) colors.push_back(codeOf(c, pixel));
             }
+            colors = applied<Sample>(file, settings, colors);
             Picture<Sample> other(width, layout % 3 == 0 ? 4 : 3, layout % 2 == 0);
             Picture<Sample>& to = (layout & 4U) == 0 ? from : other;  // or in place
             Picture<Sample> expected = to;
-            ASSERT_EQ(applier.apply(from.buffer(format), to.buffer(format), 1, 2), std::nullopt);
-
-            const auto colors = applied<Sample>(file, settings, pixels);
-            for (std::size_t row = 1; row < 3; ++row) {
-                for (std::size_t column = 0; column < width; ++column) {
-                    for (std::size_t c = 0; c < 3; ++c) {
-                        expected.at(c, row, column) = colors[3 * (row * width + column) + c];
-                    }
-                    if (to.channels < 4) continue;
-                    expected.at(3, row, column) =
-                        from.channels == 4 ? codeOf(3, row, column) : static_cast<Sample>(fullScale(format));
-                }
+            for (std::size_t pixel = width; pixel < from.height * width; ++pixel) {
+                for (std::size_t c = 0; c < 3; ++c) expected.at(c, pixel) = colors[3 * pixel + c];
+                if (to.channels < 4) continue;
+                expected.at(3, pixel) = from.channels == 4 ? codeOf(3, pixel) : static_cast<Sample>(fullScale(format));
             }
+            ASSERT_EQ(applier.apply(from.buffer(format), to.buffer(format), 1, 2), std::nullopt);
             EXPECT_TRUE(isSame(to.samples, expected.samples)) << "width " << width << ", layout " << layout;
         }
     }
@@ -239,8 +221,8 @@ TEST(LutApplierLayout, formatsMayDifferAndAlphaFollows) {
     const auto identity =
         floatCube({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {1, 1, 1}}, 0, 1);
     for (const auto arithmetic : {LutArithmetic::exact, LutArithmetic::fast}) {
-        auto settings = exactly(LutApplication::conventional, SampleFormat::unsigned10, SampleFormat::unsigned16);
-        settings.arithmetic = arithmetic;
+        LutApplierSettings settings{
+            .arithmetic = arithmetic, .source = SampleFormat::unsigned10, .destination = SampleFormat::unsigned16};
         const std::vector<std::uint16_t> codes = {0, 1023, 512, 1023, 100, 1, 0, 256};
         EXPECT_EQ(applied<std::uint16_t>(*identity, settings, codes, ChannelLayout::rgba),
                   (std::vector<std::uint16_t>{0, 65535, 32800, 65535, 6406, 64, 0, 16400}));

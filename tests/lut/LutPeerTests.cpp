@@ -4,7 +4,6 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -47,24 +46,17 @@ std::vector<float> appliedByOpenColorIO(const std::filesystem::path& path, LutBl
     return numbers;
 }
 
-class LutPeers : public testing::Test {
-protected:
-    /// An ordinary cube of `n` points with entries at random between two numbers.
-    std::filesystem::path cube(const char* name, int n, double low, double high, const std::string& header = {}) {
-        std::mt19937 generator(static_cast<unsigned>(n));
-        std::uniform_real_distribution<double> any(low, high);
-        std::ofstream file(directory_.path() / name);
+TEST(LutPeers, showTheSamePicture) {
+    const test::TemporaryDirectory directory;
+    // An ordinary cube of `n` points with entries at random between two numbers.
+    const auto cube = [&](const char* name, int n, double low, double high, const char* header = "") {
+        std::ofstream file(directory.path() / name);
         file << "TITLE \"made\"\nLUT_3D_SIZE " << n << '\n' << header << std::fixed;
-        for (int i = 0; i < n * n * n; ++i) {
-            const double r = any(generator), g = any(generator), b = any(generator);
+        for (const auto& [r, g, b] : lutApplierTests::randomEntries(static_cast<std::size_t>(n * n * n), low, high)) {
             file << r << ' ' << g << ' ' << b << '\n';
         }
-        return directory_.path() / name;
-    }
-    test::TemporaryDirectory directory_;
-};
-
-TEST_F(LutPeers, showTheSamePicture) {
+        return directory.path() / name;
+    };
     const std::filesystem::path field = std::filesystem::path(test::dataDirectory) / "luts";
     const std::filesystem::path paths[] = {
         field / "baked_resolve33.cube",
@@ -85,9 +77,8 @@ TEST_F(LutPeers, showTheSamePicture) {
         for (const auto blending : {LutBlending::trilinear, LutBlending::tetrahedral}) {
             const auto expected = appliedByOpenColorIO(path, blending);
             for (const auto arithmetic : {LutArithmetic::exact, LutArithmetic::fast}) {
-                const auto settings = lutApplierTests::conventional(arithmetic, blending);
-                EXPECT_LT(lutApplierTests::largestDifference(applied<float>(*file, settings, colors()), expected),
-                          1e-6F)
+                const auto result = applied<float>(*file, {.blending = blending, .arithmetic = arithmetic}, colors());
+                EXPECT_LT(lutApplierTests::largestDifference(result, expected), 1e-6F)
                     << path.filename() << ", tetrahedral " << (blending == LutBlending::tetrahedral);
             }
         }

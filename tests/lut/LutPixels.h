@@ -47,19 +47,17 @@ inline File codeCube(const Entries& entries, double low, double high, std::int64
         Integer3DSampleConverter(LutCube(entries, low, high), std::make_shared<TrilinearLutInterpolator>(), depth));
 }
 
-inline File table(std::unique_ptr<const OneDimensionConverter> converter, const LutDomain& domain = {}) {
-    return std::make_shared<ParsedOneDimensionLutFile>("look.cube", LutMarkupType::genericText, std::move(converter),
-                                                       domain);
+template <class Converter>
+File table(const Entries& entries, auto... details) {
+    return std::make_shared<ParsedOneDimensionLutFile>("look.cube", LutMarkupType::genericText,
+                                                       std::make_unique<Converter>(entries, details...));
 }
 
-struct NamedFile {
-    const char* name;
-    File file;
-};
-
 /// Of every kind, and with every habit that sampling has.
-inline const std::vector<NamedFile>& files() {
-    static const std::vector<NamedFile> all = {
+inline const std::vector<std::pair<const char*, File>>& files() {
+    using Codes = OneDimensionsUnsignedIntegerConverter;
+    using Numbers = OneDimensionFloatingPointConverter;
+    static const std::vector<std::pair<const char*, File>> all = {
         {"cube of 17", floatCube(randomEntries(4913, 0, 1), 0, 1)},
         {"cube of 2, stretched", floatCube(randomEntries(8, 0, 0.64), 0, 0.64)},
         {"cube of 5, clamped at 0.2", floatCube(randomEntries(125, 0.2, 1), 0.2, 1)},
@@ -69,12 +67,9 @@ inline const std::vector<NamedFile>& files() {
         {"cube of 17, 10 bits", codeCube(randomEntries(4913, 0, 1024, true), 0, 1023, 10)},
         {"cube of 3, 12 bits, to 4000", codeCube(randomEntries(27, 100, 4001, true), 100, 4000, 12)},
         {"cube of 3, 20 bits", codeCube(randomEntries(27, 0, 1000000, true), 0, 999999, 20)},
-        {"table of numbers",
-         table(std::make_unique<OneDimensionFloatingPointConverter>(randomEntries(256, 0, 1), 0, 1))},
-        {"table of codes",
-         table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(1024, 0, 4096, true), 12))},
-        {"table of 2 bits, to 4",
-         table(std::make_unique<OneDimensionsUnsignedIntegerConverter>(randomEntries(256, 0, 5, true), 2))},
+        {"table of numbers", table<Numbers>(randomEntries(256, 0, 1), 0, 1)},
+        {"table of codes", table<Codes>(randomEntries(1024, 0, 4096, true), 12)},
+        {"table of 2 bits, to 4", table<Codes>(randomEntries(256, 0, 5, true), 2)},
     };
     return all;
 }
@@ -111,22 +106,6 @@ std::vector<To> applied(const ParsedLutFile& file, const LutApplierSettings& set
                   .apply(rowOf(source, settings.source, layout), rowOf(result, settings.destination, layout)),
               std::nullopt);
     return result;
-}
-
-inline LutApplierSettings exactly(LutApplication application, SampleFormat source, SampleFormat destination) {
-    LutApplierSettings settings;
-    settings.application = application;
-    settings.arithmetic = LutArithmetic::exact;
-    settings.source = source;
-    settings.destination = destination;
-    return settings;
-}
-
-inline LutApplierSettings conventional(LutArithmetic arithmetic, LutBlending blending = LutBlending::trilinear) {
-    auto settings = exactly(LutApplication::conventional, SampleFormat::float32, SampleFormat::float32);
-    settings.arithmetic = arithmetic;
-    settings.blending = blending;
-    return settings;
 }
 
 template <class Sample>

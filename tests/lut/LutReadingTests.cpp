@@ -35,12 +35,12 @@ std::string entryLines(std::size_t count, std::string_view last) {
 
 LutReading readLut(std::string_view text) { return ParsedLutFactory::readText(text, "look.cube"); }
 
-Triplets entriesOf(std::string_view text) {
-    const auto reading = readLut("3D\n" + std::string(text));
+Triplets entriesOf(const LutReading& reading) {
     if (!reading.file) return {};
     const auto entries = reading.file->orderedEntries();
     return {entries.begin(), entries.end()};
 }
+Triplets entriesOf(std::string_view text) { return entriesOf(readLut("3D\n" + std::string(text))); }
 
 /// What a file turned out to be, as "converter entries depth" or "problem".
 std::string verdict(const LutReading& reading) {
@@ -57,7 +57,6 @@ std::string verdict(const LutReading& reading) {
 TEST(LutReading, linesBecomeEntriesOrNothing) {
     const Triplets one{{1, 2, 3}};
     const std::tuple<const char*, std::string, Triplets> rows[] = {
-        {"blanks", "1 2 3", one},
         {"tabs", "1\t2\t3", one},
         {"tabAndBlank", "1\t 2 3", {}},
         {"indented", " \t\u00a0\u20031 2 3 \u3000\t ", one},
@@ -66,13 +65,10 @@ TEST(LutReading, linesBecomeEntriesOrNothing) {
         {"suffixes", "1x 2, 3L", one},
         {"hexadecimalIsItsZero", "1 2 0x3", {{1, 2, 0}}},
         {"forms", "+.5 5. -1e-1", {{0.5, 5, -0.1}}},
-        {"dots", ". 1 2", {}},
         {"brokenExponents", "1e 2e+ 3E-x", one},
-        {"signAlone", "- 1 2", {}},
-        {"exponentAlone", "e5 1 2", {}},
+        {"noDigits", ". 1 2\n- 3 4\ne5 6 7", {}},
         {"minusZero", "-0 -0.0 -1e-999", {{0, 0, 0}}},
-        {"beyondDouble", "1e309 0 0", {}},
-        {"longBeyondDouble", "1 2 1" + std::string(400, '0'), {}},
+        {"beyondDouble", "1e309 0 0\n1 2 1" + std::string(400, '0'), {}},
         {"long", "0.1000000000000000055511151231257827021181583404541015625 0 0", {{0.1, 0, 0}}},
         {"aboveHalfway", "9007199254740993.00000000000000000000000000001 0 0", {{9007199254740994, 0, 0}}},
         {"manyZeros", std::string(60, '0') + "1." + std::string(40, '0') + " 2 3", one},
@@ -122,7 +118,6 @@ TEST(LutReading, kindSizeAndDepthComeFromTheEntries) {
         {"16IsDeclared", "3d\n" + entryLines(4096, "1"), "NormalizedFloatingPoint3DSampleConverter 4096"},
         {"noPower", entryLines(300, "1"), "unknownDimensions"},
         {"declaredNoPower", "1D\n" + entryLines(300, "1"), "notAPowerOfTwo"},
-        {"256", entryLines(256, "1023"), "OneDimensionsUnsignedIntegerConverter 256"},
         {"tableBelowTwo", entryLines(256, "1.99999999999999999999"), "OneDimensionFloatingPointConverter 256"},
         {"tableOfTwo", entryLines(256, "2"), "OneDimensionsUnsignedIntegerConverter 256"},
         {"tableNegative", entryLines(256, "-7"), "OneDimensionFloatingPointConverter 256"},
@@ -157,13 +152,9 @@ TEST(LutReading, linesAndCharactersMayLieAcrossChunks) {
     for (const std::string tail : {"0.25 0.5 0.75\n1 1 1\n", "0.25 0.5 0.75\r\n1 1 1", "0.25 0.5 0.75\u20281 1 1",
                                    "0.25 0.5 0.75\u00851 1 1\u2029", "\u00a0\u30000.25 0.5 0.75\u3000\n1 1 1"}) {
         for (std::size_t before = 0; before <= tail.size(); ++before) {
-            std::string text = "3D\n#" + std::string(chunk - before - 5, '-') + '\n';
-            text += tail;
-            const auto reading = readLut(text);
-            ASSERT_TRUE(reading.file) << before << tail;
+            const auto reading = readLut("3D\n#" + std::string(chunk - before - 5, '-') + '\n' + tail);
             EXPECT_EQ(reading.lines.lineCount, 4U) << before << tail;
-            EXPECT_EQ(reading.file->orderedEntries().back(), (LutValueTriplet{1, 1, 1})) << before << tail;
-            EXPECT_EQ(reading.file->orderedEntries().front(), (LutValueTriplet{0.25, 0.5, 0.75})) << before << tail;
+            EXPECT_EQ(entriesOf(reading), (Triplets{{0.25, 0.5, 0.75}, {1, 1, 1}})) << before << tail;
         }
     }
 }
@@ -230,10 +221,9 @@ TEST(LutReading, bothWaysOfReadingNumbersAgreeBitForBit) {
         plain += number + (i % 3 == 2 ? "\n" : " ");
         suffixed += number + (i % 3 == 2 ? "x\n" : "x ");
     }
-    const auto a = readLut(plain).file, b = readLut(suffixed).file;
-    ASSERT_TRUE(a && b);
-    EXPECT_EQ(a->orderedEntries().size(), 10'000U);
-    EXPECT_TRUE(std::ranges::equal(a->orderedEntries(), b->orderedEntries()));
+    const auto entries = entriesOf(readLut(plain));
+    EXPECT_EQ(entries.size(), 10'000U);
+    EXPECT_TRUE(entries == entriesOf(readLut(suffixed)));
 }
 
 TEST(LutFile, failuresAreLoggedAndGiveNothing) {

@@ -5,12 +5,10 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <nlohmann/json.hpp>
 
 #include <Corvex/exported/MediaVocabulary.h>
 #include <Corvex/media/OrvaneAudioFormat.h>
 #include <Corvex/platform/CharacterSet.h>
-#include <Corvex/platform/Json.h>
 
 namespace corvex::mediaFormatTests {
 namespace {
@@ -99,8 +97,7 @@ TEST(CharacterSet, floatingPointDigitsAreThoseOfAllScriptsAndThePoint) {
 }
 
 TEST(FourCharacterCode, readsAndShowsFourBytes) {
-    EXPECT_EQ(FourCharacterCode("aac ").value(), 0x61616320U);
-    EXPECT_EQ(FourCharacterCode::make("aac "), FourCharacterCode("aac "));
+    EXPECT_EQ(FourCharacterCode::make("aac "), FourCharacterCode(0x61616320));
     for (const char* other : {"", "aac", "aac  "}) EXPECT_FALSE(FourCharacterCode::make(other)) << other;
     EXPECT_EQ(FourCharacterCode(0x2E6D7033).description(), ".mp3");
     EXPECT_EQ(FourCharacterCode(0x6D730011).description(), "0x6d730011");
@@ -108,31 +105,21 @@ TEST(FourCharacterCode, readsAndShowsFourBytes) {
 }
 
 TEST(OrvaneAudioFormat, hasItsCodeItsValueAndItsSupportLevel) {
-    using enum AVFoundationAudioEncodingSupportLevel;
-    const std::tuple<FourCharacterCode, const char*, AVFoundationAudioEncodingSupportLevel> rows[] = {
-        {FourCharacterCode("lpcm"), "lpcm", fullyEncodable},
-        {FourCharacterCode("alac"), "apple_lossless", fullyEncodable},
-        {FourCharacterCode("aac "), "aac", fullyEncodable},
-        {FourCharacterCode("aach"), "aac_he", fullyEncodable},
-        {FourCharacterCode("aace"), "aac_eld", passthroughCapable},
-        {FourCharacterCode("ima4"), "apple_ima4", passthroughCapable},
-    };
-    ASSERT_EQ(std::size(rows), allCases<OrvaneAudioFormat>.size());
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        const auto& [code, value, level] = rows[i];
-        const OrvaneAudioFormat format = allCases<OrvaneAudioFormat>[i];
-        EXPECT_EQ(coreAudioEquivalent(format), code);
-        EXPECT_EQ(audioFormatFromCoreAudio(code), format) << value;
-        EXPECT_EQ(outputFormat(format).rawValue(), value);
-        EXPECT_EQ(avEncodingSupportLevel(format), level) << value;
-        EXPECT_EQ(Json(format), Json(value));
+    Texts given;
+    for (const OrvaneAudioFormat format : allCases<OrvaneAudioFormat>) {
+        const FourCharacterCode code = coreAudioEquivalent(format);
+        EXPECT_EQ(audioFormatFromCoreAudio(code), format) << code.description();
+        given.push_back(code.description() + '|' + std::string(outputFormat(format).rawValue()) + '|' +
+                        std::string(rawValue(avEncodingSupportLevel(format))));
     }
+    EXPECT_THAT(given, ElementsAre("lpcm|lpcm|fullyEncodable", "alac|apple_lossless|fullyEncodable",
+                                   "aac |aac|fullyEncodable", "aach|aac_he|fullyEncodable",
+                                   "aace|aac_eld|passthroughCapable", "ima4|apple_ima4|passthroughCapable"));
     EXPECT_FALSE(audioFormatFromCoreAudio("ac-3"));
 }
 
 TEST(OrvaneAudioFormat, everySourceHasAReplacement) {
     const std::tuple<std::vector<FourCharacterCode>, OrvaneAudioFormat, OrvaneAudioFormat> rows[] = {
-        {{"lpcm"}, lpcm, lpcm},
         {{"alac"}, appleLossless, appleLossless},
         {{"aach"}, aacHe, aacHe},
         {{"ac-3", "cac3"}, appleLossless, aac},
@@ -141,7 +128,7 @@ TEST(OrvaneAudioFormat, everySourceHasAReplacement) {
           "sawb", "usac", ".mp1", ".mp2", ".mp3"},
          aac,
          aac},
-        {{"aaci", "ec-3", "mac3", "flac", "opus", FourCharacterCode(0), FourCharacterCode(0x6D730011)}, lpcm, lpcm},
+        {{"lpcm", "aaci", "mac3", "flac", FourCharacterCode(0)}, lpcm, lpcm},
     };
     for (const auto& [sources, whenPreserving, otherwise] : rows) {
         for (const FourCharacterCode source : sources) {

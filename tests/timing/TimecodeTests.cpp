@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -69,27 +68,17 @@ TEST(DropFrame, everyFrameOfADayHasItsLabelAt59_94) { expectDropFrameDay(60, 4, 
 TEST(DropFrame, everyFrameOfADayHasItsLabelAt119_88) { expectDropFrameDay(120, 8, 24, false); }
 TEST(DropFrame, everyFrameHasItsLabelAtARateWithoutConstants) { expectDropFrameDay(90, 6, 2, false); }
 
-TEST(DropFrame, framesBecomeLabels) {
-    constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
-        {1440, 24, "00:01:00;02"},        // the factor gives 2 at 24
-        {30 * 86400, 30, "00:00:00;00"},  // the nominal day, not the shorter one
-        {-1, 30, "24:01:26;13"},
-        {lowest, 60, "15:45:26;36"},
-        {highest, 30, "16:31:59;21"}};
-    for (const auto& [frame, quanta, expected] : rows) {
-        EXPECT_EQ(TimecodeComponents::dropFrameComponents(frame, quanta).timecodeString(), expected)
-            << frame << " at " << quanta;
-    }
-}
-
-TEST(NonDropFrame, framesBecomeLabelsWithoutADay) {
-    constexpr std::tuple<std::int64_t, std::int64_t, const char*> rows[] = {
-        {-10, 25, "00:00:00:00"},        {86400 * 24, 24, "24:00:00:00"},
-        {1234567, 1000, "00:20:34:567"}, {highest, 30, "85401592933840:31:00:07"},
-        {107999, 30, "00:59:59:29"},     {100, -30, "00:00:0-3:10"}};
-    for (const auto& [frame, fps, expected] : rows) {
-        EXPECT_EQ(TimecodeComponents::timecodeComponents(frame, fps, false).timecodeString(), expected)
-            << frame << " at " << fps;
+TEST(Timecode, framesBecomeLabels) {
+    constexpr std::tuple<std::int64_t, std::int64_t, bool, const char*> rows[] = {
+        {1440, 24, true, "00:01:00;02"},        // the factor gives 2 at 24
+        {30 * 86400, 30, true, "00:00:00;00"},  // the nominal day, not the shorter one
+        {-1, 30, true, "24:01:26;13"},          {lowest, 60, true, "15:45:26;36"},
+        {highest, 30, true, "16:31:59;21"},     {86400 * 24, 24, false, "24:00:00:00"},  // without drop there is no day
+        {-10, 25, false, "00:00:00:00"},        {107999, 30, false, "00:59:59:29"},
+        {1234567, 1000, false, "00:20:34:567"}, {highest, 30, false, "85401592933840:31:00:07"},
+        {100, -30, false, "00:00:0-3:10"}};
+    for (const auto& [frame, fps, isDrop, expected] : rows) {
+        EXPECT_EQ(TimecodeComponents::timecodeComponents(frame, fps, isDrop).timecodeString(), expected) << frame;
     }
 }
 
@@ -97,7 +86,6 @@ TEST(TimecodeFrame, numbersLabels) {
     const std::tuple<TimecodeComponents, MediaRational, std::int64_t, std::int64_t> rows[] = {
         {{0, 1, 0, 2, drop}, ntsc30, 1800, 1802},
         {{0, 1, 0, 2, nonDrop}, ntsc30, 1802, 1802},
-        {{0, 1, 0, 2, unknown}, ntsc30, 1802, 1802},
         {{0, 1, 0, 0, drop}, ntsc30, 1798, 1800},
         {{0, 1, 0, 0, drop}, {30, 1}, 1800, 1800},
         {{0, -10, 0, 0, drop}, ntsc30, -17982, -18000},
@@ -114,17 +102,13 @@ TEST(TimecodeFrame, numbersLabels) {
 TEST(TimecodeFrame, addsFramesAndResetsItsOptions) {
     const std::tuple<const char*, TimecodeComponents, MediaRational, bool, std::int64_t, TimecodeComponents> rows[] = {
         {"over a minute", {0, 0, 59, 29, drop}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
-        {"back again", {0, 1, 0, 2, drop}, ntsc30, true, -1, {0, 0, 59, 29, drop}},
         {"below zero", {0, 0, 0, 0, drop}, ntsc30, true, -1, {24, 1, 26, 13, drop}},
         {"unknown becomes drop", {0, 0, 59, 29, unknown}, ntsc30, true, 1, {0, 1, 0, 2, drop}},
-        {"non-drop", {0, 0, 59, 29, nonDrop}, ntsc30, true, 1, {0, 1, 0, 0, nonDrop}},
-        {"non-drop below zero", {0, 0, 0, 0, nonDrop}, {25, 1}, true, -26, {0, 0, -1, -1, nonDrop}},
+        {"non-drop below zero", {0, 0, 0, 0, nonDrop}, ntsc30, true, -31, {0, 0, -1, -1, nonDrop}},
         {"not compliant, checked", {0, 0, 59, 24, drop}, {25, 1}, true, 1, {0, 1, 0, 0, unknown}},
         {"not compliant, unchecked", {0, 0, 59, 24, drop}, {25, 1}, false, 1, {0, 1, 0, 2, drop}}};
     TimecodeFormatOptions options;
-    options.enforceBroadcastTimecode = false;
     options.formatType = TimecodeFormatType::counter64;
-    options.permitNegativeTimes = true;
     for (const auto& [name, label, rate, isChecked, count, expected] : rows) {
         options.ensureValidDropFrameRates = isChecked;
         const TimecodeFrame sum = TimecodeFrame(label, rate, options).addingFrames(count);
@@ -136,40 +120,38 @@ TEST(TimecodeFrame, addsFramesAndResetsItsOptions) {
     EXPECT_EQ(same.components().minutes, 99);
 }
 
-TEST(TimecodeFrame, knowsItsMediaTimes) {
-    const TimecodeFrame frame({0, 1, 0, 2, drop}, ntsc30);
-    EXPECT_EQ(std::pair(frame.frameDuration().value(), frame.frameDuration().timeScale()), std::pair(1001L, 30000L));
-    EXPECT_EQ(frame.presentationTimeStamp().value(), 1800 * 1001);
-    EXPECT_FALSE(frame.sampleTimingInfo().decodeTimeStamp.isValid());
-    EXPECT_EQ(frame.sampleTimingInfo().presentationTimeStamp, MediaTime(6006, 100));
+TEST(TimecodeFrame, knowsItsMediaTimesAndItsFormat) {
+    TimecodeFormatOptions options;
+    options.formatType = TimecodeFormatType::timecode64;
+    const TimecodeFrame frame({0, 1, 0, 2, drop}, ntsc30, options);
+    EXPECT_EQ(frame.sampleTimingInfo(), (SampleTimingInfo{{1001, 30000}, {1800 * 1001, 30000}, {}}));
+    EXPECT_EQ(frame.presentationTimeStamp().timeScale(), 30000) << "not reduced";
     EXPECT_EQ(TimecodeFrame({0, 0, 0, 1, nonDrop}, {-25, 1}).presentationTimeStamp(), MediaTime(-1, 25));
+    EXPECT_EQ(frame.formatDescription(), TimecodeFormatDescription(TimecodeFormatType::timecode64, {1001, 30000}, 30,
+                                                                   TimecodeFormatDescription::dropFrameFlag));
 }
 
 TEST(Timecode, isPrintedWithALeadingZero) {
-    const std::pair<TimecodeComponents, const char*> rows[] = {
-        {{1, 2, 3, 4, nonDrop}, "01:02:03:04"},
-        {{1, 2, 3, 4, drop}, "01:02:03;04"},
-        {{24, 0, 0, 0, unknown}, "24:00:00:00"},
+    const std::pair<TimecodeComponents, std::string_view> rows[] = {
+        {TimecodeComponents::defaultDropFrameTimecodeComponents, TimecodeComponents::defaultDropFrameTimecode},
+        {TimecodeComponents::defaultNonDropTimecodeComponents, TimecodeComponents::defaultNonDropTimecode},
+        {{24, 0, 0, 9, unknown}, "24:00:00:09"},
         {{-5, 100, -10, 9, nonDrop}, "0-5:100:0-10:09"},
         {{lowest, lowest, highest, lowest, drop},
          "0-9223372036854775808:0-9223372036854775808:9223372036854775807;0-9223372036854775808"}};
     for (const auto& [label, expected] : rows) EXPECT_EQ(label.timecodeString(), expected);
-    EXPECT_EQ(TimecodeComponents::defaultDropFrameTimecodeComponents.timecodeString(),
-              TimecodeComponents::defaultDropFrameTimecode);
-    EXPECT_EQ(TimecodeComponents::defaultNonDropTimecodeComponents.timecodeString(),
-              TimecodeComponents::defaultNonDropTimecode);
     EXPECT_TRUE(TimecodeComponents(0, 0, 0, 0, drop).hasDefaultComponents());
     EXPECT_FALSE(TimecodeComponents(0, 0, 0, -1, drop).hasDefaultComponents());
 }
 
 TEST(Timecode, isParsedStrictlyOrLeniently) {
     const std::tuple<const char*, bool, const char*> rows[] = {
-        {"01:02:03:04", true, "01:02:03:04"},       {"01;02:03:04", true, "01:02:03;04"},
-        {"00:61:00:00", false, "00:61:00:00"},      {"123:00:00;0123", true, "123:00:00;123"},
-        {"1:2:3;4", false, "01:02:03;04"},          {":::", false, "00:00:00:00"},
-        {"01:02:03:04:05", false, "01:02:03:04"},   {"-1:+2:03:04", false, "0-1:02:03:04"},
-        {"01:02:03.04", false, "01:02:00:00"},      {"9223372036854775808:00:00:00", false, "00:00:00:00"},
-        {"0\xC2\xB2:00:00:0", false, "00:00:00:00"}};
+        {"01:60:60:04", true, "01:60:60:04"},        {"01;02:03:04", true, "01:02:03;04"},
+        {"00:61:00:00", false, "00:61:00:00"},       {"123:00:00;0123", true, "123:00:00;123"},
+        {"1:2:3;4", false, "01:02:03;04"},           {":::", false, "00:00:00:00"},
+        {"01:02:03:04:05", false, "01:02:03:04"},    {"-1:+2:03:04", false, "0-1:02:03:04"},
+        {"01:02:03.04", false, "01:02:00:00"},       {"9223372036854775808:00:00:00", false, "00:00:00:00"},
+        {"0\xC2\xB2:00:00:0", false, "00:00:00:00"}, {"01:02<03:04", false, "01:00:04:00"}};
     for (const auto& [text, isStrict, expected] : rows) {
         const auto lenient = TimecodeComponents::sanitizedTimecode(text);
         EXPECT_EQ(lenient.timecodeString(), expected) << text;
@@ -198,9 +180,8 @@ TEST(Timecode, decomposesIntoTheFieldsThatCanBeRead) {
 
 TEST(Timecode, followsAnSmpteTime) {
     constexpr std::tuple<std::uint32_t, std::optional<std::uint32_t>, DropFrameState> rows[] = {
-        {0, {}, nonDrop}, {1, {}, nonDrop}, {2, {}, drop},    {3, {}, nonDrop}, {4, {}, nonDrop},
-        {5, {}, drop},    {6, {}, nonDrop}, {7, {}, nonDrop}, {8, {}, unknown}, {0, 1, drop},
-        {99, 3, drop},    {2, 2, drop},     {8, 0, unknown}};
+        {0, {}, nonDrop}, {1, {}, nonDrop}, {2, {}, drop},    {3, {}, nonDrop}, {4, {}, nonDrop}, {5, {}, drop},
+        {6, {}, nonDrop}, {7, {}, nonDrop}, {8, {}, unknown}, {0, 2, nonDrop},  {99, 3, drop},    {2, 0, drop}};
     for (const auto& [type, flags, expected] : rows) {
         SmpteTime time;
         time.type = type;
@@ -217,11 +198,9 @@ TEST(Timecode, codesItsFields) {
     EXPECT_EQ(Json::parse(text).get<TimecodeComponents>(), label);
     EXPECT_EQ(nlohmann::json(label).get<TimecodeComponents>(), label);
     EXPECT_EQ(nlohmann::json(DropFrameState::drop).get<DropFrameState>(), DropFrameState::drop);
-    for (const char* wrong :
-         {R"({"hours":1})", R"({"hours":1,"minutes":2,"seconds":3,"frames":"4","dropFrameState":{"drop":{}}})",
-          R"({"hours":1,"minutes":2,"seconds":3,"frames":4,"dropFrameState":{"dropped":{}}})"}) {
-        EXPECT_THROW(static_cast<void>(Json::parse(wrong).get<TimecodeComponents>()), DecodingError) << wrong;
-    }
+    EXPECT_THROW(static_cast<void>(Json::parse(R"({"hours":1})").get<TimecodeComponents>()), DecodingError);
+    EXPECT_THROW(static_cast<void>(Json::parse(R"({"hours":"1"})").get<TimecodeComponents>()), DecodingError);
+    EXPECT_THROW(static_cast<void>(Json::parse(R"({"dropped":{}})").get<DropFrameState>()), DecodingError);
 }
 
 TEST(Timecode, readsTheTimeOfDayOfAFile) {
@@ -258,11 +237,6 @@ TEST(TimecodeDeathTest, overflowAndZeroRatesStopTheProcess) {
     EXPECT_DEATH((void)frame({}, 0, 1).frameDuration(), "must not be 0");
 }
 
-using Case = TimecodeFormatError::Case;
-constexpr MediaTime ntscDuration(1001, 30000);
-
-std::optional<TimecodeFormatError> errorOf(const auto& run) { return test::thrownBy<TimecodeFormatError>(run); }
-
 TEST(MediaTime, isEqualByValueAndInvalidOnlyToInvalid) {
     EXPECT_EQ(MediaTime(1001, 30000), MediaTime(2002, 60000));
     EXPECT_EQ(MediaTime(1, -25), MediaTime(-1, 25));
@@ -273,17 +247,12 @@ TEST(MediaTime, isEqualByValueAndInvalidOnlyToInvalid) {
     EXPECT_DEATH(MediaTime(INT64_MIN, -1), "overflowed");
 }
 
-TEST(TimecodeFormatDescription, comesFromAFrame) {
-    TimecodeFormatOptions options;
-    options.formatType = TimecodeFormatType::timecode64;
-    const TimecodeFrame frame({1, 0, 0, 0, DropFrameState::drop}, {30000, 1001}, options);
-    const TimecodeFormatDescription expected(TimecodeFormatType::timecode64, ntscDuration, 30,
-                                             TimecodeFormatDescription::dropFrameFlag);
-    EXPECT_EQ(frame.formatDescription(), expected);
-}
+using Case = TimecodeFormatError::Case;
+
+std::optional<TimecodeFormatError> errorOf(const auto& run) { return test::thrownBy<TimecodeFormatError>(run); }
 
 TEST(TimecodeFormatDescription, rendersToBytesAndBack) {
-    const TimecodeFormatDescription description(TimecodeFormatType::timecode32, ntscDuration, 30, 3);
+    const TimecodeFormatDescription description(TimecodeFormatType::timecode32, {1001, 30000}, 30, 3);
     const TimecodeFormatDescription::SampleDescription expected{
         0, 0, 0, 34, 't', 'm', 'c', 'd', 0, 0, 0,    0,    0, 0, 0, 1,  // size, format, reserved, data reference
         0, 0, 0, 0,  0,   0,   0,   3,   0, 0, 0x75, 0x30, 0, 0, 3, 0xE9, 30, 0};
@@ -313,12 +282,12 @@ TEST(TimecodeFormatDescription, refusesWhatCannotBeDescribed) {
 }
 
 TEST(TimecodeFormatDescription, refusesBytesThatDescribeNone) {
-    const auto good =
-        TimecodeFormatDescription(TimecodeFormatType::timecode32, ntscDuration, 30, 0).sampleDescription();
+    const auto good = TimecodeFormatDescription(TimecodeFormatType::timecode32, {1, 25}, 25, 0).sampleDescription();
     constexpr std::tuple<std::size_t, std::uint8_t, Case, std::int64_t> rows[] = {
         {3, 35, Case::length, 35},          {3, 33, Case::length, 33},
         {0, 255, Case::length, 0xFF000022}, {4, 'x', Case::formatType, 0x786D6364},
-        {32, 0, Case::frameQuanta, 0},      {28, 255, Case::frameDuration, 0xFF0003E9}};
+        {27, 0, Case::frameDuration, 0},    {28, 255, Case::frameDuration, 0xFF000001},
+        {32, 0, Case::frameQuanta, 0}};
     for (const auto& [at, byte, which, offender] : rows) {
         auto bytes = good;
         bytes.at(at) = byte;
@@ -326,10 +295,6 @@ TEST(TimecodeFormatDescription, refusesBytesThatDescribeNone) {
                   TimecodeFormatError(which, offender))
             << at;
     }
-    auto scaleless = good;
-    scaleless[26] = scaleless[27] = 0;
-    EXPECT_EQ(errorOf([&] { return TimecodeFormatDescription::fromSampleDescription(scaleless); }),
-              TimecodeFormatError(Case::frameDuration, 0));
     EXPECT_EQ(errorOf([&] { return TimecodeFormatDescription::fromSampleDescription(std::span(good).first(33)); }),
               TimecodeFormatError(Case::length, 33));
 }
