@@ -107,24 +107,6 @@ TEST(Task, foreignCoroutinesCanAwaitTasksAndPrimitives) {
     EXPECT_EQ(trace, "31 home 2");
 }
 
-TEST(Task, callerGoesOnWhereItWasWhenItsTaskEndsElsewhere) {
-    ManualExecutor home, other;
-    auto hop = [](Executor& target) -> Task<bool> {
-        co_await resumeOn(target);
-        co_return target.runsHere();
-    };
-    auto parent = [&hop](Executor& own, Executor& target) -> Task<bool> {
-        const bool hopped = co_await hop(target);
-        co_return hopped&& own.runsHere() && !target.runsHere();
-    };
-    auto handle = spawn(parent(home, other), home);
-    home.runAll();
-    other.runAll();
-    EXPECT_FALSE(handle.isFinished());
-    home.runAll();
-    EXPECT_TRUE(handle.waitSync()->value());
-}
-
 TEST(Sleep, wakesAtItsTimeAndThrowsWhenCancelled) {
     ManualExecutor executor;
     const auto sleep = [&executor](milliseconds time) { return spawn(sleepThen(1, time), executor); };
