@@ -136,12 +136,12 @@ TEST_F(UserDefaultsStore, theUsersOwnFileFollowsTheEnvironment) {
                                        {nullptr, "relative", "/home/a/.config/corvex/settings.sqlite"},
                                        {"", "/etc/xdg", "/etc/xdg/corvex/settings.sqlite"},
                                        {"own.sqlite", "/etc/xdg", "own.sqlite"}};
-    const auto put = [](const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); };
     for (const auto& [named, configuration, file] : rows) {
-        const auto look = [&put, named = named, configuration = configuration] {  // in a process of its own
-            put("CORVEX_SETTINGS_FILE", named);
-            put("XDG_CONFIG_HOME", configuration);
-            put("HOME", "/home/a");
+        const auto look = [&] {  // in a process of its own
+            clearenv();
+            setenv("HOME", "/home/a", 1);
+            if (named) setenv("CORVEX_SETTINGS_FILE", named, 1);
+            if (configuration) setenv("XDG_CONFIG_HOME", configuration, 1);
             std::fputs(UserDefaults::standard().file().c_str(), stderr);
             _exit(0);
         };
