@@ -49,7 +49,7 @@ TEST(AtomicSwitch, modifyingIsTwoStepsAndAWriteBetweenThemIsLost) {
 TEST(LimitedSizeQueue, keepsTheNewest) {
     // Letters are pushed, "|" clears.
     constexpr std::tuple<std::uint64_t, std::string_view, std::string_view> rows[] = {
-        {3, "", ""}, {3, "abcde", "cde"}, {0, "ab", "b"}, {2, "abc|de", "de"}, {~std::uint64_t{0}, "abc", "abc"}};
+        {3, "", ""}, {3, "abcde", "cde"}, {0, "ab", "b"}, {3, "abc|de", "de"}, {~std::uint64_t{0}, "abc", "abc"}};
     for (const auto& [capacity, steps, expected] : rows) {
         LimitedSizeQueue<char> queue(capacity);
         for (const char step : steps) step == '|' ? queue.clear() : queue.push(step);

@@ -57,6 +57,7 @@ TEST(Log, sinkRunsForOneThreadAtATime) {
     const LogSink sink = [&](LogLevel, std::string_view) {
         EXPECT_EQ(running.fetch_add(1), 0);
         ++taken;
+        std::this_thread::yield();
         running.fetch_sub(1);
     };
     setLogSink(sink);

@@ -18,7 +18,9 @@ std::string makeText() {
 }
 
 TEST(ProcessWide, threadsSeeWholeValuesMadeOnce) {
-    ProcessWide<std::string> value(makeText);
+    ProcessWide<std::string> value(makeText), fromHost(makeText);
+    fromHost.set("host");
+    EXPECT_EQ(fromHost.get(), "host");
     std::atomic<int> tornCount{0};
     test::onThreads(4, [&](int thread) {
         const std::string own(40, static_cast<char>('a' + thread));

@@ -96,6 +96,7 @@ TEST_F(UserDefaultsStore, whatIsNoStoreIsAnErrorThatTouchesNothing) {
     const std::tuple<std::string, Case, void (*)(const fs::path&)> rows[] = {
         {"garbage", Case::corrupt, [](const fs::path& file) { std::ofstream(file) << std::string(5000, 'x'); }},
         {"foreign", Case::corrupt, [](const fs::path& file) { sql(file, "CREATE TABLE setting (a)"); }},
+        {"otherwise", Case::corrupt, [](const fs::path& file) { change(file, "PRAGMA application_id = 1"); }},
         {"tableMissing", Case::corrupt, [](const fs::path& file) { change(file, "DROP TABLE setting"); }},
         {"typeUnknown", Case::corrupt, [](const fs::path& file) { change(file, "UPDATE setting SET kind = 9"); }},
         {"later", Case::newer, [](const fs::path& file) { change(file, "PRAGMA user_version = 2"); }},
