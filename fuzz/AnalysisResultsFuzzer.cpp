@@ -1,4 +1,3 @@
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Error.h>
 #include <tools/corvex/analysis/AnalysisResults.h>
 

@@ -1,9 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Json.h>
-#include <Corvex/platform/Text.h>
 
 #include "support/Fuzzer.h"
 

@@ -6,7 +6,6 @@
 #include <Corvex/cli/transcode/TranscodeVideoOptionsTemplate.h>
 #include <Corvex/color/OrvaneVideoColorSpace.h>
 #include <Corvex/exported/ORVMediaFileContainer.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Error.h>
 #include <Corvex/platform/Json.h>
 #include <Corvex/timing/CommonVideoFrameRate.h>

@@ -3,7 +3,6 @@
 #include <Corvex/lut/GenericTextLutInterpreter.h>
 #include <Corvex/lut/ParsedLutFactory.h>
 #include <Corvex/lut/ParsedLutFile.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Utf8.h>
 
 #include "support/Fuzzer.h"

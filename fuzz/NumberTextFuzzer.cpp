@@ -3,7 +3,6 @@
 #include <optional>
 
 #include <Corvex/color/Color.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Decimal.h>
 #include <Corvex/platform/NumberText.h>
 

@@ -1,8 +1,6 @@
 #include <Corvex/cli/transcode/optionDictionary.h>
 #include <Corvex/media/PathEnumeration.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/FourCharacterCode.h>
-#include <Corvex/platform/Text.h>
 #include <Corvex/platform/Utf8.h>
 
 #include "support/Fuzzer.h"

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <optional>
 
-#include <Corvex/platform/Checked.h>
 #include <Corvex/timing/TimecodeFrame.h>
 
 #include "support/Fuzzer.h"

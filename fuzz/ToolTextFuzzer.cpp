@@ -1,8 +1,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <Corvex/platform/Checked.h>
-#include <Corvex/platform/Text.h>
 #include <tools/corvex/RateText.h>
 #include <tools/corvex/ToolError.h>
 #include <tools/corvex/host/ProgressDisplay.h>

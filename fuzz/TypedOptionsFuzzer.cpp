@@ -1,7 +1,5 @@
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
-#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Json.h>
-#include <Corvex/platform/Text.h>
 #include <tools/corvex/SuggestedFlag.h>
 #include <tools/corvex/ToolError.h>
 #include <tools/corvex/TypedOptions.h>

@@ -8,6 +8,7 @@
 #include <memory>
 #include <new>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -229,6 +230,9 @@ UserDefaultsError::UserDefaultsError(Case which, const std::filesystem::path& fi
     : Error("settings '" + file.string() + "': " + std::string(problem)), case_(which), file_(file.native()) {}
 
 UserDefaultsError::~UserDefaultsError() = default;
+
+static_assert(std::is_nothrow_copy_constructible_v<UserDefaultsError> &&
+              std::is_nothrow_copy_assignable_v<UserDefaultsError>);
 
 std::filesystem::path UserDefaultsError::file() const { return file_.text(); }
 

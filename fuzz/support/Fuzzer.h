@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include <Corvex/platform/Checked.h>
 #include <Corvex/platform/Text.h>
 
 namespace corvex {

@@ -49,13 +49,7 @@ TEST(AtomicSwitch, modifyingIsTwoStepsAndAWriteBetweenThemIsLost) {
 TEST(LimitedSizeQueue, keepsTheNewest) {
     // Letters are pushed, "|" clears.
     constexpr std::tuple<std::uint64_t, std::string_view, std::string_view> rows[] = {
-        {3, "", ""},
-        {3, "ab", "ab"},
-        {3, "abcde", "cde"},
-        {0, "ab", "b"},
-        {3, "ab|", ""},
-        {2, "abc|de", "de"},
-        {~std::uint64_t{0}, "abc", "abc"}};
+        {3, "", ""}, {3, "abcde", "cde"}, {0, "ab", "b"}, {3, "abc|de", "de"}, {~std::uint64_t{0}, "abc", "abc"}};
     for (const auto& [capacity, steps, expected] : rows) {
         LimitedSizeQueue<char> queue(capacity);
         for (const char step : steps) step == '|' ? queue.clear() : queue.push(step);
@@ -92,7 +86,6 @@ TEST(PlainThreads, stress) {
 TEST(OSStatusError, descriptions) {
     const std::pair<OSStatusError, std::optional<std::string>> rows[] = {
         {OSStatusError(0), std::nullopt},
-        {OSStatusError(2), "No such file or directory"},
         {OSStatusError(133), "Memory page has hardware error"},  // the last
         {OSStatusError(134), "unknown error"},
         {OSStatusError(41), "unknown error"},  // a gap
@@ -103,7 +96,6 @@ TEST(OSStatusError, descriptions) {
         {OSStatusError(0, "", true), ""},
     };
     for (const auto& [error, description] : rows) EXPECT_EQ(error.errorDescription(), description) << error.status();
-    EXPECT_EQ(OSStatusError(2), OSStatusError(2));
     EXPECT_FALSE(OSStatusError(0) == OSStatusError(0, "", false));
 }
 

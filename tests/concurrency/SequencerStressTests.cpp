@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <map>
 #include <optional>
 #include <random>
-#include <string>
-#include <tuple>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -72,11 +70,10 @@ Task<Keys> consume(Sequencer sequencer) {
     co_return keys;
 }
 
-/// Never where the delay is negative.
-template <class Sequencer>
-Task<> closeAfter(Sequencer sequencer, int microseconds) {
-    if (microseconds < 0) co_return;
-    co_await sleepFor(std::chrono::microseconds(microseconds));
+/// Between whatever happens then. Never where the delay is negative.
+void closeAfter(int microseconds, const auto& sequencer) {
+    if (microseconds < 0) return;
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
     sequencer.close();
 }
 
@@ -94,19 +91,15 @@ std::vector<Keys> results(std::vector<TaskHandle<Keys>>& handles) {
     return lists;
 }
 
-struct StressRow {
-    int producers, consumers;
-    int closingAfter;  ///< Microseconds; -1: when all has been added.
-};
-constexpr StressRow rows[] = {{1, 1, -1}, {4, 1, -1},  {4, 3, -1},  {200, 100, -1},
-                              {4, 3, 0},  {4, 1, 300}, {4, 3, 900}, {100, 50, 2000}};
+/// Producers, consumers, and microseconds until closing; -1: when all has been added.
+constexpr int rows[][3] = {{1, 1, -1}, {4, 1, -1},  {4, 3, -1},  {200, 100, -1},
+                           {4, 3, 0},  {4, 1, 300}, {4, 3, 900}, {100, 50, 2000}};
 
 /// Whether keys of the same remainder come in their order.
 bool isOrdered(const Keys& keys, int divisor) {
-    std::map<int, int> last;
+    std::vector<int> last(static_cast<std::size_t>(divisor), -1);
     return std::all_of(keys.begin(), keys.end(), [&](int key) {
-        const auto [before, isFirst] = last.try_emplace(key % divisor, key);
-        return isFirst || std::exchange(before->second, key) < key;
+        return std::exchange(last[static_cast<std::size_t>(key % divisor)], key) < key;
     });
 }
 
@@ -116,27 +109,26 @@ enum class Order : std::uint8_t { none, ofAll, ofEachProducer };
 template <class Make, class Add>
 void stress(Make make, Add add, Order order) {
     unsigned seed = 1;
-    for (const StressRow& row : rows) {
-        const std::string name = testing::PrintToString(std::tuple(row.producers, row.consumers, row.closingAfter));
+    for (const auto& row : rows) {
+        const auto [producerCount, consumerCount, closingAfter] = row;
+        const std::string name = testing::PrintToString(row);
         ThreadPool pool(4);
         const auto sequencer = make();
         std::vector<TaskHandle<Keys>> producers, consumers;
-        for (int i = 0; i < row.consumers; ++i) consumers.push_back(spawn(consume(sequencer), pool));
-        for (int i = 0; i < row.producers; ++i) {
-            const Keys keys = keysOf(i, row.producers, order == Order::ofEachProducer ? 1 : 16, seed++);
+        for (int i = 0; i < consumerCount; ++i) consumers.push_back(spawn(consume(sequencer), pool));
+        for (int i = 0; i < producerCount; ++i) {
+            const Keys keys = keysOf(i, producerCount, order == Order::ofEachProducer ? 1 : 16, seed++);
             producers.push_back(spawn(produce(sequencer, keys, add), pool));
         }
-        const auto closer = spawn(closeAfter(sequencer, row.closingAfter), pool);
+        closeAfter(closingAfter, sequencer);
         const std::vector<Keys> accepted = results(producers);
-        if (row.closingAfter < 0) sequencer.close();
+        if (closingAfter < 0) sequencer.close();
         const std::vector<Keys> delivered = results(consumers);
         EXPECT_EQ(sorted(delivered), sorted(accepted)) << name;
-        EXPECT_TRUE(row.closingAfter >= 0 || sorted(accepted).size() == keyCount) << name;
+        EXPECT_TRUE(closingAfter >= 0 || sorted(accepted).size() == keyCount) << name;
         for (const Keys& keys : delivered) {
-            if (order == Order::none) break;
-            EXPECT_TRUE(isOrdered(keys, order == Order::ofAll ? 1 : row.producers)) << name;
+            EXPECT_TRUE(order == Order::none || isOrdered(keys, order == Order::ofAll ? 1 : producerCount)) << name;
         }
-        (void)closer.waitSync();  // a pool must outlive what sleeps on it
     }
 }
 
@@ -190,20 +182,16 @@ TEST(SequencerStress, multiFeed) {
             auto add = [feed](const MultiFeed& target, int key) { return target.enqueueItems(-key, key, feed); };
             producers.push_back(spawn(produce(sequencer, keys, add), pool));
         }
-        const auto closer = spawn(closeAfter(sequencer, closingAfter), pool);
+        closeAfter(closingAfter, sequencer);
         std::vector<Keys> delivered = results(consumers);
         sequencer.close();
         // Closing frees no producer that waits: what has been stored is asked for until all of them have ended.
         for (auto isDone = false; !isDone;) {
-            isDone =
-                std::all_of(producers.begin(), producers.end(), [](const auto& handle) { return handle.isFinished(); });
+            isDone = std::ranges::all_of(producers, [](const auto& handle) { return handle.isFinished(); });
             nextIndex = 0;
-            std::vector<TaskHandle<Keys>> late;
-            late.push_back(spawn(requestAll(sequencer, &nextIndex), pool));
-            delivered.push_back(results(late).front());
+            delivered.push_back(spawn(requestAll(sequencer, &nextIndex), pool).waitSync()->value());
         }
         EXPECT_EQ(sorted(delivered), sorted(results(producers))) << closingAfter;
-        (void)closer.waitSync();
     }
 }
 

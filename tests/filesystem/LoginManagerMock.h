@@ -24,7 +24,6 @@ public:
         bus_ = outputOf("dbus-daemon --fork --print-pid --config-file=" + (folder_.path() / "bus.conf").string());
         setenv("DBUS_SYSTEM_BUS_ADDRESS", address_.c_str(), 1);
         manager_ = outputOf("/usr/bin/python3 -m dbusmock --template logind >/dev/null 2>&1 & echo $!");
-        isReady_ = eventually([this] { return inhibitors().find("array") != std::string::npos; });
     }
     ~LoginManagerMock() {
         unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
@@ -32,10 +31,11 @@ public:
             if (!process.empty()) kill(std::stoi(process), SIGKILL);
         }
     }
-    LoginManagerMock(const LoginManagerMock&) = delete;
-    LoginManagerMock& operator=(const LoginManagerMock&) = delete;
 
-    [[nodiscard]] bool isReady() const noexcept { return isReady_; }
+    /// Waits for the first answer.
+    [[nodiscard]] bool isReady() const {
+        return eventually([this] { return inhibitors().find("array") != std::string::npos; });
+    }
 
     /// The inhibitors that are held, as dbus-send prints them: what, who, why, mode, user, process. Empty without answer.
     [[nodiscard]] std::string inhibitors() const {
@@ -68,7 +68,6 @@ private:
     const TemporaryDirectory folder_;
     const std::string address_ = "unix:path=" + (folder_.path() / "bus").string();
     std::string bus_, manager_;  ///< The processes.
-    bool isReady_ = false;
 };
 
 }  // namespace corvex::test

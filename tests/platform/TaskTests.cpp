@@ -107,24 +107,6 @@ TEST(Task, foreignCoroutinesCanAwaitTasksAndPrimitives) {
     EXPECT_EQ(trace, "31 home 2");
 }
 
-TEST(Task, callerGoesOnWhereItWasWhenItsTaskEndsElsewhere) {
-    ManualExecutor home, other;
-    auto hop = [](Executor& target) -> Task<bool> {
-        co_await resumeOn(target);
-        co_return target.runsHere();
-    };
-    auto parent = [&hop](Executor& own, Executor& target) -> Task<bool> {
-        const bool hopped = co_await hop(target);
-        co_return hopped&& own.runsHere() && !target.runsHere();
-    };
-    auto handle = spawn(parent(home, other), home);
-    home.runAll();
-    other.runAll();
-    EXPECT_FALSE(handle.isFinished());
-    home.runAll();
-    EXPECT_TRUE(handle.waitSync()->value());
-}
-
 TEST(Sleep, wakesAtItsTimeAndThrowsWhenCancelled) {
     ManualExecutor executor;
     const auto sleep = [&executor](milliseconds time) { return spawn(sleepThen(1, time), executor); };
@@ -149,19 +131,15 @@ TEST(Task, cancellationAndPriorityReachAwaitedTasks) {
     ManualExecutor executor;
     auto child = []() -> Task<TaskPriority> {
         co_await checkCancellation();
-        const TaskPriority priority = (co_await taskContext()).priority;
-        co_await sleepFor(milliseconds(1));
-        co_return priority;
+        co_return (co_await taskContext()).priority;
     };
     auto parent = [&child]() -> Task<TaskPriority> { co_return co_await child(); };
     auto finished = spawn(parent(), SpawnOptions(executor, TaskPriority::utility));
     auto cancelled = spawn(parent(), executor);
-    executor.runAll();
     cancelled.cancel();
-    executor.advance(milliseconds(1));
+    executor.runAll();
     EXPECT_EQ(finished.waitSync()->value(), TaskPriority::utility);
-    EXPECT_TRUE(cancelled.isCancelled());
-    EXPECT_FALSE(cancelled.waitSync()->hasValue());
+    EXPECT_EQ(test::errorOf(cancelled), CancellationError().what());
 }
 
 TEST(TaskHandle, everyWaiterGetsTheResult) {

@@ -59,18 +59,12 @@ TEST_F(TranscodeSettingsStore, keysFollowTheHost) {
 }
 
 TEST(NotificationName, namesAreThoseThatTheApplicationsShare) {
-    const char* const expected[] = {"fileSystemManipulatedNotification",
-                                    "kShowStagingView",
-                                    "kRemovedActiveJob",
-                                    "kAllActiveJobsUpdate",
-                                    "kNeedsUpdateForAllActiveJobs",
-                                    "kMainActivityUpdateBroadcast",
-                                    "kUINeedsUpdateForMainActivity",
-                                    "driveSpeedUpdate",
-                                    "cloudResourceUploaded"};
-    const auto names = NotificationName::allCases();
-    ASSERT_EQ(names.size(), std::size(expected));
-    for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(names[i].rawValue(), expected[i]);
+    std::string names;
+    for (const auto& name : NotificationName::allCases()) names += std::string(name.rawValue()) + ' ';
+    EXPECT_EQ(names,
+              "fileSystemManipulatedNotification kShowStagingView kRemovedActiveJob kAllActiveJobsUpdate "
+              "kNeedsUpdateForAllActiveJobs kMainActivityUpdateBroadcast kUINeedsUpdateForMainActivity "
+              "driveSpeedUpdate cloudResourceUploaded ");
 }
 
 }  // namespace
