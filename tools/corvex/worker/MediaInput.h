@@ -29,6 +29,8 @@ public:
 
     /// Time stamps of the streams count from here: the file's start, in the stream's own time base.
     [[nodiscard]] std::int64_t startOf(const AVStream& stream) const noexcept;
+    /// Whether it is a picture file, which has neither a rate nor a length, whatever the media libraries assume.
+    [[nodiscard]] bool isStill() const noexcept;
     /// In seconds; 0 when unknown.
     [[nodiscard]] double duration() const noexcept;
     /// Frames per second of the video; {0, 1} when unknown.
@@ -37,7 +39,9 @@ public:
     [[nodiscard]] bool hasConstantRate() const;
     /// Number of video frames as the container counts them, else estimated; 0 when unknown.
     [[nodiscard]] std::int64_t expectedFrames() const noexcept;
+    /// How the pictures of the main video lie in the file, or those of another one.
     [[nodiscard]] SourcePicture picture() const noexcept;
+    [[nodiscard]] SourcePicture pictureOf(AVStream& video) const noexcept;
 
     /// Goes to the last picture of the main video at or before `time` (in the stream's time base, as its time stamps count)
     /// that can be decoded by itself; a file that cannot be sought in is read on from where it stands.

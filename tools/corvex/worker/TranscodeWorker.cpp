@@ -115,9 +115,9 @@ JobFacts inspect(const TranscodeJob& job) {
         compareAudio(wanted, facts);
         facts.frames += job.video ? input->expectedFrames() : 0;
         facts.seconds += input->duration();
-        const AVRational rate = input->frameRate();
+        const AVRational known = input->frameRate(), rate = known.num > 0 ? known : assumedFrameRate;
         if (!facts.first) {
-            facts.timing = {rate.num > 0 ? rate : assumedFrameRate, input->hasConstantRate()};
+            facts.timing = {rate, input->hasConstantRate()};
             facts.first = std::move(input);
         } else if (!input->hasConstantRate() || av_cmp_q(rate, facts.timing.frameRate) != 0) {
             facts.timing.hasConstantRate = false;
