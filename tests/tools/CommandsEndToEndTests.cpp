@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Text.h>
@@ -277,6 +278,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
     std::filesystem::copy_file(plain, "shots" / plain.filename());
     writeFile("text.mov", "This is no film, but a text that somebody renamed.\n");
     writeFile("taken.mov", "mine");
+    ASSERT_EQ(mkfifo("unread", 0600), 0);
     const Words before = room.entries();
     const std::string source = readFile(clip("plain"));
     expectRefusals(
@@ -291,6 +293,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @tracks -out out.mov -ac_omit_0 9", 1, "track 9"},
             {"-in @plain -out out.mov -ac_omit_3 0", 2, "-ac_omit_3"},
             {"-in @plain -out out.mov -progress_file /nonexistent/p", 1, "-progress_file '/nonexistent/p'"},
+            {"-in @plain -out out.mov -progress_file unread", 1, "'unread': a pipe that nobody reads"},
             {"-in @plain -out out.mov -acodec aac -asr 12345", 1, "expected one of 96000"},
             {"-in @plain -out out.mov -vcodec dnxhd", 1, "1920x1080 or 1280x720"},
             {"-in_0_0 @plain -in_0_1 @tracks -out out.mov", 1, "3 audio tracks, the first file 1"},
