@@ -48,6 +48,8 @@ TEST(TranscodeJob, usageErrorsNameTheOffenderAndWhatWouldBeRight) {
         {"-in a -out x.mov -abr 128", "-abr '128'", "bits per second, 1000 to"},
         {"-in a -out x.mov -vn -an", "-vn and -an", "nothing to write"},
         {"-in a -out x.mov -preset mine", "'mine'", "orvane_cloud or orvane_4444xq"},
+        {"-in a -out x.mov -vn -vcodec banana", "-vcodec 'banana'", "h264, h265"},
+        {"-in a -out x.mov -an -acl 6 -aqual best", "-aqual 'best'", "low, medium"},
         {"-in a -out x.mov -a_decoder best", "", "'best'"},
         {"-in a -out x.mov -vcodec prores422 -key_frames 5", "", "key frame"},
         {"-in a -out x.mov -acl 7.1", "", "'7.1'"},
