@@ -294,6 +294,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -ac_omit_3 0", 2, "-ac_omit_3"},
             {"-in @plain -out out.mov -progress_file /nonexistent/p", 1, "-progress_file '/nonexistent/p'"},
             {"-in @plain -out out.mov -progress_file unread", 1, "'unread': a pipe that nobody reads"},
+            {"-in_0_0 @plain -in_0_1 unread -out out.mov", 1, "'unread': is a pipe, which gives its bytes once"},
             {"-in @plain -out out.mov -acodec aac -asr 12345", 1, "expected one of 96000"},
             {"-in @plain -out out.mov -vcodec dnxhd", 1, "1920x1080 or 1280x720"},
             {"-in_0_0 @plain -in_0_1 @tracks -out out.mov", 1, "3 audio tracks, the first file 1"},

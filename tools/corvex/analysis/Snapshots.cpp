@@ -57,6 +57,7 @@ void readTo(std::int64_t time, MediaInput& input, TimedFrame& result) {
 
 /// Throws JobError.
 TimedFrame frameAt(const std::string& path, double location) {
+    MediaInput::requireReadableAgain(path);
     // Streams without an index are sought in by time alone, which may lead behind the picture that all else depends on.
     for (const double secondsBefore : {0.0, 10.0, std::numeric_limits<double>::infinity()}) {
         MediaInput input(path);

@@ -75,7 +75,9 @@ MediaInput::MediaInput(std::string path) : path_(std::move(path)) {
     AVFormatContext* context = checkAllocated(avformat_alloc_context());
     context->interrupt_callback = {wantsToStop, nullptr};
     const std::string context_path = "file:" + path_;
-    check(avformat_open_input(&context, context_path.c_str(), nullptr, nullptr), "'" + path_ + "': no readable media");
+    const int opened = avformat_open_input(&context, context_path.c_str(), nullptr, nullptr);
+    if (opened < 0) throwIfStopRequested();
+    check(opened, "'" + path_ + "': no readable media");
     context_.reset(context);
     check(avformat_find_stream_info(context, nullptr), "'" + path_ + "': no readable media");
     throwIfStopRequested();
@@ -94,6 +96,12 @@ MediaInput::MediaInput(std::string path) : path_(std::move(path)) {
     ends_.assign(context->nb_streams, 0);
     requireCompleteIndex();
     requireCompleteSegment();
+}
+
+void MediaInput::requireReadableAgain(const std::string& path) {
+    std::error_code error;  // of what does not exist
+    if (!std::filesystem::is_fifo(path, error)) return;
+    throw JobError(inQuotes(path) + ": is a pipe, which gives its bytes once; expected a file");
 }
 
 void MediaInput::requireCompleteIndex() const {

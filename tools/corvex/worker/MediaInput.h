@@ -16,6 +16,8 @@ public:
     /// Opens the file and reads what its container and first packets say. A file that is missing, empty, no media, or
     /// shorter than its own index says is an error.
     explicit MediaInput(std::string path);
+    /// Throws JobError for a pipe: it gives its bytes once, and opening it again would wait for ever.
+    static void requireReadableAgain(const std::string& path);
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
     /// Read from the file so far; 0 for what the media libraries open by themselves.

@@ -101,6 +101,7 @@ JobFacts inspect(const TranscodeJob& job) {
         if (std::filesystem::equivalent(path, job.output, error)) {
             throw JobError("-out '" + job.output.string() + "' is also an input; a source is never replaced");
         }
+        if (file > 0) MediaInput::requireReadableAgain(path);  // the first one stays open
         auto input = std::make_unique<MediaInput>(path);
         if (job.video && input->video() == nullptr) {
             throw JobError("'" + path + "': holds no video; -vn would write its audio alone");
