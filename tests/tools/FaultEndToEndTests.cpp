@@ -110,7 +110,7 @@ TEST_F(FaultRoomEndToEnd, aFullDiskIsOneClearLineAndLeavesNothing) {
     const Row rows[] = {
         {"ulimit -f 32", "transcode -in @plain -out out.mov", "out.mov"},
         {"ulimit -f 32", "transcode -in @plain -vcodec prores422 -web -out out.mov", "out.mov"},
-        {"ulimit -f 32", "transcode -in @plain -out out.wav", "out.wav"},
+        {"ulimit -f 32", "transcode -in @plain -work_dir . -out out.wav", "out.wav' by way of '."},
         {"trap \"\" XFSZ; ulimit -f 2", "generate share", "share/man/man1/corvex.1"},
         {"trap \"\" XFSZ; ulimit -f 2", "lut check a.cube --plot a.png", "a.png"},
     };
