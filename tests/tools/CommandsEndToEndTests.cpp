@@ -308,6 +308,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -tc_track -tc_drop -vr 23.976", 1, "drop"},
             {"-in @plain -out out.mov -tc_track -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_burn -tc_rate 24", 1, "-tc_rate"},
+            {"-in @plain -out out.mov -tc_track -vr 256", 1, "up to 255 frames a second"},
             {"-in @plain -out out.mov -tc_track -tc_creation", 1, "-tc_creation"},
             {"-in damaged.mov -out out.mov", 1, "damaged after frame 0"},
             {"-in cut-front -out out.mov", 1, "is truncated: its index names"},
