@@ -89,7 +89,7 @@ TEST(FaultEndToEnd, signalsEndTheJobInOrder) {
         for (const bool toWorker : {false, true}) {
             RunningJob job;
             kill(toWorker ? job.worker() : job.host(), signal);
-            job.expectToStopWith("stopped by signal");
+            job.expectToStopWith(("stopped by signal " + std::to_string(signal) + " ").c_str());
         }
     }
     RunningJob job("", "nohup ");  // a signal that is ignored stays so

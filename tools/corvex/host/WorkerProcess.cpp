@@ -25,11 +25,11 @@ std::array<std::atomic<pid_t>, WorkerProcess::mostAtOnce> running{};
 std::atomic<bool> wasStopped{false};
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-void handOnToWorkers(int) {
+void handOnToWorkers(int signal) {
     const int problem = errno;
     wasStopped.store(true);
     for (const auto& place : running) {
-        if (const pid_t worker = place.load(); worker > 0) kill(worker, SIGTERM);
+        if (const pid_t worker = place.load(); worker > 0) kill(worker, signal);
     }
     errno = problem;
 }
