@@ -147,7 +147,8 @@ TEST_F(AnalysisEndToEnd, snapshotsAreUprightLimitedCompressedAndLookedUp) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.words);
         const ProbeResult snapshot = analyze(
-            row.words + (" -snapshotLocation 0.5 -analysisId " + std::to_string(&row - rows)))[0]["snapshots"][0];
+            row.words + (" -snapshotLocation 0.3 -analysisId " + std::to_string(&row - rows)))[0]["snapshots"][0];
+        EXPECT_EQ(snapshot["location"], 0.3);
         const Picture picture = still(snapshot);
         EXPECT_EQ(std::pair(picture.width(), picture.height()), std::pair(row.width, row.height));
         EXPECT_EQ(snapshot["width"], row.width);
