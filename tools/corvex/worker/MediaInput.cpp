@@ -159,7 +159,8 @@ bool MediaInput::isStill() const noexcept {
 }
 
 double MediaInput::duration() const noexcept {
-    return context_->duration == AV_NOPTS_VALUE || isStill() ? 0 : static_cast<double>(context_->duration) / AV_TIME_BASE;
+    return context_->duration == AV_NOPTS_VALUE || isStill() ? 0
+                                                             : static_cast<double>(context_->duration) / AV_TIME_BASE;
 }
 
 AVRational MediaInput::frameRate() const noexcept {
@@ -200,9 +201,7 @@ std::int64_t MediaInput::expectedFrames() const noexcept {
     return std::llround(duration() * av_q2d(frameRate()));
 }
 
-SourcePicture MediaInput::picture() const noexcept {
-    return video_ == nullptr ? SourcePicture{} : pictureOf(*video_);
-}
+SourcePicture MediaInput::picture() const noexcept { return video_ == nullptr ? SourcePicture{} : pictureOf(*video_); }
 
 SourcePicture MediaInput::pictureOf(AVStream& video) const noexcept {
     SourcePicture picture;
