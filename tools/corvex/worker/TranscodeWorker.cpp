@@ -43,9 +43,10 @@ void requireOwnProgressFile(const TranscodeJob& job, const TranscodeCliArguments
     if (job.progressFile.empty()) return;
     const auto isSame = [&](const std::filesystem::path& other) {
         std::error_code error;  // of a file that does not exist yet
-        return std::filesystem::equivalent(job.progressFile, other, error) ||
-               std::filesystem::weakly_canonical(job.progressFile, error) ==
-                   std::filesystem::weakly_canonical(other, error);
+        if (std::filesystem::equivalent(job.progressFile, other, error)) return true;
+        const auto place = std::filesystem::weakly_canonical(job.progressFile, error);
+        // Neither a pipe that is open, as /dev/stderr, nor the path of a table that is not given has a place.
+        return !place.empty() && place == std::filesystem::weakly_canonical(other, error);
     };
     const bool isTable = isSame(arguments.lutFile().value_or("")),
                isImage = isSame(arguments.watermarkFilePath().value_or(""));
