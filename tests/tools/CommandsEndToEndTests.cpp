@@ -299,6 +299,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -vcodec dnxhd", 1, "1920x1080 or 1280x720"},
             {"-in_0_0 @plain -in_0_1 @tracks -out out.mov", 1, "3 audio tracks, the first file 1"},
             {"-in @plain -out out.mov -progress_file @plain", 1, "a file of the job itself"},
+            {"-in @plain -out out.mov -progress_file ./out.mov", 1, "a file of the job itself"},
             {"-in @plain -out out.mov -clut table.cube -progress_file table.cube", 1, "a file of the job itself"},
             {"-in @plain -out out.mov -vr 0.001", 1, "none of its pictures falls on a frame of the output"},
             {"-in @plain -out out.mov -clut look.cube", 1, "'look.cube' is no look-up table"},

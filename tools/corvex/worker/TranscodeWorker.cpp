@@ -41,12 +41,14 @@ struct JobFacts {
 /// The progress file is emptied when it is opened, so it must be none of the job's own files.
 void requireOwnProgressFile(const TranscodeJob& job, const TranscodeCliArguments& arguments) {
     if (job.progressFile.empty()) return;
-    const auto isSame = [&](const std::filesystem::path& other) {
-        std::error_code error;  // of a file that does not exist yet
-        if (std::filesystem::equivalent(job.progressFile, other, error)) return true;
-        const auto place = std::filesystem::weakly_canonical(job.progressFile, error);
-        // Neither a pipe that is open, as /dev/stderr, nor the path of a table that is not given has a place.
-        return !place.empty() && place == std::filesystem::weakly_canonical(other, error);
+    namespace fs = std::filesystem;
+    std::error_code error;  // of a file that does not exist yet
+    const fs::path place = fs::weakly_canonical(fs::absolute(job.progressFile, error), error);
+    const auto isSame = [&](const fs::path& other) {
+        if (other.empty()) return false;
+        // A pipe that is open, as /dev/stderr, has no place.
+        return fs::equivalent(job.progressFile, other, error) ||
+               (!place.empty() && place == fs::weakly_canonical(fs::absolute(other, error), error));
     };
     const bool isTable = isSame(arguments.lutFile().value_or("")),
                isImage = isSame(arguments.watermarkFilePath().value_or(""));
