@@ -27,5 +27,9 @@ for shell in bash zsh fish; do
     esac
     [ -z "$(command -v $shell || true)" ] || complain "$file" "$($shell -n "$share/$file" 2>&1 || true)"
 done
+if [ -n "$(command -v fish || true)" ]; then  # where it knows no options, it has to be told by other means
+    answer=$(fish -c 'source $argv; complete -C "corvex args -- -vcodec mj"' "$share/$file" 2>&1 | cut -f 1)
+    [ "$answer" = mjpeg ] || complain "$file (behind args --)" "expected mjpeg, not: $answer"
+fi
 echo "$count manual pages"
 [ "$count" -gt 0 ] && [ "$failed" -eq 0 ]

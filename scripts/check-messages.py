@@ -2,8 +2,8 @@
 """Holds docs/ERRORS.md against the sources: every text of an error, of a stop of the process or of the log stands in it.
 
 The check reads string literals in statements that throw, log, stop the process or print an error, and the descriptions of
-enumerations of problems. Where a message is put together, each piece has to be found. It does not see a text that
-reaches such a statement through a variable.
+enumerations of problems, and what is put into a text variable that such a statement in the same file names. Where a
+message is put together, each piece has to be found. It does not see what a function hands to such a statement.
 """
 import pathlib
 import re
@@ -11,8 +11,9 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-BEGINS = re.compile(r"\b(throw\b|printError\(|fatalError\(|require\w*\(|log(Error|Info|Debug)?\(|fail\w*\(|\w+Error\()")
+BEGINS = re.compile(r"\b(throw\b|printError\(|fatalError\(|require\w*\(|log(Error|Info|Debug)?\(|fail\w*\(|check\(|\w+Error\()")
 TABLE = re.compile(r"caseTable<\w*(Problem|ErrorCase)>")
+VARIABLE = re.compile(r"\b(?:string|string_view|char ?\*(?: const)?) (\w+)\b")
 LITERAL = re.compile(r'"((?:\\.|[^"\\\n])*)"')
 # What is no message: statements of SQL, names, file names, formats.
 NONE_OF = re.compile(r"PRAGMA |SELECT |\+?\w*$|\.part$|file:$|\.config/|corvex: $|CVX_PLF_FATAL-%s|-\w+ ?'?$|-ac_omit_$")
@@ -37,11 +38,19 @@ def statement(text, start):
     return text[start:]
 
 
+def statements(text):
+    found = [statement(text, begin.start()) for begin in [*BEGINS.finditer(text), *TABLE.finditer(text)]]
+    words = set(re.findall(r"\w+", LITERAL.sub("", " ".join(found))))
+    for name in words.intersection(VARIABLE.findall(text)):
+        found += [statement(text, begin.start()) for begin in re.finditer(rf"\b{name}(\[\w*\])? ?(\+?= |\{{)", text)]
+    return found
+
+
 def pieces(text):
     text = re.sub(r"(?m)^\s*//.*$|  //.*$", "", text)
     text = re.sub(r'"\n\s*"', "", text)  # literals over several lines
-    for begin in list(BEGINS.finditer(text)) + list(TABLE.finditer(text)):
-        for literal in LITERAL.findall(statement(text, begin.start())):
+    for piece_of in statements(text):
+        for literal in LITERAL.findall(piece_of):
             for piece in re.split(r"\{[^}]*\}|%\S*", literal.replace('\\"', '"')):  # format fields
                 if len(re.findall(r"[A-Za-z]", piece)) >= 4 and not NONE_OF.match(piece) and " " in piece.strip():
                     yield piece.strip()

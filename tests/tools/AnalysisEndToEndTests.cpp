@@ -58,16 +58,19 @@ TEST_F(AnalysisEndToEnd, describesFilesInTheTermsOfTheVocabulary) {
     ffmpeg("-i @plain -c:v mpeg2video -q:v 2 -c:a pcm_s16le -timecode 10:00:00:00 x.mxf");
     ffmpeg("-i @plain -frames:v 1 -pix_fmt gbrp10le still.dpx");
     writeFile("notes.mov", "left at the hotel");
+    std::string mirrored = readFile(clip("plain"));
+    mirrored.replace(mirrored.find("tkhd") + 44, 2, "\xff\xff");  // the matrix: x becomes -x
+    writeFile("mirrored.mov", mirrored);
     // Container, codec, common rate, format code, replacement, lossless replacement, timecode; "-": there is none.
     const std::pair<std::string, const char*> rows[] = {
         {"prores.mov", "QuickTime|ProRes 4444|fps29_97|-|-|-|00:01:00;02"},
-        {clip("plain"), "QuickTime|H.264|fps25|lpcm|lpcm|lpcm|-"},
+        {"mirrored.mov", "QuickTime|H.264|fps25|lpcm|lpcm|lpcm|-"},
         {clip("mp4"), "MP4|H.264|fps25|aac |aac|aac|-"},
         {clip("avi"), "AVI|MP4|fps25|lpcm|lpcm|lpcm|-"},
         {clip("mkv"), "-|H.264|fps25|lpcm|lpcm|lpcm|-"},
         {clip("flac"), "-|H.264|fps25|-|lpcm|lpcm|-"},
         {"x.mxf", "MXF|MP2|fps25|lpcm|lpcm|lpcm|10:00:00:00"},
-        {"still.dpx", "DPX|-|fps25|-|-|-|-"},
+        {"still.dpx", "DPX|-|-|-|-|-|-"},
         {clip("rotated"), "MP4|H.264|fps25|-|-|-|-"},
         {"notes.mov", "-|-|-|-|-|-|-"},
     };
@@ -96,6 +99,7 @@ TEST_F(AnalysisEndToEnd, describesFilesInTheTermsOfTheVocabulary) {
                                                       "matrix": "rec709", "range": "video"})"));
     EXPECT_EQ(prores["bitDepth"], 12);  // what the decoder gives
     EXPECT_EQ(track(files[0], "timecode")["codecTag"], "tmcd");
+    EXPECT_EQ(track(files[1], "video")["video"]["isMirrored"], true);
     EXPECT_EQ(track(files[8], "video")["video"]["rotation"], 270);  // ffmpeg's "rotate" counts the other way
     EXPECT_THAT(files[9].value("problem", ""), HasSubstr("notes.mov': no readable media"));
     EXPECT_THAT(said_, AllOf(HasSubstr("  QuickTime, 1.000 s\n"), HasSubstr("H.264, 320x180, 25 fps"),
@@ -133,8 +137,9 @@ TEST_F(AnalysisEndToEnd, snapshotsAreUprightLimitedCompressedAndLookedUp) {
     };
     for (const auto& [words, width, height, upperLeft, lowerRight] : rows) {
         SCOPED_TRACE(words);
-        const auto files = analyze(words + " -snapshotLocation 0.5 -analysisId " + std::to_string(width));
+        const auto files = analyze(words + " -snapshotLocation 0.3 -analysisId " + std::to_string(width));
         const ProbeResult& snapshot = files[0]["snapshots"][0];
+        EXPECT_EQ(snapshot["location"], 0.3);
         const Picture picture = still(snapshot);
         EXPECT_EQ(std::pair(picture.width(), picture.height()), std::pair(width, height));
         EXPECT_EQ(snapshot["width"], width);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <Corvex/cli/transcode/TranscodeCliArguments.h>
 #include <Corvex/platform/Text.h>
@@ -254,6 +255,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
     std::filesystem::copy_file(plain, "shots" / plain.filename());
     writeFile("text.mov", "This is no film, but a text that somebody renamed.\n");
     writeFile("taken.mov", "mine");
+    ASSERT_EQ(mkfifo("unread", 0600), 0);
     const Words before = room.entries();
     const std::string source = readFile(clip("plain"));
     expectRefusals(
@@ -268,10 +270,13 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @tracks -out out.mov -ac_omit_0 9", 1, "track 9"},
             {"-in @plain -out out.mov -ac_omit_3 0", 2, "-ac_omit_3"},
             {"-in @plain -out out.mov -progress_file /nonexistent/p", 1, "-progress_file '/nonexistent/p'"},
+            {"-in @plain -out out.mov -progress_file unread", 1, "'unread': a pipe that nobody reads"},
+            {"-in_0_0 @plain -in_0_1 unread -out out.mov", 1, "'unread': is a pipe, which gives its bytes once"},
             {"-in @plain -out out.mov -acodec aac -asr 12345", 1, "expected one of 96000"},
             {"-in @plain -out out.mov -vcodec dnxhd", 1, "1920x1080 or 1280x720"},
             {"-in_0_0 @plain -in_0_1 @tracks -out out.mov", 1, "3 audio tracks, the first file 1"},
             {"-in @plain -out out.mov -progress_file @plain", 1, "a file of the job itself"},
+            {"-in @plain -out out.mov -progress_file ./out.mov", 1, "a file of the job itself"},
             {"-in @plain -out out.mov -clut table.cube -progress_file table.cube", 1, "a file of the job itself"},
             {"-in @plain -out out.mov -vr 0.001", 1, "none of its pictures falls on a frame of the output"},
             {"-in @plain -out out.mov -clut look.cube", 1, "'look.cube' is no look-up table"},
@@ -281,6 +286,7 @@ TEST_F(JobRefusalEndToEnd, jobsThatCannotBeDone) {
             {"-in @plain -out out.mov -tc_track -tc_drop -vr 23.976", 1, "drop"},
             {"-in @plain -out out.mov -tc_track -tc_rate 24", 1, "-tc_rate"},
             {"-in @plain -out out.mov -tc_burn -tc_rate 24", 1, "-tc_rate"},
+            {"-in @plain -out out.mov -tc_track -vr 256", 1, "up to 255 frames a second"},
             {"-in @plain -out out.mov -tc_track -tc_creation", 1, "-tc_creation"},
             {"-in damaged.mov -out out.mov", 1, "damaged after frame 0"},
             {"-in cut-front -out out.mov", 1, "is truncated: its index names"},

@@ -83,7 +83,7 @@ TEST(FaultEndToEnd, signalsEndTheJobInOrder) {
         for (const bool toWorker : {false, true}) {
             RunningJob job;
             kill(toWorker ? job.worker : job.host, signal);
-            job.expectToStopWith("stopped by signal");
+            job.expectToStopWith(("stopped by signal " + std::to_string(signal) + " ").c_str());
         }
     }
     RunningJob job("", "nohup ");  // a signal that is ignored stays so
@@ -101,7 +101,7 @@ TEST_F(FaultRoomEndToEnd, aFullDiskIsOneClearLineAndLeavesNothing) {
     const std::tuple<std::string, std::string, std::string> rows[] = {
         {"ulimit -f 32", "transcode -in @plain -out out.mov", "out.mov"},
         {"ulimit -f 32", "transcode -in @plain -vcodec prores422 -web -out out.mov", "out.mov"},
-        {"ulimit -f 32", "transcode -in @plain -out out.wav", "out.wav"},
+        {"ulimit -f 32", "transcode -in @plain -work_dir . -out out.wav", "out.wav' by way of '."},
         {"trap \"\" XFSZ; ulimit -f 2", "generate share", "share/man/man1/corvex.1"},
         {"trap \"\" XFSZ; ulimit -f 2", "lut check a.cube --plot a.png", "a.png"},
     };

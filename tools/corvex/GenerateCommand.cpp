@@ -13,8 +13,9 @@ namespace corvex::tool {
 namespace {
 
 void writeText(const std::filesystem::path& file, const std::string& text) {
-    std::error_code error;  // what it would say, the file says, too
+    std::error_code error;
     std::filesystem::create_directories(file.parent_path(), error);
+    if (error) throw JobError("cannot write " + inQuotes(file.native()) + ": " + error.message());
     OutputFile output(file, {}, true);
     writeBytes(output, std::as_bytes(std::span(text)));
     output.publish();

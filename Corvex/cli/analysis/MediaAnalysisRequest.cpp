@@ -185,9 +185,10 @@ MediaAnalysisRequest MediaAnalysisRequest::fromWords(std::span<const std::string
 
 void MediaAnalysisRequest::requireFiles() const {
     using Case = MediaAnalysisCLIErrorCase;
-    std::error_code error;  // of what does not exist
+    std::error_code error;  // of what does not exist; and what is not to be looked at may well exist
     for (const std::string& path : pathsToAnalyze) {
-        if (!std::filesystem::exists(path, error)) throw MediaAnalysisCLIError(Case::pathToAnalyzeDoesNotExist, path);
+        const bool isMissing = std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
+        if (isMissing) throw MediaAnalysisCLIError(Case::pathToAnalyzeDoesNotExist, path);
     }
     if (!std::filesystem::is_directory(workDirectory, error)) {
         throw MediaAnalysisCLIError(Case::workDirectoryDoesNotExist, workDirectory);

@@ -43,6 +43,7 @@ struct VideoResult {
     std::int64_t width = 0, height = 0;  ///< As they lie in the file.
     std::int64_t pixelAspectWidth = 1, pixelAspectHeight = 1;
     std::int64_t rotation = 0;  ///< Clockwise degrees that set the picture upright.
+    bool isMirrored = false;    ///< Whether it has to be mirrored from left to right before it is turned.
     std::optional<RateResult> frameRate;
     std::optional<std::int64_t> statedFrames;  ///< As the container counts them.
     std::string pixelFormat;
@@ -54,7 +55,8 @@ struct VideoResult {
     static void members(Self& self, Visit&& visit) {
         visit("width", self.width), visit("height", self.height);
         visit("pixelAspectWidth", self.pixelAspectWidth), visit("pixelAspectHeight", self.pixelAspectHeight);
-        visit("rotation", self.rotation), visit("frameRate", self.frameRate);
+        visit("rotation", self.rotation), visit("isMirrored", self.isMirrored);
+        visit("frameRate", self.frameRate);
         visit("statedFrames", self.statedFrames), visit("pixelFormat", self.pixelFormat);
         visit("bitDepth", self.bitDepth), visit("hasAlpha", self.hasAlpha), visit("color", self.color);
     }

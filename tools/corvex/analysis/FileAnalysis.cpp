@@ -56,15 +56,15 @@ std::optional<RateResult> rateOf(AVRational rate, bool isConstant) {
 
 VideoResult videoOf(const MediaInput& input, AVStream& stream) {
     const AVCodecParameters& parameters = *stream.codecpar;
-    const bool isMain = &stream == input.video();
+    const SourcePicture picture = input.pictureOf(stream);
     VideoResult video;
     video.width = parameters.width;
     video.height = parameters.height;
-    if (isMain) {
-        const SourcePicture picture = input.picture();
-        video.pixelAspectWidth = picture.pixelAspect.numerator;
-        video.pixelAspectHeight = picture.pixelAspect.denominator;
-        video.rotation = picture.orientation.turn;
+    video.pixelAspectWidth = picture.pixelAspect.numerator;
+    video.pixelAspectHeight = picture.pixelAspect.denominator;
+    video.rotation = picture.orientation.turn;
+    video.isMirrored = picture.orientation.isMirrored;
+    if (&stream == input.video()) {
         video.frameRate = rateOf(input.frameRate(), input.hasConstantRate());
     } else if ((stream.disposition & AV_DISPOSITION_ATTACHED_PIC) == 0) {
         video.frameRate = rateOf(stream.avg_frame_rate, false);
@@ -125,7 +125,7 @@ TrackResult trackOf(const MediaInput& input, AVStream& stream) {
     }
     if (const char* profile = avcodec_profile_name(parameters.codec_id, parameters.profile)) track.profile = profile;
     track.language = statedText(stream.metadata, "language");
-    if (stream.duration != AV_NOPTS_VALUE && stream.duration > 0) {
+    if (stream.duration != AV_NOPTS_VALUE && stream.duration > 0 && !input.isStill()) {
         track.durationInSeconds = static_cast<double>(stream.duration) * av_q2d(stream.time_base);
     }
     if (parameters.codec_type == AVMEDIA_TYPE_VIDEO) track.video = videoOf(input, stream);

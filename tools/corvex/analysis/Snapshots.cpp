@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include <Corvex/platform/NumberText.h>
 #include <tools/corvex/worker/Decoder.h>
 #include <tools/corvex/worker/OutputFile.h>
 #include <tools/corvex/worker/StopRequest.h>
@@ -57,6 +58,7 @@ void readTo(std::int64_t time, MediaInput& input, TimedFrame& result) {
 
 /// Throws JobError.
 TimedFrame frameAt(const std::string& path, double location) {
+    MediaInput::requireReadableAgain(path);
     // Streams without an index are sought in by time alone, which may lead behind the picture that all else depends on.
     for (const double secondsBefore : {0.0, 10.0, std::numeric_limits<double>::infinity()}) {
         MediaInput input(path);
@@ -110,7 +112,7 @@ std::vector<SnapshotResult> Snapshots::take(const std::string& path, const Media
     std::vector<SnapshotResult> results;
     for (std::size_t i = 0; i < request_.snapshotLocations.size(); ++i) {
         SnapshotResult& result = results.emplace_back();
-        result.location = static_cast<double>(request_.snapshotLocations[i]);
+        result.location = *parseFloat<double>(shortestText(request_.snapshotLocations[i]));  // 0.3, as it was given
         const std::filesystem::path file =
             folder_ / (stem_ + "-" + std::to_string(number) + "-" + std::to_string(i + 1) + ".jpg");
         if (const auto still = stillAt(path, result)) {

@@ -63,19 +63,14 @@ void requireSourcesKept(const std::vector<QueuedJob>& jobs, const TranscodeCliAr
 
 ExitStatus worse(ExitStatus a, ExitStatus b) { return std::max(a, b); }
 
-}  // namespace
+std::size_t runnableAtOnce(std::int64_t count) {
+    return static_cast<std::size_t>(std::clamp<std::int64_t>(count, 1, std::int64_t{WorkerProcess::mostAtOnce}));
+}
 
-TranscodePreferences TranscodePreferences::ofUser() {
-    std::optional<UserDefaults> store;
-    try {
-        store = UserDefaults::standard();
-    } catch (const UserDefaultsError&) {  // no home: a service, a container
-        return {.mostAtOnce = std::max(1U, std::thread::hardware_concurrency())};
-    }
-    const TranscodeSettings settings(*store);
+TranscodePreferences preferencesIn(const UserDefaults& store) {
+    const TranscodeSettings settings(store);
     TranscodePreferences preferences;
-    preferences.mostAtOnce = static_cast<std::size_t>(std::clamp<std::int64_t>(
-        settings.explicitNumberOfConcurrentTranscodes(), 1, std::int64_t{WorkerProcess::mostAtOnce}));
+    preferences.mostAtOnce = runnableAtOnce(settings.explicitNumberOfConcurrentTranscodes());
     if (settings.permitAutoReattemptOfFailedTranscodes()) {
         constexpr std::int64_t mostReattempts = 1000;
         const auto reattempts = settings.numberOfReattemptsPerFailedTranscode();
@@ -84,6 +79,24 @@ TranscodePreferences TranscodePreferences::ofUser() {
     preferences.usesGpu = settings.useTranscodeGPUAcceleration();
     preferences.usesLegacyPipeline = settings.useLegacyTranscodePipeline();
     return preferences;
+}
+
+}  // namespace
+
+TranscodePreferences TranscodePreferences::ofUser() {
+    const TranscodePreferences defaults{.mostAtOnce = runnableAtOnce(std::thread::hardware_concurrency())};
+    std::optional<UserDefaults> store;
+    try {
+        store = UserDefaults::standard();
+    } catch (const UserDefaultsError&) {  // no home: a service, a container
+        return defaults;
+    }
+    try {
+        return preferencesIn(*store);
+    } catch (const UserDefaultsError& error) {  // none of them changes what is written
+        printError(error.what() + std::string("; the defaults count instead"));
+        return defaults;
+    }
 }
 
 std::vector<QueuedJob> jobsOf(const TranscodeCliArguments& arguments) {

@@ -16,7 +16,8 @@ struct TranscodePreferences {
     bool usesGpu = false;
     bool usesLegacyPipeline = false;
 
-    /// The defaults where the user has no home to keep settings in. Throws UserDefaultsError for a store that is damaged.
+    /// The defaults where the user has no home to keep settings in, and where the store cannot be read, which one line on
+    /// standard error says.
     [[nodiscard]] static TranscodePreferences ofUser();
 };
 

@@ -25,11 +25,11 @@ std::array<std::atomic<pid_t>, WorkerProcess::mostAtOnce> running{};
 std::atomic<bool> wasStopped{false};
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-void handOnToWorkers(int) {
+void handOnToWorkers(int signal) {
     const int problem = errno;
     wasStopped.store(true);
     for (const auto& place : running) {
-        if (const pid_t worker = place.load(); worker > 0) kill(worker, SIGTERM);
+        if (const pid_t worker = place.load(); worker > 0) kill(worker, signal);
     }
     errno = problem;
 }
@@ -81,13 +81,14 @@ void forgetWorker(pid_t worker) {
 class ChildStreams {
 public:
     ChildStreams() {
+        const bool hasInput = fcntl(STDIN_FILENO, F_GETFD) >= 0;  // a source may be /dev/stdin
         if (pipe2(output_.data(), O_CLOEXEC) != 0 || pipe2(error_.data(), O_CLOEXEC) != 0) {
             const int problem = errno;
             closeAll();
             throw JobError(std::string("cannot start the worker: ") + std::strerror(problem));
         }
         posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        if (!hasInput) posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         posix_spawn_file_actions_adddup2(&actions_, output_[1], STDOUT_FILENO);
         posix_spawn_file_actions_adddup2(&actions_, error_[1], STDERR_FILENO);
     }

@@ -139,15 +139,20 @@ std::string fishCompletion(std::span<const CommandPlace> places) {
         if (place.path.find(' ') != std::string::npos) text += " " + shellQuoted(place.path);
     }
     text +=
-        "\n"
+        " 'corvex args --'\n"
         "                set place \"$place $word\"\n"
-        "            case 'corvex args --'\n"
-        "                set place 'corvex transcode'\n"
         "        end\n"
         "    end\n"
         "    test \"$place\" = \"$argv\"\n"
         "end\n"
-        "complete -c corvex -f\n";
+        // Behind "--" fish knows operands alone, so the words of a job are completed as those of a transcode.
+        "function __corvex_job\n"
+        "    set -l words (commandline -opc)\n"
+        "    set -l behind (string escape -- $words[(math 1 + (contains -i -- -- $words))..-1])\n"
+        "    complete -C (string join -- ' ' corvex transcode $behind (commandline -ct))\n"
+        "end\n"
+        "complete -c corvex -f\n"
+        "complete -c corvex -n '__corvex_at corvex args --' -k -a '(__corvex_job)'\n";
     for (const CommandPlace& place : places) {
         const std::string here = "complete -c corvex -n '__corvex_at " + place.path + "' ";
         const std::size_t blank = place.path.rfind(' ');

@@ -139,7 +139,8 @@ std::optional<AudioRequest> AudioRequest::make(const Arguments& arguments) {
     }
     request.sampleRate = wholeNumber<int>(arguments, OAVAudioSampleRateFlag, 1, 768'000, "samples per second");
     request.bitsPerSample = wholeNumber<int>(arguments, OAVAudioBitsPerChannelFlag, 1, 64, "bits of a sample");
-    request.bitsPerSecond = wholeNumber<std::int64_t>(arguments, OAVAudioBitRateFlag, 1, 10'000'000, "bits per second");
+    request.bitsPerSecond =
+        wholeNumber<std::int64_t>(arguments, OAVAudioBitRateFlag, 1000, 10'000'000, "bits per second");
     if (const auto text = arguments.argumentFlagValue(OAVAudioQualityFlag.cliFlag())) {
         request.quality = arguments.audioQuality();
         if (!request.quality) failExpecting("-aqual", *text, "min, low, medium, high or max");

@@ -34,8 +34,9 @@ void keepMessage(void* source, int level, const char* format, va_list arguments)
     }
     if (text.empty()) return;
     const std::lock_guard lock(messageMutex);
-    lastMessage = text;
     hadError = hadError || level <= AV_LOG_ERROR;
+    // "ff_frame_thread_encoder_init failed": what went wrong within it has been said before.
+    if (!text.starts_with("ff_")) lastMessage = text;
 }
 
 }  // namespace

@@ -75,7 +75,9 @@ MediaInput::MediaInput(std::string path) : path_(std::move(path)) {
     AVFormatContext* context = checkAllocated(avformat_alloc_context());
     context->interrupt_callback = {wantsToStop, nullptr};
     const std::string context_path = "file:" + path_;
-    check(avformat_open_input(&context, context_path.c_str(), nullptr, nullptr), "'" + path_ + "': no readable media");
+    const int opened = avformat_open_input(&context, context_path.c_str(), nullptr, nullptr);
+    if (opened < 0) throwIfStopRequested();
+    check(opened, "'" + path_ + "': no readable media");
     context_.reset(context);
     check(avformat_find_stream_info(context, nullptr), "'" + path_ + "': no readable media");
     throwIfStopRequested();
@@ -94,6 +96,12 @@ MediaInput::MediaInput(std::string path) : path_(std::move(path)) {
     ends_.assign(context->nb_streams, 0);
     requireCompleteIndex();
     requireCompleteSegment();
+}
+
+void MediaInput::requireReadableAgain(const std::string& path) {
+    std::error_code error;  // of what does not exist
+    if (!std::filesystem::is_fifo(path, error)) return;
+    throw JobError(inQuotes(path) + ": is a pipe, which gives its bytes once; expected a file");
 }
 
 void MediaInput::requireCompleteIndex() const {
@@ -145,15 +153,22 @@ std::int64_t MediaInput::startOf(const AVStream& stream) const noexcept {
     return av_rescale_q(context_->start_time, microseconds, stream.time_base);
 }
 
+bool MediaInput::isStill() const noexcept {
+    const std::string_view format = context_->iformat->name;
+    return format == "image2" || format.ends_with("_pipe");
+}
+
 double MediaInput::duration() const noexcept {
-    return context_->duration == AV_NOPTS_VALUE ? 0 : static_cast<double>(context_->duration) / AV_TIME_BASE;
+    return context_->duration == AV_NOPTS_VALUE || isStill() ? 0
+                                                             : static_cast<double>(context_->duration) / AV_TIME_BASE;
 }
 
 AVRational MediaInput::frameRate() const noexcept {
-    return video_ == nullptr ? AVRational{0, 1} : av_guess_frame_rate(context_.get(), video_, nullptr);
+    return video_ == nullptr || isStill() ? AVRational{0, 1} : av_guess_frame_rate(context_.get(), video_, nullptr);
 }
 
 bool MediaInput::hasConstantRate() const {
+    if (isStill()) return true;
     if (video_ == nullptr || video_->avg_frame_rate.num <= 0 || video_->r_frame_rate.num <= 0) return false;
     const double average = av_q2d(video_->avg_frame_rate);
     if (std::fabs(average - av_q2d(video_->r_frame_rate)) > 0.001 * average) return false;
@@ -182,16 +197,18 @@ bool MediaInput::beginsAtRate(AVRational rate) {
 std::int64_t MediaInput::expectedFrames() const noexcept {
     if (video_ == nullptr) return 0;
     if (video_->nb_frames > 0) return video_->nb_frames;
+    if (isStill()) return 1;
     return std::llround(duration() * av_q2d(frameRate()));
 }
 
-SourcePicture MediaInput::picture() const noexcept {
+SourcePicture MediaInput::picture() const noexcept { return video_ == nullptr ? SourcePicture{} : pictureOf(*video_); }
+
+SourcePicture MediaInput::pictureOf(AVStream& video) const noexcept {
     SourcePicture picture;
-    if (video_ == nullptr) return picture;
-    picture.size = {video_->codecpar->width, video_->codecpar->height};
-    const AVRational aspect = av_guess_sample_aspect_ratio(context_.get(), video_, nullptr);
+    picture.size = {video.codecpar->width, video.codecpar->height};
+    const AVRational aspect = av_guess_sample_aspect_ratio(context_.get(), &video, nullptr);
     if (aspect.num > 0 && aspect.den > 0) picture.pixelAspect = {aspect.num, aspect.den};
-    const std::uint8_t* matrix = av_stream_get_side_data(video_, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
+    const std::uint8_t* matrix = av_stream_get_side_data(&video, AV_PKT_DATA_DISPLAYMATRIX, nullptr);
     if (matrix != nullptr) {
         picture.orientation = Orientation::fromDisplayMatrix(reinterpret_cast<const std::int32_t*>(matrix));
     }

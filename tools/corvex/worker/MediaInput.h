@@ -16,6 +16,8 @@ public:
     /// Opens the file and reads what its container and first packets say. A file that is missing, empty, no media, or
     /// shorter than its own index says is an error.
     explicit MediaInput(std::string path);
+    /// Throws JobError for a pipe: it gives its bytes once, and opening it again would wait for ever.
+    static void requireReadableAgain(const std::string& path);
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
     /// Read from the file so far; 0 for what the media libraries open by themselves.
@@ -29,6 +31,8 @@ public:
 
     /// Time stamps of the streams count from here: the file's start, in the stream's own time base.
     [[nodiscard]] std::int64_t startOf(const AVStream& stream) const noexcept;
+    /// Whether it is a picture file, which has neither a rate nor a length, whatever the media libraries assume.
+    [[nodiscard]] bool isStill() const noexcept;
     /// In seconds; 0 when unknown.
     [[nodiscard]] double duration() const noexcept;
     /// Frames per second of the video; {0, 1} when unknown.
@@ -37,7 +41,9 @@ public:
     [[nodiscard]] bool hasConstantRate() const;
     /// Number of video frames as the container counts them, else estimated; 0 when unknown.
     [[nodiscard]] std::int64_t expectedFrames() const noexcept;
+    /// How the pictures of the main video lie in the file, or those of another one.
     [[nodiscard]] SourcePicture picture() const noexcept;
+    [[nodiscard]] SourcePicture pictureOf(AVStream& video) const noexcept;
 
     /// Goes to the last picture of the main video at or before `time` (in the stream's time base, as its time stamps count)
     /// that can be decoded by itself; a file that cannot be sought in is read on from where it stands.

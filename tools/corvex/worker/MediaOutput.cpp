@@ -38,6 +38,11 @@ MediaOutput::~MediaOutput() {
     if (context_) avio_closep(&context_->pb);
 }
 
+std::string MediaOutput::what() const {
+    const std::string& way = file_.workDirectory().native();
+    return "cannot write " + inQuotes(file_.target().native()) + (way.empty() ? "" : " by way of " + inQuotes(way));
+}
+
 bool MediaOutput::wantsGlobalHeaders() const noexcept { return (context_->oformat->flags & AVFMT_GLOBALHEADER) != 0; }
 
 bool MediaOutput::carries(AVCodecID codec) const {

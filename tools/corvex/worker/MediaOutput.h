@@ -46,7 +46,8 @@ public:
     void finish();
 
 private:
-    std::string what() const { return "cannot write '" + file_.target().string() + "'"; }
+    /// What failed. It is the disk of the work directory that may be full.
+    [[nodiscard]] std::string what() const;
 
     OutputFile& file_;
     OutputPointer context_;

@@ -47,7 +47,10 @@ fs::path temporaryName(const fs::path& directory, const fs::path& file, pid_t pr
 }  // namespace
 
 OutputFile::OutputFile(fs::path target, const fs::path& workDirectory, bool overwrites, const char* overwriteOption)
-    : target_(std::move(target)), overwrites_(overwrites), overwriteOption_(overwriteOption) {
+    : target_(std::move(target)),
+      workDirectory_(workDirectory),
+      overwrites_(overwrites),
+      overwriteOption_(overwriteOption) {
     std::error_code error;
     const fs::file_status status = fs::status(target_, error);
     if (fs::is_directory(status)) fail(target_, "it is a directory; expected the name of a file");

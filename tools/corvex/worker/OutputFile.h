@@ -22,6 +22,8 @@ public:
     OutputFile& operator=(const OutputFile&) = delete;
 
     [[nodiscard]] const std::filesystem::path& target() const noexcept { return target_; }
+    /// Where the bytes gather, as the user names it; empty: beside the target.
+    [[nodiscard]] const std::filesystem::path& workDirectory() const noexcept { return workDirectory_; }
     /// A path by which this process opens the gathering bytes, for writing and for reading.
     [[nodiscard]] std::string pathWhileWriting() const;
 
@@ -43,7 +45,8 @@ private:
 
     std::filesystem::path target_;       ///< As the user names it.
     std::filesystem::path destination_;  ///< What is written: the end of the links that the target may be.
-    std::filesystem::path temporary_;    ///< Empty while the file has no name.
+    std::filesystem::path workDirectory_;
+    std::filesystem::path temporary_;  ///< Empty while the file has no name.
     bool overwrites_;
     const char* overwriteOption_;
     int descriptor_ = -1;

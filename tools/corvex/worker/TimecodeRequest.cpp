@@ -20,6 +20,9 @@ std::optional<TimecodeComponents> creationTime(const MediaInput& input) {
 
 std::string textOf(AVRational rate) { return std::to_string(rate.num) + "/" + std::to_string(rate.den); }
 
+/// Labels a second at most of a timecode track, whose sample description has 8 bits for them (QuickTime File Format).
+constexpr std::int64_t mostLabels = 255;
+
 /// Labels a second at a rate: 30 for 29.97.
 std::int64_t quantaOf(AVRational rate) { return av_rescale_rnd(1, rate.num, rate.den, AV_ROUND_NEAR_INF); }
 
@@ -74,6 +77,10 @@ TimecodeComponents TimecodeRequest::start(const MediaInput& first, AVRational ra
     if (addsTrack && frameRate && av_cmp_q(*frameRate, rate) != 0) {
         throw JobError("-tc_rate: a timecode track counts the frames of its video, which has " + textOf(rate) +
                        " a second; -vr would change that");
+    }
+    if (addsTrack && quantaOf(rate) > mostLabels) {
+        throw JobError("-tc_track: a timecode track counts up to 255 frames a second, not " + textOf(rate) +
+                       "; -vr would change that");
     }
     std::optional<TimecodeComponents> start = custom;
     if (source == TimecodeSource::creationDate) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <fmt/format.h>
+
 #include <Corvex/cli/CLICustodialFlag.h>
 #include <Corvex/cli/transcode/TranscodeCLIFlag.h>
 #include <Corvex/exported/FileExtension.h>
@@ -12,6 +14,7 @@
 #include <Corvex/platform/NumberText.h>
 #include <Corvex/platform/Text.h>
 #include <tools/corvex/SuggestedFlag.h>
+#include <tools/corvex/vocabulary/FlagVocabulary.h>
 #include <tools/corvex/worker/QuickTimeLanguage.h>
 #include <tools/corvex/worker/RequestText.h>
 
@@ -215,6 +218,20 @@ void requireLanguageStated(std::string_view flag, const std::string& language,
                      ": a QuickTime file has no number for this language; -file_format mp4 keeps it");
 }
 
+/// Also of what the job passes over, as flags of the video beside "-vn": a preset brings those along, but only known values.
+void requireKnownChoices(const Arguments& arguments) {
+    for (const VocabularyFlag& flag : flagVocabulary()) {
+        const auto text = flag.type == "choice" ? arguments.argumentFlagValue(flag.flag) : std::nullopt;
+        if (!text) continue;
+        const bool isKnown = std::any_of(flag.values.begin(), flag.values.end(),
+                                         [&](std::string_view value) { return equalsIgnoringCase(value, *text); });
+        const bool isCount = flag.flag == OAVAudioChannelLayoutFlag.cliFlag() && parseInteger<std::int64_t>(*text);
+        if (!isKnown && !isCount) {
+            failExpecting(flag.flag, *text, fmt::format("one of {}", fmt::join(flag.values, ", ")));
+        }
+    }
+}
+
 }  // namespace
 
 bool isCarriedOut(std::string_view flag) noexcept {
@@ -245,6 +262,7 @@ TranscodeJob TranscodeJob::make(const Arguments& arguments) {
     if (!job.video && !job.audio) throw UsageError("-vn and -an together leave nothing to write");
     requireLanguageStated(OAVLanguageCodeFlag.cliFlag(), job.language, job.format);
     if (job.audio) requireLanguageStated(OAVAudioLanguageCodeFlag.cliFlag(), job.audio->language, job.format);
+    requireKnownChoices(arguments);
     job.progressFile = arguments.progressFile().value_or("");
     job.progressPrefix = arguments.progressOutputPrefix().value_or("");
     return job;

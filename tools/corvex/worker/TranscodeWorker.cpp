@@ -41,11 +41,14 @@ struct JobFacts {
 /// The progress file is emptied when it is opened, so it must be none of the job's own files.
 void requireOwnProgressFile(const TranscodeJob& job, const TranscodeCliArguments& arguments) {
     if (job.progressFile.empty()) return;
-    const auto isSame = [&](const std::filesystem::path& other) {
-        std::error_code error;  // of a file that does not exist yet
-        return std::filesystem::equivalent(job.progressFile, other, error) ||
-               std::filesystem::weakly_canonical(job.progressFile, error) ==
-                   std::filesystem::weakly_canonical(other, error);
+    namespace fs = std::filesystem;
+    std::error_code error;  // of a file that does not exist yet
+    const fs::path place = fs::weakly_canonical(fs::absolute(job.progressFile, error), error);
+    const auto isSame = [&](const fs::path& other) {
+        if (other.empty()) return false;
+        // A pipe that is open, as /dev/stderr, has no place.
+        return fs::equivalent(job.progressFile, other, error) ||
+               (!place.empty() && place == fs::weakly_canonical(fs::absolute(other, error), error));
     };
     const bool isTable = isSame(arguments.lutFile().value_or("")),
                isImage = isSame(arguments.watermarkFilePath().value_or(""));
@@ -101,6 +104,7 @@ JobFacts inspect(const TranscodeJob& job) {
         if (std::filesystem::equivalent(path, job.output, error)) {
             throw JobError("-out '" + job.output.string() + "' is also an input; a source is never replaced");
         }
+        if (file > 0) MediaInput::requireReadableAgain(path);  // the first one stays open
         auto input = std::make_unique<MediaInput>(path);
         if (job.video && input->video() == nullptr) {
             throw JobError("'" + path + "': holds no video; -vn would write its audio alone");
@@ -115,9 +119,9 @@ JobFacts inspect(const TranscodeJob& job) {
         compareAudio(wanted, facts);
         facts.frames += job.video ? input->expectedFrames() : 0;
         facts.seconds += input->duration();
-        const AVRational rate = input->frameRate();
+        const AVRational known = input->frameRate(), rate = known.num > 0 ? known : assumedFrameRate;
         if (!facts.first) {
-            facts.timing = {rate.num > 0 ? rate : assumedFrameRate, input->hasConstantRate()};
+            facts.timing = {rate, input->hasConstantRate()};
             facts.first = std::move(input);
         } else if (!input->hasConstantRate() || av_cmp_q(rate, facts.timing.frameRate) != 0) {
             facts.timing.hasConstantRate = false;

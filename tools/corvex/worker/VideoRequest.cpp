@@ -17,6 +17,7 @@ namespace {
 using Arguments = TranscodeCliArguments;
 
 constexpr int largestPictureSide = 16384;
+constexpr float smallestMegabits = 0.001F;  // H.264's encoder counts kilobits; others take less, and write far more
 constexpr float largestMegabits = 10'000;
 constexpr float largestFrameRate = 1000;
 constexpr std::int64_t mostFrames = std::numeric_limits<std::int64_t>::max();
@@ -83,8 +84,8 @@ std::optional<std::int64_t> bitRateOf(const Arguments& arguments, const VideoCod
     const auto text = arguments.argumentFlagValue(OAVVideoBitRateFlag.cliFlag());
     if (!text) return std::nullopt;
     const auto megabits = arguments.videoBitRate();
-    if (!megabits || *megabits <= 0 || *megabits > largestMegabits) {
-        failExpecting("-vbr", *text, "megabits per second, above 0 and up to 10000");
+    if (!megabits || *megabits < smallestMegabits || *megabits > largestMegabits) {
+        failExpecting("-vbr", *text, "megabits per second, 0.001 to 10000");
     }
     if (codec.rate == RateChoice::fixed) {
         throw UsageError("-vbr: the bit rate of " + std::string(codec.codec.rawValue()) +
